@@ -1,0 +1,30 @@
+#pragma once
+// The in-game console: a scrollback of coloured lines that commands print to.
+#include <deque>
+#include <string>
+
+#include "world/geometry/RGBAColour.h"
+
+struct ConsoleEntry {
+    std::string text;
+    RGBAColour colour;
+};
+
+class Console {
+public:
+    static const RGBAColour normalColour;
+    static const RGBAColour warningColour;
+    static const RGBAColour debugColour;
+
+    virtual ~Console() = default;
+
+    virtual void print(const std::string& text);
+    virtual void printColoured(const std::string& text, const RGBAColour& colour);
+    virtual void printWarning(const std::string& text);
+    virtual void printDebug(const std::string& text);
+
+    const std::deque<ConsoleEntry>& getLines() const { return lines; }
+
+private:
+    std::deque<ConsoleEntry> lines;
+};

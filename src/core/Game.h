@@ -1,0 +1,143 @@
+#pragma once
+// The one application object. It owns every manager (renderer, sound,
+// console, input, gameplay, bodies, quadtree, sky...), runs the frame and the
+// fixed-step world update, and carries out deferred level, load and save
+// requests at the start of a later frame.
+#include <cstdint>
+#include <list>
+#include <memory>
+#include <string>
+
+#include "core/BasicTimer.h"
+
+class Body;
+class Console;
+class IRenderer;
+class ISound;
+
+class Game {
+public:
+    static constexpr float stepSeconds = 0.025f;
+    static constexpr float particleStepSeconds = 1.0f / 120.0f;
+    static constexpr float maxFrameSeconds = 0.25f;
+    static constexpr float activityRadius = 800.0f;
+
+    // The game with its real window and sound device.
+    Game();
+    // Any renderer and sound: tests pass NullRenderer and NullSound.
+    Game(std::unique_ptr<IRenderer> renderer, std::unique_ptr<ISound> sound);
+    Game(const Game&) = delete;
+    Game& operator=(const Game&) = delete;
+    virtual ~Game();
+
+    // The process-wide game, or null before one is constructed.
+    static Game* current();
+
+    virtual bool init();
+    virtual bool registerCommands();
+    virtual void shutdown();
+    virtual void quit();
+    virtual void drawBodies();
+    virtual void runFrame();
+    virtual void endFrame();
+    virtual void updateWorld();
+    virtual void moveBodies(float step);
+    virtual void applyGravity(float step);
+    virtual void collideBodies(float step);
+    virtual void collideBody(Body* body, float step);
+    virtual void drawWorld();
+    virtual void drawScene(bool bloomPass);
+    virtual void loadLevel(const std::string& name, const std::string& entry);
+    virtual void requestLevel(const std::string& name, const std::string& entry);
+    virtual void unloadLevel();
+    virtual void restartVideo(int width, int height, bool fullscreen);
+
+    ISound* getSound() const { return sound.get(); }
+    IRenderer* getRenderer() const { return renderer.get(); }
+    Console* getConsole() const { return console.get(); }
+    BasicTimer& getTimer() { return timer; }
+    const BasicTimer& getTimer() const { return timer; }
+    Body* getPlayer() const { return player; }
+    void setPlayer(Body* p) { player = p; }
+
+    virtual void addBody(Body* body, bool assignId);
+    virtual void addActiveBody(Body* body);
+    virtual void removeBody(Body* body);
+    virtual void removeActiveBody(Body* body);
+    virtual void spawnBody(Body* body);
+    virtual void markForRemoval(Body* body);
+    virtual void destroyBody(Body* body);
+    virtual void clearLevel();
+    virtual void tickTimer();
+    virtual void updateCamera(float frameTime);
+    virtual void updateAim();
+    virtual void setQuit(bool q) { quitRequested = q; }
+    virtual bool isQuitting() const { return quitRequested; }
+    virtual void requestSave() { saveRequested = true; }
+    virtual void saveGame();
+    virtual void loadGame(const std::string& name);
+    virtual void requestLoad(const std::string& name);
+    virtual void clearOverlay();
+    virtual void startFade();
+    virtual void pause();
+    virtual void unpause();
+
+    // Runs the event pump until the queue is empty.
+    void pumpEvents();
+    // Console commands given on the command line ("+map test +exec x.txt").
+    void setCommandLine(int argc, char** argv);
+    const std::string& getCommandLineText() const { return commandLineText; }
+
+    std::list<Body*>& getBodies() { return bodies; }
+    std::list<Body*>& getActiveBodies() { return activeBodies; }
+    bool isLevelLoaded() const { return levelLoaded; }
+    bool isWorldRunning() const { return worldRunning; }
+    bool isPaused() const { return paused; }
+    bool isLevelPending() const { return levelPending; }
+    bool isShutDown() const { return shutDown; }
+    uint32_t getFrameCount() const { return frameCount; }
+    uint64_t getStepCount() const { return stepCount; }
+    float getSimulationAccumulator() const { return simulationAccumulator; }
+    float getParticleAccumulator() const { return particleAccumulator; }
+    int getNextBodyId() const { return nextBodyId; }
+    const std::string& getCurrentLevel() const { return currentLevel; }
+    void setStartTicks(uint32_t t) { startTicks = t; }
+
+protected:
+    std::unique_ptr<ISound> sound;
+    std::unique_ptr<IRenderer> renderer;
+    std::unique_ptr<Console> console;
+
+    std::list<Body*> bodies;
+    std::list<Body*> activeBodies;
+    std::list<Body*> collisionCandidates;
+    std::list<Body*> visibleBodies;
+    Body* player = nullptr;
+
+    uint32_t startTicks = 0;
+    uint32_t frameCount = 0;
+    BasicTimer timer;
+    bool worldRunning = false;
+    bool levelLoaded = false;
+    bool quitRequested = false;
+    std::list<Body*>::iterator bodyIterNext;
+    bool levelPending = false;
+    std::string pendingLevel;
+    std::string pendingLevelEntry;
+    float movieClock = 0.0f;
+    bool captureRequested = false;
+    std::string pendingSaveName;
+    std::string currentLevel;
+    bool loadPending = false;
+    int nextBodyId = 2;
+    bool saveRequested = false;
+    bool paused = false;
+    bool shutDown = false;
+    bool showMap = false;
+
+    // The two step accumulators carry over level changes on purpose.
+    float simulationAccumulator = 0.0f;
+    float particleAccumulator = 0.0f;
+    uint64_t stepCount = 0;
+    std::string commandLineText;
+};

@@ -1,0 +1,35 @@
+#include "core/GameMain.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+
+#include "core/Clock.h"
+#include "core/Game.h"
+
+int gameMain(int argc, char** argv)
+{
+    std::printf("game starting\n");
+    std::fflush(stdout);
+    if (!std::freopen("outputlog.txt", "w", stdout))
+        std::fprintf(stderr, "could not open outputlog.txt\n");
+    // Line buffering keeps the log readable when the process is killed.
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    std::srand(static_cast<unsigned>(std::time(nullptr)));
+
+    Game game;
+    game.setCommandLine(argc, argv);
+    if (!game.init())
+        return 0;
+
+    game.setStartTicks(Clock::ticks());
+    while (!game.isQuitting()) {
+        game.pumpEvents();
+        if (!game.isQuitting())
+            game.runFrame();
+    }
+    game.shutdown();
+    game.quit();
+    std::fflush(stdout);
+    return 0;
+}

@@ -1,0 +1,3 @@
+#include "core/GameMain.h"
+
+int main(int argc, char** argv) { return gameMain(argc, argv); }

@@ -1,0 +1,40 @@
+#include "world/geometry/RGBAColour.h"
+
+#include "world/geometry/TextForm.h"
+
+std::string RGBAColour::rString() const { return formatFloat(r); }
+std::string RGBAColour::gString() const { return formatFloat(g); }
+std::string RGBAColour::bString() const { return formatFloat(b); }
+std::string RGBAColour::aString() const { return formatFloat(a); }
+
+std::string RGBAColour::toString() const
+{
+    return rString() + "," + gString() + "," + bString() + "," + aString();
+}
+
+void RGBAColour::fromString(const std::string& text)
+{
+    const auto tokens = splitTokens(text, ",");
+    if (tokens.size() != 4)
+        return;
+    set(parseFloat(tokens[0]), parseFloat(tokens[1]), parseFloat(tokens[2]), parseFloat(tokens[3]));
+}
+
+void RGBAColour::set(float nr, float ng, float nb)
+{
+    r = nr;
+    g = ng;
+    b = nb;
+}
+
+void RGBAColour::set(float nr, float ng, float nb, float na)
+{
+    set(nr, ng, nb);
+    a = na;
+}
+
+void RGBAColour::assign(const RGBAColour& o) { set(o.getR(), o.getG(), o.getB(), o.getA()); }
+void RGBAColour::rFromString(const std::string& text) { r = parseFloat(text); }
+void RGBAColour::gFromString(const std::string& text) { g = parseFloat(text); }
+void RGBAColour::bFromString(const std::string& text) { b = parseFloat(text); }
+void RGBAColour::aFromString(const std::string& text) { a = parseFloat(text); }

@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include "core/Clock.h"
+#include "core/Game.h"
+#include "core/ManualClock.h"
+#include "render/NullRenderer.h"
+#include "sound/NullSound.h"
+
+class GameLoopTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        Clock::install(&clock);
+        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
+        game->getTimer().start();
+        game->loadLevel("empty", "");
+    }
+    void TearDown() override
+    {
+        game.reset();
+        Clock::install(nullptr);
+    }
+    void frameAfter(uint32_t ms)
+    {
+        clock.advance(ms);
+        game->runFrame();
+    }
+    ManualClock clock{5000};
+    std::unique_ptr<Game> game;
+};
+
+TEST_F(GameLoopTest, LongFrameIsClampedToTenSteps)
+{
+    frameAfter(2000);
+    // 0.25 s of float steps: ten steps, or nine with a hair under one step kept.
+    const uint64_t steps = game->getStepCount();
+    EXPECT_TRUE(steps == 9u || steps == 10u) << steps;
+    EXPECT_NEAR(steps * Game::stepSeconds + game->getSimulationAccumulator(), 0.25f, 1e-5f);
+}
+
+TEST_F(GameLoopTest, RemainderCarriesToTheNextFrame)
+{
+    frameAfter(60);  // 2 steps, 0.01 left
+    EXPECT_EQ(game->getStepCount(), 2u);
+    EXPECT_NEAR(game->getSimulationAccumulator(), 0.01f, 1e-5f);
+    frameAfter(20);
+    EXPECT_EQ(game->getStepCount(), 3u);
+    // Particles step at 120 Hz independently of the simulation.
+    EXPECT_LT(game->getParticleAccumulator(), Game::particleStepSeconds);
+}
+
+TEST_F(GameLoopTest, PausedFramesDoNotSimulateAndResumeKeepsFrameTime)
+{
+    frameAfter(30);
+    const uint64_t steps = game->getStepCount();
+    const float frameBefore = game->getTimer().frameTime();
+    game->pause();
+    for (int i = 0; i < 5; ++i)
+        frameAfter(2000);
+    EXPECT_EQ(game->getStepCount(), steps);
+    game->unpause();
+    EXPECT_FLOAT_EQ(game->getTimer().frameTime(), frameBefore);
+}
+
+TEST_F(GameLoopTest, LevelRequestWaitsForARunningLevel)
+{
+    game->unloadLevel();
+    game->requestLevel("next", "start");
+    frameAfter(30);
+    frameAfter(30);
+    EXPECT_TRUE(game->isLevelPending());
+    EXPECT_FALSE(game->isLevelLoaded());
+}
+
+TEST_F(GameLoopTest, LevelRequestIsCarriedOutAtTheNextFrame)
+{
+    game->requestLevel("next", "start");
+    EXPECT_EQ(game->getCurrentLevel(), "empty");
+    frameAfter(30);
+    EXPECT_FALSE(game->isLevelPending());
+    EXPECT_EQ(game->getCurrentLevel(), "next");
+    EXPECT_EQ(game->getStepCount(), 0u);  // the change takes the whole frame
+}
+
+TEST_F(GameLoopTest, FramesAreCountedEvenWithoutALevel)
+{
+    game->unloadLevel();
+    frameAfter(16);
+    frameAfter(16);
+    EXPECT_EQ(game->getFrameCount(), 2u);
+    EXPECT_EQ(game->getStepCount(), 0u);
+}
+
+TEST(GameCommandLine, PlusWordsStartCommands)
+{
+    Game game(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
+    const char* argv[] = {"brindlequay", "+exec", "x.txt", "+map", "test", "stray"};
+    game.setCommandLine(6, const_cast<char**>(argv));
+    EXPECT_EQ(game.getCommandLineText(), "exec x.txt;map test stray");
+    EXPECT_EQ(Game::current(), &game);
+}

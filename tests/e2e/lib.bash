@@ -1,0 +1,50 @@
+# Helpers for end-to-end tests: run the game from a private copy of the game
+# directory under its own Xvfb server, so tests never touch build/game's files.
+
+fail() { echo "FAIL: $*" >&2; [ -n "${work:-}" ] && [ -f "$work/outputlog.txt" ] && tail -n 40 "$work/outputlog.txt" >&2; exit 1; }
+
+make_game_copy() {
+  local src=$1 dst
+  dst=$(mktemp -d /tmp/bq-e2e.XXXXXX)
+  cp -r "$src"/. "$dst"/
+  rm -f "$dst/outputlog.txt" "$dst/data/config.txt"
+  rm -rf "$dst/saves" "$dst/screenshots"
+  echo "$dst"
+}
+
+# Starts Xvfb on a free display, then the game in the background; sets GAME_PID.
+start_game() {
+  local dir=$1; shift
+  local n
+  for n in $(seq 90 140); do
+    if [ ! -e /tmp/.X11-unix/X$n ] && [ ! -e /tmp/.X$n-lock ]; then break; fi
+  done
+  export DISPLAY=:$n
+  Xvfb "$DISPLAY" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
+  XVFB_PID=$!
+  for _ in $(seq 50); do xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 && break; sleep 0.1; done
+  trap 'stop_game; kill $XVFB_PID 2>/dev/null || true' EXIT
+  (cd "$dir" && SDL_AUDIODRIVER=dummy exec ./brindlequay "$@" >/dev/null 2>"$dir/stderr.txt") &
+  GAME_PID=$!
+}
+
+# Asks the game to quit with SIGTERM and waits for it.
+stop_game() {
+  if [ -n "${GAME_PID:-}" ] && kill -0 "$GAME_PID" 2>/dev/null; then
+    kill -TERM "$GAME_PID"
+    for _ in $(seq 100); do kill -0 "$GAME_PID" 2>/dev/null || break; sleep 0.1; done
+    kill -0 "$GAME_PID" 2>/dev/null && { kill -KILL "$GAME_PID"; fail "game did not stop on SIGTERM"; }
+    wait "$GAME_PID" 2>/dev/null || true
+  fi
+  GAME_PID=
+}
+
+# Waits until the log contains a line matching the pattern.
+wait_for_log() {
+  local dir=$1 pattern=$2 timeout=${3:-20}
+  for _ in $(seq $((timeout * 10))); do
+    grep -q -- "$pattern" "$dir/outputlog.txt" 2>/dev/null && return 0
+    sleep 0.1
+  done
+  fail "timed out waiting for '$pattern' in the log"
+}

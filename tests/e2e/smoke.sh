@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# The real binary starts under Xvfb, runs frames, and shuts down cleanly on
+# SIGTERM, leaving its log in the game directory.
+set -euo pipefail
+game_dir=$1
+source "$(dirname "$0")/lib.bash"
+work=$(make_game_copy "$game_dir")
+start_game "$work"
+sleep 3
+stop_game
+log="$work/outputlog.txt"
+grep -q "======== GAME INIT ========" "$log" || fail "no init line in log"
+grep -q "AVG FPS:" "$log" || fail "no AVG FPS line in log"
+fps=$(grep "AVG FPS:" "$log" | sed 's/AVG FPS://')
+awk -v f="$fps" 'BEGIN { exit !(f > 0) }' || fail "no frames were drawn (AVG FPS:$fps)"
+echo "smoke ok: AVG FPS:$fps"
