@@ -9,6 +9,7 @@
 #include "console/Console.h"
 #include "core/Clock.h"
 #include "render/IRenderer.h"
+#include "render/ImageFontRenderer.h"
 #include "render/Renderer.h"
 #include "sound/ISound.h"
 #include "sound/NullSound.h"
@@ -20,7 +21,10 @@ volatile std::sig_atomic_t terminateSignalled = 0;
 void onTerminateSignal(int) { terminateSignalled = 1; }
 }
 
-Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<NullSound>()) {}
+Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<NullSound>())
+{
+    renderer->setFontRenderer(new ImageFontRenderer());
+}
 
 Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
     : sound(std::move(s)), renderer(std::move(r)), console(std::make_unique<Console>())
@@ -45,7 +49,7 @@ bool Game::init()
     std::signal(SIGTERM, onTerminateSignal);
     std::signal(SIGINT, onTerminateSignal);
 
-    if (!renderer->init()) {
+    if (!renderer->initialise()) {
         SDL_Quit();
         return false;
     }
@@ -56,6 +60,13 @@ bool Game::init()
     }
     sound->initialise();
     timer.start();
+    if (FontRenderer* fonts = renderer->getFontRenderer()) {
+        fonts->setRenderer(renderer.get());
+        if (!fonts->init()) {
+            std::printf("Error Initialising font renderer\n");
+            return false;
+        }
+    }
     return true;
 }
 
@@ -96,8 +107,9 @@ void Game::pumpEvents()
 
 void Game::runFrame()
 {
-    renderer->enter2D();
-    renderer->leave2D();
+    renderer->begin2D();
+    console->draw();
+    renderer->end2D();
     endFrame();
 
     if (paused) {
@@ -135,7 +147,7 @@ void Game::endFrame()
 {
     if (captureRequested)
         captureRequested = false;
-    renderer->swapBuffers();
+    renderer->endFrame();
     frameCount += 1;
 }
 
@@ -280,8 +292,7 @@ void Game::shutdown()
     bodies.clear();
     activeBodies.clear();
     bodyIterNext = activeBodies.end();
-    if (renderer)
-        renderer->shutdown();
+    renderer.reset();
 }
 
 void Game::quit()
