@@ -6,9 +6,12 @@
 #include <csignal>
 #include <cstdio>
 
+#include "console/CommandRegistry.h"
 #include "console/Console.h"
+#include "console/VariableRegistry.h"
 #include "core/Clock.h"
 #include "render/IRenderer.h"
+#include "resources/ResourceManager.h"
 #include "render/Renderer.h"
 #include "sound/ISound.h"
 #include "sound/NullSound.h"
@@ -46,6 +49,10 @@ bool Game::init()
     std::printf("======== GAME INIT ========\n");
     std::signal(SIGTERM, onTerminateSignal);
     std::signal(SIGINT, onTerminateSignal);
+
+    CommandRegistry::instance().registerCommands();
+    VariableRegistry::instance().registerCommands();
+    VariableRegistry::instance().loadVariables("data/gamevars.xml");
 
     if (!renderer->init()) {
         SDL_Quit();
@@ -385,6 +392,9 @@ void Game::shutdown()
     bodyIterNext = activeBodies.end();
     if (renderer)
         renderer->shutdown();
+    ResourceManager::instance().clearArchives();
+    CommandRegistry::instance().clearCommands();
+    VariableRegistry::instance().clearVariables();
 }
 
 void Game::quit()
