@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "resources/ResourceManager.h"
+
 namespace {
 std::string attribute(const TiXmlElement* element, const char* key)
 {
@@ -28,7 +30,7 @@ bool Font::load(const std::string& fileName)
 {
     const std::string path = "data/fonts/" + fileName;
     TiXmlDocument document;
-    if (!document.LoadFile(path.c_str()) || !loadDocument(document)) {
+    if (!ResourceManager::instance().loadDocument(document, path) || !loadDocument(document)) {
         std::printf("Could not load font file '%s'\n", path.c_str());
         return false;
     }

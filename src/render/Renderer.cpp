@@ -16,6 +16,7 @@
 #include <sys/stat.h>
 
 #include "console/ConsolePrint.h"
+#include "console/VariableRegistry.h"
 #include "core/Clock.h"
 #include "render/FontRenderer.h"
 #include "world/geometry/Quad.h"
@@ -48,9 +49,21 @@ Renderer::~Renderer()
     }
 }
 
-int Renderer::varInt(GameVar*) const { return 0; }
+int Renderer::varInt(GameVar* var) const { return var ? var->intValue : 0; }
 
-void Renderer::lookUpVariables() {}
+void Renderer::lookUpVariables()
+{
+    showFps = getVar("showfps");
+    rbodyString = getVar("rbodystring");
+    bloomBlurPixels = getVar("bloomblurpixels");
+    vidWidth = getVar("vidwidth");
+    vidHeight = getVar("vidheight");
+    drawBodies = getVar("drawbodies");
+    vsync = getVar("vsync");
+    drawOutlines = getVar("drawoutlines");
+    cacheTextureIds = getVar("cachetextureids");
+    movieRecord = getVar("movierecord");
+}
 
 bool Renderer::initialise()
 {

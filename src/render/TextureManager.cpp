@@ -6,10 +6,11 @@
 #include <IL/ilu.h>
 
 #include <cstdio>
-#include <fstream>
-#include <iterator>
+#include <limits>
+#include <memory>
 #include <ostream>
-#include <vector>
+
+#include "resources/ResourceManager.h"
 
 const char* const TextureManager::fallbackPath = "data/images/fallback.png";
 
@@ -27,27 +28,22 @@ void startDevil()
     }
 }
 
-bool readFileBytes(const std::string& path, std::vector<unsigned char>& bytes)
+// Decodes the file (on disk, else in the data archive) into the bound DevIL
+// image; false when it cannot be found or DevIL cannot read it.
+bool decodeInto(const std::string& path)
 {
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
+    std::size_t size = 0;
+    bool error = false;
+    const std::unique_ptr<char[]> bytes = ResourceManager::instance().getBytes(path, size, error);
+    if (error || !bytes || size == 0 || size > std::numeric_limits<ILuint>::max())
         return false;
-    bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    return true;
-}
-
-// Decodes the bound DevIL image from memory; false when DevIL cannot read it.
-bool decodeInto(const std::string& path, const std::vector<unsigned char>& bytes)
-{
-    if (bytes.empty())
-        return false;
+    const auto length = static_cast<ILuint>(size);
     ILenum type = ilTypeFromExt(path.c_str());
-    const auto size = static_cast<ILuint>(bytes.size());
     if (type == IL_TYPE_UNKNOWN)
-        type = ilDetermineTypeL(bytes.data(), size);
+        type = ilDetermineTypeL(bytes.get(), length);
     if (type == IL_TYPE_UNKNOWN)
         return false;
-    return ilLoadL(type, bytes.data(), size) == IL_TRUE;
+    return ilLoadL(type, bytes.get(), length) == IL_TRUE;
 }
 
 bool hasAlpha()
@@ -79,9 +75,8 @@ Texture* TextureManager::load(const std::string& path, bool clamp)
     ilBindImage(image);
 
     Texture* result = nullptr;
-    std::vector<unsigned char> bytes;
     ++decodeCount;
-    if (readFileBytes(path, bytes) && decodeInto(path, bytes)) {
+    if (decodeInto(path)) {
         iluFlipImage();
         const int w = ilGetInteger(IL_IMAGE_WIDTH);
         const int h = ilGetInteger(IL_IMAGE_HEIGHT);

@@ -178,7 +178,9 @@ TEST_F(ImageFontRendererTest, NothingIsDrawnWithoutAFontOrRenderer)
 TEST(BakedFontTest, EveryFontCoversPrintableLatin1OnPowerOfTwoPages)
 {
     const char* gameDir = std::getenv("BQ_GAME_DIR");
-    if (!gameDir || !std::filesystem::exists(std::string(gameDir) + "/data/fonts/vera_12.xml"))
+    if (!gameDir)
+        gameDir = BQ_BUILT_GAME_DIR;
+    if ( !std::filesystem::exists(std::string(gameDir) + "/data/fonts/vera_12.xml"))
         GTEST_SKIP() << "baked fonts not found (BQ_GAME_DIR)";
     struct Expected {
         const char* file;
