@@ -11,6 +11,7 @@
 #include "input/GameInput.h"
 #include "input/InputTarget.h"
 #include "render/IRenderer.h"
+#include "resources/ResourceManager.h"
 
 namespace {
 // SDL modifier bits kept as flags: num lock, caps lock, mode, both controls,
@@ -191,11 +192,9 @@ void InputManager::hideGUI()
 bool InputManager::loadKeyNames(const std::string& fileName)
 {
     TiXmlDocument doc;
-    if (!doc.LoadFile(fileName.c_str())) {
-        std::printf("Could not load keymap file: %s\n", fileName.c_str());
-        return false;
-    }
-    const TiXmlElement* root = doc.FirstChildElement();
+    const TiXmlElement* root = nullptr;
+    if (ResourceManager::instance().loadDocument(doc, fileName))
+        root = doc.FirstChildElement();
     if (!root) {
         std::printf("Could not load keymap file: %s\n", fileName.c_str());
         return false;

@@ -98,9 +98,10 @@ TEST(KeyMapTest, NamesEveryKeyInBindingStyle)
         EXPECT_TRUE(seen.insert(name).second) << "duplicate " << name;
         EXPECT_EQ(name.find(' '), std::string::npos) << name;
         EXPECT_EQ(name.find(';'), std::string::npos) << name;
-        if (code != SDLK_ESCAPE)
-            for (char ch : name)
-                EXPECT_FALSE(std::isupper(static_cast<unsigned char>(ch))) << name;
+        if (code == SDLK_ESCAPE)
+            continue;
+        for (char ch : name)
+            EXPECT_FALSE(std::isupper(static_cast<unsigned char>(ch))) << name;
     }
     EXPECT_EQ(input.getKeyNames().size(), 231u);
 }
@@ -110,7 +111,8 @@ TEST(KeyMapTest, MissingOrBrokenFilesLeaveKeysUnnamed)
     InputManager input;
     testing::internal::CaptureStdout();
     EXPECT_FALSE(input.loadKeyNames("no/such/keymaps.xml"));
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Could not load keymap file: no/such/keymaps.xml\n");
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("Could not load keymap file: no/such/keymaps.xml\n"),
+              std::string::npos);
     EXPECT_EQ(input.keyName(SDLK_a), "");
 
     {
