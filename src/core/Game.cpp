@@ -5,13 +5,21 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <fstream>
 
+#include "console/CommandRegistry.h"
 #include "console/Console.h"
+#include "console/VariableRegistry.h"
 #include "core/Clock.h"
+#include "gui/GUIManager.h"
+#include "input/GameInput.h"
 #include "render/IRenderer.h"
+#include "render/ImageFontRenderer.h"
+#include "resources/ResourceManager.h"
 #include "render/Renderer.h"
 #include "sound/ISound.h"
 #include "sound/NullSound.h"
+#include "world/body/Body.h"
 
 namespace {
 Game* currentGame = nullptr;
@@ -20,11 +28,20 @@ volatile std::sig_atomic_t terminateSignalled = 0;
 void onTerminateSignal(int) { terminateSignalled = 1; }
 }
 
-Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<NullSound>()) {}
+Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<NullSound>())
+{
+    renderer->setFontRenderer(new ImageFontRenderer());
+}
 
 Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
-    : sound(std::move(s)), renderer(std::move(r)), console(std::make_unique<Console>())
+    : sound(std::move(s)),
+      renderer(std::move(r)),
+      guiManager(std::make_unique<GUIManager>()),
+      console(std::make_unique<Console>())
 {
+    inputManager.setGUI(guiManager.get());
+    inputManager.setConsole(console.get());
+    inputManager.setCurrentTarget("gui");
     timer.running = true;
     timer.paused = false;
     bodyIterNext = activeBodies.end();
@@ -33,6 +50,7 @@ Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
 
 Game::~Game()
 {
+    clearLevel();
     if (currentGame == this)
         currentGame = nullptr;
 }
@@ -45,10 +63,21 @@ bool Game::init()
     std::signal(SIGTERM, onTerminateSignal);
     std::signal(SIGINT, onTerminateSignal);
 
-    if (!renderer->init()) {
+    CommandRegistry::instance().registerCommands();
+    VariableRegistry::instance().registerCommands();
+    VariableRegistry::instance().loadVariables("data/gamevars.xml");
+    inputManager.loadKeyNames("data/keymaps.xml");
+    inputManager.setGUI(guiManager.get());
+    inputManager.setConsole(console.get());
+    inputManager.setCurrentTarget("gui");
+
+    if (!renderer->initialise()) {
         SDL_Quit();
         return false;
     }
+    // Key events carry the typed character for the console and text boxes.
+    SDL_EnableUNICODE(1);
+    installGameInput(std::make_unique<GameInput>());
     registerCommands();
     if (!renderer->setVideoMode(640, 480, false)) {
         SDL_Quit();
@@ -56,10 +85,43 @@ bool Game::init()
     }
     sound->initialise();
     timer.start();
+    if (FontRenderer* fonts = renderer->getFontRenderer()) {
+        fonts->setRenderer(renderer.get());
+        if (!fonts->init()) {
+            std::printf("Error Initialising font renderer\n");
+            return false;
+        }
+    }
     return true;
 }
 
-bool Game::registerCommands() { return true; }
+bool Game::registerCommands()
+{
+    runStartupScripts();
+    return true;
+}
+
+void Game::runStartupScripts()
+{
+    CommandRegistry& registry = CommandRegistry::instance();
+    // Until the game has written the player's own config.txt, the shipped
+    // default controls stand in for it.
+    if (!std::ifstream("data/config.txt"))
+        registry.execute("exec default.cfg");
+    registry.execute("exec config.txt");
+    registry.execute("exec userconfig.txt");
+    registry.execute("exec userconfig.txt");
+    if (std::ifstream("data/autoexec.txt"))
+        registry.execute("exec autoexec.txt");
+}
+
+void Game::installGameInput(std::unique_ptr<GameInput> input)
+{
+    gameInput = std::move(input);
+    if (gameInput)
+        gameInput->init();
+    inputManager.setGameInput(gameInput.get());
+}
 
 void Game::setCommandLine(int argc, char** argv)
 {
@@ -85,6 +147,24 @@ void Game::pumpEvents()
     SDL_Event event;
     while (SDL_PollEvent(&event)) {
         switch (event.type) {
+        case SDL_KEYDOWN:
+            inputManager.setModifiers(event.key.keysym.mod);
+            inputManager.keyEvent(true, event.key.keysym.sym, event.key.keysym.unicode);
+            break;
+        case SDL_KEYUP:
+            inputManager.setModifiers(event.key.keysym.mod);
+            inputManager.keyUp(event.key.keysym.sym);
+            break;
+        case SDL_MOUSEMOTION:
+            inputManager.mouseMotion(event.motion.x, event.motion.y, event.motion.xrel,
+                                     event.motion.yrel);
+            break;
+        case SDL_MOUSEBUTTONDOWN:
+            inputManager.mouseButtonDown(event.button.x, event.button.y, event.button.button);
+            break;
+        case SDL_MOUSEBUTTONUP:
+            inputManager.mouseButtonUp(event.button.x, event.button.y, event.button.button);
+            break;
         case SDL_QUIT:
             quitRequested = true;
             break;
@@ -96,8 +176,9 @@ void Game::pumpEvents()
 
 void Game::runFrame()
 {
-    renderer->enter2D();
-    renderer->leave2D();
+    renderer->begin2D();
+    console->draw();
+    renderer->end2D();
     endFrame();
 
     if (paused) {
@@ -135,7 +216,7 @@ void Game::endFrame()
 {
     if (captureRequested)
         captureRequested = false;
-    renderer->swapBuffers();
+    renderer->endFrame();
     frameCount += 1;
 }
 
@@ -147,6 +228,7 @@ void Game::updateWorld()
 
     while (simulationAccumulator >= stepSeconds) {
         applyGravity(stepSeconds);
+        freezeVelocities();
         collideBodies(stepSeconds);
         moveBodies(stepSeconds);
         ++stepCount;
@@ -156,10 +238,76 @@ void Game::updateWorld()
         particleAccumulator -= particleStepSeconds;
 }
 
-void Game::moveBodies(float) {}
-void Game::applyGravity(float) {}
-void Game::collideBodies(float) {}
-void Game::collideBody(Body*, float) {}
+bool Game::isNearPlayer(const Body& body) const
+{
+    if (body.alwaysactive || !player)
+        return true;
+    return body.pos.distance2D(player->pos) < activityRadius;
+}
+
+void Game::moveBodies(float step)
+{
+    for (auto it = activeBodies.begin(); it != activeBodies.end(); it = bodyIterNext) {
+        Body* body = *it;
+        bodyIterNext = std::next(it);
+        body->onGround = false;
+        if (body->cancleanup) {
+            // destroyBody leaves bodyIterNext just past the removed entry.
+            destroyBody(body);
+            if (body == player)
+                player = nullptr;
+            delete body;
+            continue;
+        }
+        if (isNearPlayer(*body))
+            Collision::integrate(*body, step);
+        if (body->mass >= Body::minMass || body->nonmassmover) {
+            body->transform();
+            quadTree.update(body);
+            body->inView = false;
+        }
+    }
+    bodyIterNext = activeBodies.end();
+}
+
+bool Game::gravityValue(float& out) const
+{
+    if (!hasGravityOverride)
+        return false;
+    out = gravityOverride;
+    return true;
+}
+
+void Game::applyGravity(float step)
+{
+    float gravity = 0.0f;
+    if (!gravityValue(gravity))
+        return;
+    for (Body* body : activeBodies)
+        Collision::applyGravity(*body, gravity, step);
+}
+
+void Game::freezeVelocities()
+{
+    for (Body* body : activeBodies)
+        Collision::freezeVelocity(*body);
+}
+
+void Game::collideBodies(float step)
+{
+    for (Body* body : activeBodies)
+        if (isNearPlayer(*body))
+            collideBody(body, step);
+}
+
+void Game::collideBody(Body* body, float step)
+{
+    collisionCandidates.clear();
+    quadTree.candidates(*body, collisionCandidates, step);
+    // Touch hooks may spawn bodies, so walk by index over a stable snapshot.
+    for (size_t i = 0; i < collisionCandidates.size(); ++i)
+        collision.collide(*body, *collisionCandidates[i], step);
+}
 void Game::drawBodies() {}
 void Game::drawWorld()
 {
@@ -176,6 +324,7 @@ void Game::loadLevel(const std::string& name, const std::string&)
     levelPending = false;
     pendingLevel.clear();
     pendingLevelEntry.clear();
+    inputManager.setTarget("game");
 }
 
 void Game::requestLevel(const std::string& name, const std::string& entry)
@@ -188,10 +337,15 @@ void Game::requestLevel(const std::string& name, const std::string& entry)
 
 void Game::unloadLevel()
 {
+    if (player && player->quadTreeNode) {
+        player->quadTreeNode->remove(player);
+        player->quadTreeNode = nullptr;
+    }
     clearLevel();
     bodies.clear();
     activeBodies.clear();
     bodyIterNext = activeBodies.end();
+    quadTree.clear();
     worldRunning = false;
     levelLoaded = false;
     nextBodyId = 2;
@@ -206,7 +360,7 @@ void Game::addBody(Body* body, bool assignId)
 {
     bodies.push_back(body);
     if (assignId)
-        ++nextBodyId;
+        body->autoid = nextBodyId++;
 }
 
 void Game::addActiveBody(Body* body) { activeBodies.push_back(body); }
@@ -229,19 +383,48 @@ void Game::spawnBody(Body* body)
 {
     addBody(body, true);
     addActiveBody(body);
+    body->transform();
+    body->updateBounds();
+    quadTree.insert(body);
 }
 
-void Game::markForRemoval(Body*) {}
+void Game::markForRemoval(Body* body)
+{
+    if (body)
+        body->cancleanup = true;
+}
 
 void Game::destroyBody(Body* body)
 {
+    if (body->quadTreeNode)
+        body->quadTreeNode->remove(body);
+    body->quadTreeNode = nullptr;
     removeActiveBody(body);
     removeBody(body);
-    collisionCandidates.remove(body);
-    visibleBodies.remove(body);
+    collisionCandidates.erase(std::remove(collisionCandidates.begin(), collisionCandidates.end(), body),
+                              collisionCandidates.end());
+    visibleBodies.erase(std::remove(visibleBodies.begin(), visibleBodies.end(), body), visibleBodies.end());
 }
 
-void Game::clearLevel() {}
+void Game::clearLevel()
+{
+    // The player persists across levels; every other body goes.
+    std::list<Body*> doomed;
+    doomed.swap(bodies);
+    for (Body* body : activeBodies)
+        if (std::find(doomed.begin(), doomed.end(), body) == doomed.end())
+            doomed.push_back(body);
+    activeBodies.clear();
+    bodyIterNext = activeBodies.end();
+    collisionCandidates.clear();
+    visibleBodies.clear();
+    for (Body* body : doomed) {
+        if (body == player)
+            bodies.push_back(body);
+        else
+            delete body;
+    }
+}
 
 void Game::tickTimer() { timer.tick(); }
 
@@ -280,8 +463,10 @@ void Game::shutdown()
     bodies.clear();
     activeBodies.clear();
     bodyIterNext = activeBodies.end();
-    if (renderer)
-        renderer->shutdown();
+    renderer.reset();
+    ResourceManager::instance().clearArchives();
+    CommandRegistry::instance().clearCommands();
+    VariableRegistry::instance().clearVariables();
 }
 
 void Game::quit()

@@ -7,11 +7,17 @@
 #include <list>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "core/BasicTimer.h"
+#include "input/InputManager.h"
+#include "world/physics/Collision.h"
+#include "world/quadtree/QuadTree.h"
 
 class Body;
 class Console;
+class GameInput;
+class GUIManager;
 class IRenderer;
 class ISound;
 
@@ -45,6 +51,19 @@ public:
     virtual void applyGravity(float step);
     virtual void collideBodies(float step);
     virtual void collideBody(Body* body, float step);
+    // frozenvel := vel for every active body; runs between gravity and collisions.
+    virtual void freezeVelocities();
+    // The "gravity" variable's value; false while there is no such variable.
+    virtual bool gravityValue(float& out) const;
+    // Stands in for the "gravity" variable where no registry exists (tests, tools).
+    void setGravityOverride(float g)
+    {
+        gravityOverride = g;
+        hasGravityOverride = true;
+    }
+    // Bodies far from the player (and not always active) are left alone.
+    bool isNearPlayer(const Body& body) const;
+    QuadTree& getQuadTree() { return quadTree; }
     virtual void drawWorld();
     virtual void drawScene(bool bloomPass);
     virtual void loadLevel(const std::string& name, const std::string& entry);
@@ -55,6 +74,9 @@ public:
     ISound* getSound() const { return sound.get(); }
     IRenderer* getRenderer() const { return renderer.get(); }
     Console* getConsole() const { return console.get(); }
+    InputManager& getInputManager() { return inputManager; }
+    GUIManager* getGUIManager() const { return guiManager.get(); }
+    GameInput* getGameInput() const { return gameInput.get(); }
     BasicTimer& getTimer() { return timer; }
     const BasicTimer& getTimer() const { return timer; }
     Body* getPlayer() const { return player; }
@@ -82,6 +104,13 @@ public:
     virtual void pause();
     virtual void unpause();
 
+    // Stores the game's input target, lets it register its commands and makes
+    // it the input manager's target "game".
+    void installGameInput(std::unique_ptr<GameInput> input);
+    // config.txt (or, before the game has written one, default.cfg), then
+    // userconfig.txt twice, then autoexec.txt when it exists.
+    void runStartupScripts();
+
     // Runs the event pump until the queue is empty.
     void pumpEvents();
     // Console commands given on the command line ("+map test +exec x.txt").
@@ -92,6 +121,7 @@ public:
     std::list<Body*>& getActiveBodies() { return activeBodies; }
     bool isLevelLoaded() const { return levelLoaded; }
     bool isWorldRunning() const { return worldRunning; }
+    void setWorldRunning(bool running) { worldRunning = running; }
     bool isPaused() const { return paused; }
     bool isLevelPending() const { return levelPending; }
     bool isShutDown() const { return shutDown; }
@@ -106,12 +136,19 @@ public:
 protected:
     std::unique_ptr<ISound> sound;
     std::unique_ptr<IRenderer> renderer;
+    std::unique_ptr<GUIManager> guiManager;
+    InputManager inputManager;
     std::unique_ptr<Console> console;
+    std::unique_ptr<GameInput> gameInput;
 
     std::list<Body*> bodies;
     std::list<Body*> activeBodies;
-    std::list<Body*> collisionCandidates;
-    std::list<Body*> visibleBodies;
+    std::vector<Body*> collisionCandidates;
+    std::vector<Body*> visibleBodies;
+    QuadTree quadTree;
+    Collision collision;
+    float gravityOverride = 0.0f;
+    bool hasGravityOverride = false;
     Body* player = nullptr;
 
     uint32_t startTicks = 0;
