@@ -83,6 +83,8 @@ bool Game::init()
         SDL_Quit();
         return false;
     }
+    console->init();
+    console->setSize(renderer->getWidth(), renderer->getHeight());
     sound->initialise();
     timer.start();
     if (FontRenderer* fonts = renderer->getFontRenderer()) {
@@ -97,6 +99,10 @@ bool Game::init()
 
 bool Game::registerCommands()
 {
+    registerCommand("take a screenshot", "screenshot", [] {
+        if (Game* game = Game::current())
+            game->captureRequested = true;
+    });
     runStartupScripts();
     return true;
 }
@@ -214,8 +220,11 @@ void Game::runFrame()
 
 void Game::endFrame()
 {
-    if (captureRequested)
+    renderer->drawFps();
+    if (captureRequested) {
+        renderer->takeScreenshot();
         captureRequested = false;
+    }
     renderer->endFrame();
     frameCount += 1;
 }
@@ -354,6 +363,7 @@ void Game::unloadLevel()
 void Game::restartVideo(int width, int height, bool fullscreen)
 {
     renderer->setVideoMode(width, height, fullscreen);
+    console->setSize(renderer->getWidth(), renderer->getHeight());
 }
 
 void Game::addBody(Body* body, bool assignId)
