@@ -119,9 +119,11 @@ def grunt(rng, kind, level=1, size=64):
     trim = LEVEL_TRIM[min(level, 5) - 1]
     ol = outline_of(base)
     if kind == 'chaingun':
-        barrel(cv, 30, 42, 60, 3.2)
-        barrel(cv, 30, 48, 58, 2.6)
-        cv.shape(sd_box(cv, 48, 45, 4, 7, 2), DARK_STEEL, bevel=2)
+        barrel(cv, 30, 40, 62, 2.6, STEEL * 0.7)
+        barrel(cv, 30, 45, 62, 2.6, STEEL * 0.7)
+        barrel(cv, 30, 50, 62, 2.6, STEEL * 0.7)
+        cv.shape(sd_box(cv, 46, 45, 3.5, 9, 1.5), GUNMETAL, outline=rgb('10141e'), bevel=2)
+        cv.shape(sd_box(cv, 56, 45, 2.5, 8.5, 1.2), GUNMETAL, outline=rgb('10141e'), bevel=2)
         hull = sd_circle(cv, 28, 30, 21)
         cv.shape(hull, base, outline=ol, bevel=6, gloss=0.4)
         cv.shape(intersect(sd_box(cv, 28, 47, 22, 5, 0), hull + 2), trim * 0.8, outline=ol, ow=0.8)
@@ -129,11 +131,12 @@ def grunt(rng, kind, level=1, size=64):
     elif kind == 'rocket':
         hull = sd_box(cv, 28, 36, 19, 20, 7)
         cv.shape(hull, base, outline=ol, bevel=6, gloss=0.4)
-        tube = sd_box(cv, 40, 14, 20, 6, 5)
-        cv.shape(tube, DARK_STEEL, bevel=4, gloss=0.5)
-        cv.shape(sd_box(cv, 58, 14, 3, 7.5, 1.5), trim, bevel=2)
-        cv.fill(sd_circle(cv, 60, 14, 3.2), rgb('1a0c0c'))
-        cv.shape(sd_box(cv, 24, 14, 5, 7, 2), base * 0.8, bevel=2)
+        tube = sd_box(cv, 38, 13, 22, 7, 6)
+        cv.shape(tube, STEEL * 0.8, outline=rgb('10141e'), bevel=4, gloss=0.6)
+        cv.shape(intersect(sd_box(cv, 30, 13, 3, 8, 0), tube + 1), trim, outline=rgb('10141e'), ow=0.7, bevel=2)
+        cv.shape(sd_box(cv, 58, 13, 3, 8.5, 1.5), GUNMETAL, outline=rgb('10141e'), bevel=2)
+        cv.fill(sd_circle(cv, 59.5, 13, 3.6), rgb('1a0c0c'))
+        cv.glow(sd_circle(cv, 59.5, 13, 2.0), rgb('ff6a2a'), 2.0, 0.5)
         eye(cv, 30, 36, 7, HOSTILE_EYE)
     elif kind == 'shotgun':
         barrel(cv, 34, 40, 61, 2.8)
@@ -576,17 +579,20 @@ def grapple_star(rng, size=32):
 
 
 def gib(rng, size=32):
+    """A wet, lumpy chunk with a bit of bone."""
     cv = Canvas(size, size)
-    pts = []
-    for k in range(9):
-        a = k * 2 * np.pi / 9
-        r = 9 + rng.random() * 4
-        pts.append((16 + r * np.cos(a), 16 + r * np.sin(a)))
-    chunk = sd_poly(cv, pts) + 0.5
-    cv.shape(chunk, rgb('b4202a'), outline=rgb('3a0508'), ow=1.0, bevel=4, gloss=0.6)
-    bone = union(sd_segment(cv, 12, 19, 21, 12, 1.8), sd_circle(cv, 11, 20, 2.3), sd_circle(cv, 22, 11, 2.3))
+    ang = np.arctan2(cv.y - 16, cv.x - 16)
+    lumps = sum(rng.uniform(0.6, 1.4) * np.sin(ang * k + rng.uniform(0, 6.3)) for k in (2, 3, 5))
+    chunk = np.sqrt((cv.x - 16) ** 2 + (cv.y - 16) ** 2) - 10.5 - lumps * 0.9
+    cv.shape(chunk, rgb('a8182a'), outline=rgb('2e0408'), ow=1.0, bevel=4, gloss=0.7, shadow=0.5,
+             top=rgb('e04050'))
+    for _ in range(4):
+        x, y = 16 + rng.uniform(-6, 6), 16 + rng.uniform(-5, 6)
+        cv.fill(intersect(sd_circle(cv, x, y, rng.uniform(1.2, 2.2)), chunk + 1.5), rgb('5a0812'), 0.7)
+    bone = union(sd_segment(cv, 11, 20, 21, 11, 1.6), sd_circle(cv, 10, 21, 2.2), sd_circle(cv, 12, 22.5, 1.8),
+                 sd_circle(cv, 22, 10, 2.2), sd_circle(cv, 20.5, 8.5, 1.8))
     cv.shape(bone, rgb('f2ead6'), outline=rgb('5a4a3a'), ow=0.6, bevel=1.5, gloss=0.5)
-    cv.highlight(12, 10, 4, 3, 0.5, clip=chunk)
+    cv.highlight(12, 11, 4, 2.5, 0.7, clip=chunk)
     return cv.image()
 
 
