@@ -184,13 +184,13 @@ def hazard(rng, n=128):
 
 
 def water(rng, n=256):
-    a1 = fbm(rng, n, beta=2.4, lo=2)
-    a2 = fbm(rng, n, beta=2.4, lo=2)
-    caustic = 1 - np.abs(a1 - a2) * 2.6
-    caustic = clamp01(caustic) ** 6
-    depth = fbm(rng, n, beta=3.0, lo=1)
-    col = colourise(depth, [(0, '0b3a6a'), (1, '1a6aa8')]) + caustic[..., None] * rgb('8fe8ff') * 0.55
-    alpha = 0.62 + caustic * 0.25
+    """Translucent water with soft caustic lines."""
+    a1 = fbm(rng, n, beta=3.2, lo=2, hi=24)
+    a2 = fbm(rng, n, beta=3.2, lo=2, hi=24)
+    caustic = clamp01(1 - np.abs(a1 - a2) * 5.0) ** 4
+    depth = fbm(rng, n, beta=3.5, lo=1)
+    col = colourise(depth, [(0, '0e3f72'), (1, '1f74b4')]) + caustic[..., None] * rgb('a8f0ff') * 0.45
+    alpha = 0.6 + caustic * 0.2
     return straight_image(col, alpha)
 
 
