@@ -88,6 +88,8 @@ bool Game::init()
         SDL_Quit();
         return false;
     }
+    console->init();
+    console->setSize(renderer->getWidth(), renderer->getHeight());
     sound->initialise();
     timer.start();
     if (FontRenderer* fonts = renderer->getFontRenderer()) {
@@ -300,6 +302,7 @@ void Game::runFrame()
 
 void Game::endFrame()
 {
+    renderer->drawFps();
     if (movierecord && movierecord->intValue > 0) {
         movieClock += timer.frameTime();
         if (movieClock > 1.0f / static_cast<float>(movierecord->intValue)) {
@@ -566,6 +569,7 @@ void Game::restartVideo(int width, int height, bool fullscreen)
     renderer->setVideoMode(width, height, fullscreen);
     if (FontRenderer* fonts = renderer->getFontRenderer())
         fonts->init();
+    console->setSize(renderer->getWidth(), renderer->getHeight());
 }
 
 void Game::addBody(Body* body, bool assignId)
