@@ -11,6 +11,7 @@
 #include "console/CommandRegistry.h"
 #include "console/Console.h"
 #include "console/ConsolePrint.h"
+#include "console/GameVar.h"
 #include "console/VariableRegistry.h"
 #include "core/Clock.h"
 #include "gui/GUIManager.h"
@@ -314,9 +315,14 @@ void Game::moveBodies(float step)
 
 bool Game::gravityValue(float& out) const
 {
-    if (!hasGravityOverride)
+    if (hasGravityOverride) {
+        out = gravityOverride;
+        return true;
+    }
+    const GameVar* gravity = findVar("gravity");
+    if (!gravity)
         return false;
-    out = gravityOverride;
+    out = gravity->floatValue;
     return true;
 }
 
