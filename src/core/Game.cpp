@@ -92,6 +92,8 @@ bool Game::init()
         SDL_Quit();
         return false;
     }
+    console->init();
+    console->setSize(renderer->getWidth(), renderer->getHeight());
     sound->initialise();
     timer.start();
     if (FontRenderer* fonts = renderer->getFontRenderer()) {
@@ -285,8 +287,11 @@ void Game::runFrame()
 
 void Game::endFrame()
 {
-    if (captureRequested)
+    renderer->drawFps();
+    if (captureRequested) {
+        renderer->takeScreenshot();
         captureRequested = false;
+    }
     renderer->endFrame();
     frameCount += 1;
 }
@@ -471,6 +476,7 @@ void Game::unloadLevel()
 void Game::restartVideo(int width, int height, bool fullscreen)
 {
     renderer->setVideoMode(width, height, fullscreen);
+    console->setSize(renderer->getWidth(), renderer->getHeight());
 }
 
 void Game::addBody(Body* body, bool assignId)
