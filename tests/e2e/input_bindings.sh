@@ -16,6 +16,7 @@ bind k probe_k
 bind x +probe_x;+probe_y; +probe_z
 bind MOUSE2 probe_mouse2
 bind MWHEELUP probe_wheelup
+unbind d
 map
 SCRIPT
 
@@ -69,4 +70,18 @@ done
 gui=$(grep -x -E "Show GUI|Hide GUI" "$log" | paste -sd, -)
 [ "$gui" = "Hide GUI,Show GUI,Hide GUI" ] || fail "Escape toggled the GUI as '$gui'"
 grep -q "^left click at 200, 150" "$log" || fail "the click did not reach the GUI"
+
+# The bindings outlive the run: config.txt keeps them, including the player's
+# unbinding of a default key, and the defaults do not come back next time.
+config="$work/data/config.txt"
+grep -q -x "bind k probe_k" "$config" || fail "config.txt lacks the k binding"
+grep -q -x "bind mouse1 +attack" "$config" || fail "config.txt lacks the default fire binding"
+grep -q -x "bind d " "$config" || fail "config.txt lacks the unbound d"
+rm "$work/data/autoexec.txt"
+start_game "$work"
+xdotool search --sync --name Brindlequay >/dev/null
+sleep 1
+stop_game
+! grep -q "^bind d +moveright" "$config" || fail "the default binding of d came back"
+grep -q -x "bind k probe_k" "$config" || fail "the k binding was lost on the second run"
 echo "input bindings ok"
