@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/BasicTimer.h"
+#include "world/geometry/Vector.h"
 #include "input/InputManager.h"
 #include "world/physics/Collision.h"
 #include "world/quadtree/QuadTree.h"
@@ -130,6 +131,11 @@ public:
     virtual void loadSky(const std::string& path);
     void setShowMap(bool on) { showMap = on; }
     bool isShowingMap() const { return showMap; }
+    // The frame-rate and body-count lines drawn over the world when debuginfo is on.
+    virtual void drawDebugText();
+    // Moves a chase point after a target; true when it has settled (within 2 units).
+    static bool followChasePoint(const Vector& target, Vector& chase, float frameTime);
+    bool isCameraSettled() const { return cameraSettled; }
     // Runs the commands given on the command line, each on its own.
     void runCommandLine();
 
@@ -208,7 +214,13 @@ protected:
     float particleAccumulator = 0.0f;
     uint64_t stepCount = 0;
     std::vector<std::string> commandLineCommands;
+
+    bool setInitialVideoMode();
+    void refreshVisibleBodies();
+    void drawPausedImage();
+    void interpolateBodies();
     bool noclip = false;
+    bool cameraSettled = false;
     std::string skyFile;
 
     // Looked up once by registerCommands; the registry owns them.

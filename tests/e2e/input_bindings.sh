@@ -45,6 +45,16 @@ xdotool key --window "$wid" k
 xdotool key --window "$wid" grave
 xdotool key --window "$wid" k
 
+# Bind a key from the console and use it.
+xdotool key --window "$wid" grave
+sleep 0.3
+xdotool type --window "$wid" --delay 30 "bind j probe_j"
+xdotool key --window "$wid" Return
+xdotool key --window "$wid" grave
+sleep 0.3
+xdotool key --window "$wid" j
+sleep 0.3
+
 # The menu layer is still up from the start: the first Escape goes to it and
 # hides it. The next one shows it again and stops the game; the menu then gets
 # the clicks and keys, and Escape returns to the game.
@@ -62,7 +72,7 @@ sleep 0.5
 stop_game
 
 [ "$(count 'Unknown Command: probe_k')" = 3 ] || fail "k ran $(count 'Unknown Command: probe_k') times, want 3"
-for c in +probe_x +probe_y -probe_x -probe_y probe_mouse2 probe_wheelup; do
+for c in probe_j +probe_x +probe_y -probe_x -probe_y probe_mouse2 probe_wheelup; do
   [ "$(count "Unknown Command: $c")" = 1 ] || fail "$c ran $(count "Unknown Command: $c") times, want 1"
 done
 # A segment after "; " is not a "+" segment: it runs on press only.
