@@ -61,10 +61,12 @@ struct ShapeDesc {
     bool projectile = false;
 };
 
+constexpr float wallThickness = 40.0f;
+
 struct SceneDesc {
     float gravity = -500.0f;  // units/s^2
     float restitution = 0.05f;
-    float halfExtent = 2000.0f;  // the closed box: |x|, |y| <= halfExtent
+    float halfExtent = 2000.0f;  // inner faces of the closed box's walls
     std::vector<ShapeDesc> shapes;
 };
 
@@ -118,7 +120,7 @@ float massFor(const std::vector<Vector>& local) { return polygonArea(local) / 16
 
 void addWalls(SceneDesc& scene)
 {
-    const float h = scene.halfExtent, t = 40.0f, len = 2.0f * h + 2.0f * t;
+    const float h = scene.halfExtent, t = wallThickness, len = 2.0f * h + 2.0f * t;
     const std::array<std::array<float, 4>, 4> walls = {
         {{0, -h - t / 2, len, t}, {0, h + t / 2, len, t}, {-h - t / 2, 0, t, len}, {h + t / 2, 0, t, len}}};
     for (const auto& [x, y, w, hh] : walls) {
@@ -278,6 +280,12 @@ struct Box2DWorld {
 // ---------------------------------------------------------------------------
 // The correctness gate and a few figures to show both engines did the same.
 
+// A body whose centre is past the middle of a wall has left: separation
+// pushes it out of the far side, and it keeps going (or rests on the roof),
+// so a check after the last step catches every escape. Both engines let a
+// fast body sink into a wall for a step before pushing it back (ours moves
+// with the velocity frozen before the collision pass), so the inner face is
+// not the line; how deep they sink is shown as "sink".
 struct GateResult {
     int escaped = 0;
     int nonFinite = 0;
@@ -285,29 +293,51 @@ struct GateResult {
 };
 std::map<std::string, GateResult> gateResults;
 
-void check(const std::string& name, const SceneDesc& scene, const std::vector<Vector>& positions,
-           const std::vector<Vector>& velocities, benchmark::State& state)
+struct BodyState {
+    Vector pos;
+    Vector vel;
+    float halfWidth = 0.0f;
+    float halfHeight = 0.0f;
+};
+
+void check(const std::string& name, const SceneDesc& scene, const std::vector<BodyState>& bodies,
+           benchmark::State& state)
 {
     GateResult& g = gateResults[name];
-    float resting = 0.0f, meanY = 0.0f;
-    for (size_t i = 0; i < positions.size(); ++i) {
-        const Vector& p = positions[i];
+    const float line = scene.halfExtent + 0.5f * wallThickness;
+    float resting = 0.0f, meanY = 0.0f, sink = 0.0f;
+    int escaped = 0;
+    for (const BodyState& b : bodies) {
+        const Vector& p = b.pos;
         ++g.total;
-        if (!std::isfinite(p.x) || !std::isfinite(p.y)) {
+        if (!std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(b.vel.x) || !std::isfinite(b.vel.y)) {
             ++g.nonFinite;
             continue;
         }
-        if (std::fabs(p.x) > scene.halfExtent || std::fabs(p.y) > scene.halfExtent)
-            ++g.escaped;
-        const Vector& v = velocities[i];
-        if (v.x * v.x + v.y * v.y < 25.0f * 25.0f)
+        if (std::fabs(p.x) > line || std::fabs(p.y) > line) {
+            ++escaped;
+            continue;
+        }
+        sink = std::max({sink, std::fabs(p.x) + b.halfWidth - scene.halfExtent,
+                         std::fabs(p.y) + b.halfHeight - scene.halfExtent});
+        if (b.vel.x * b.vel.x + b.vel.y * b.vel.y < 25.0f * 25.0f)
             resting += 1.0f;
         meanY += p.y;
     }
-    const float n = positions.empty() ? 1.0f : static_cast<float>(positions.size());
+    g.escaped += escaped;
+    const float n = bodies.empty() ? 1.0f : static_cast<float>(bodies.size());
     state.counters["resting"] = resting;
     state.counters["meanY"] = meanY / n;
-    state.counters["escaped"] = static_cast<double>(g.escaped);
+    state.counters["sink"] = sink;
+    state.counters["escaped"] = escaped;
+}
+
+void halfExtents(const std::vector<Vector>& local, BodyState& out)
+{
+    for (const Vector& v : local) {
+        out.halfWidth = std::max(out.halfWidth, std::fabs(v.x));
+        out.halfHeight = std::max(out.halfHeight, std::fabs(v.y));
+    }
 }
 
 int steps = 400;
@@ -318,12 +348,13 @@ void runOurs(benchmark::State& state, const SceneDesc& scene, const std::string&
     OurWorld world(scene);
     for (auto _ : state)
         world.step();
-    std::vector<Vector> pos, vel;
+    std::vector<BodyState> bodies;
     for (const Body* b : world.movables) {
-        pos.push_back(b->pos);
-        vel.push_back(b->vel);
+        BodyState s{b->pos, b->vel};
+        halfExtents(b->localVertices, s);
+        bodies.push_back(s);
     }
-    check(name, scene, pos, vel, state);
+    check(name, scene, bodies, state);
 }
 
 void runBox2D(benchmark::State& state, const SceneDesc& scene, const std::string& name, bool allowSleep)
@@ -331,12 +362,15 @@ void runBox2D(benchmark::State& state, const SceneDesc& scene, const std::string
     Box2DWorld world(scene, allowSleep);
     for (auto _ : state)
         world.step();
-    std::vector<Vector> pos, vel;
+    std::vector<BodyState> bodies;
     for (const b2Body* b : world.movables) {
-        pos.push_back(toUnits(b->GetPosition()));
-        vel.push_back(toUnits(b->GetLinearVelocity()));
+        BodyState s{toUnits(b->GetPosition()), toUnits(b->GetLinearVelocity())};
+        const b2AABB box = b->GetFixtureList()->GetAABB(0);
+        s.halfWidth = 0.5f * (box.upperBound.x - box.lowerBound.x) * unitsPerMetre;
+        s.halfHeight = 0.5f * (box.upperBound.y - box.lowerBound.y) * unitsPerMetre;
+        bodies.push_back(s);
     }
-    check(name, scene, pos, vel, state);
+    check(name, scene, bodies, state);
 }
 
 // ---------------------------------------------------------------------------
@@ -739,8 +773,8 @@ int main(int argc, char** argv)
         const bool ok = g.escaped == 0 && g.nonFinite == 0;
         passed = passed && ok;
         if (!ok)
-            std::printf("gate: %s: %d of %d body checks outside the box, %d non-finite\n", name.c_str(),
-                        g.escaped, g.total, g.nonFinite);
+            std::printf("gate: %s: %d of %d bodies left the box, %d non-finite\n", name.c_str(), g.escaped,
+                        g.total, g.nonFinite);
     }
     std::printf("gate (no movable body leaves the closed box): %s\n", passed ? "PASSED" : "FAILED");
     return passed ? 0 : 1;
