@@ -17,6 +17,7 @@
 #include "world/quadtree/QuadTree.h"
 
 class Body;
+class BodyFactory;
 class Console;
 class GameInput;
 class GameVar;
@@ -144,6 +145,11 @@ public:
     void setCommandLine(int argc, char** argv);
     const std::vector<std::string>& getCommandLineCommands() const { return commandLineCommands; }
 
+    // The factory levels are read through: a plain Body for "default", the
+    // game's body types through its fallback. Made on first use.
+    BodyFactory* getBodyFactory();
+    void setNextBodyId(int id) { nextBodyId = id; }
+
     std::list<Body*>& getBodies() { return bodies; }
     std::list<Body*>& getActiveBodies() { return activeBodies; }
     bool isLevelLoaded() const { return levelLoaded; }
@@ -177,6 +183,10 @@ protected:
     float gravityOverride = 0.0f;
     bool hasGravityOverride = false;
     Body* player = nullptr;
+    std::unique_ptr<BodyFactory> bodyFactory;
+    // The factory of the game's body types, the fallback of bodyFactory.
+    // Belongs to the gameplay controller once that exists.
+    std::unique_ptr<BodyFactory> gameBodyFactory;
 
     uint32_t startTicks = 0;
     uint32_t frameCount = 0;
