@@ -136,8 +136,9 @@ public:
     // Moves a chase point after a target; true when it has settled (within 2 units).
     static bool followChasePoint(const Vector& target, Vector& chase, float frameTime);
     bool isCameraSettled() const { return cameraSettled; }
-    // Runs the commands given on the command line, each on its own.
-    void runCommandLine();
+    // Runs the commands given on the command line, each on its own: the "set"
+    // commands (before the video mode is set) or all the others.
+    void runCommandLine(bool settingsOnly);
 
     // Runs the event pump until the queue is empty.
     void pumpEvents();
