@@ -27,6 +27,8 @@ protected:
     {
         CommandRegistry::instance().reset();
         VariableRegistry::instance().clearVariables();
+        CommandRegistry::instance().registerCommands();
+        VariableRegistry::instance().registerCommands();
         game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
         game->installGameInput(std::make_unique<GameInput>());
     }
@@ -111,4 +113,17 @@ TEST_F(GameCommandsTest, SavegameIsDeferredToTheNextFrame)
 {
     CommandRegistry::instance().execute("savegame slot1");
     EXPECT_TRUE(game->isSaveRequested());
+}
+
+TEST_F(GameCommandsTest, CommandLineSetsRunBeforeTheOthers)
+{
+    GameVar* width = createVar("vidwidth", "1024", "");
+    width->setType("int");
+    const char* argv[] = {"brindlequay", "+writeconfig", "mine.txt", "+set", "vidwidth", "800"};
+    game->setCommandLine(6, const_cast<char**>(argv));
+    game->runCommandLine(true);
+    EXPECT_EQ(width->intValue, 800);
+    EXPECT_FALSE(std::ifstream("mine.txt").good());
+    game->runCommandLine(false);
+    EXPECT_NE(readFile("mine.txt").find("vidwidth 800"), std::string::npos);
 }
