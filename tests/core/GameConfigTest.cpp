@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "console/CommandRegistry.h"
+#include "console/RegistryFixture.h"
 #include "console/Console.h"
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
@@ -21,22 +22,18 @@ std::string readFile(const std::string& name)
     return s.str();
 }
 
-class GameConfigTest : public ::testing::Test {
+class GameConfigTest : public RegistryFixture {
 protected:
     void SetUp() override
     {
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
-        CommandRegistry::instance().registerCommands();
-        VariableRegistry::instance().registerCommands();
+        RegistryFixture::SetUp();
         game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
         game->installGameInput(std::make_unique<GameInput>());
     }
     void TearDown() override
     {
         game.reset();
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
+        RegistryFixture::TearDown();
         std::remove("mine.txt");
     }
     std::unique_ptr<Game> game;
