@@ -6,12 +6,16 @@
 #include <csignal>
 #include <cstdio>
 
+#include "console/CommandRegistry.h"
 #include "console/Console.h"
+#include "console/VariableRegistry.h"
 #include "core/Clock.h"
 #include "render/IRenderer.h"
+#include "resources/ResourceManager.h"
 #include "render/Renderer.h"
 #include "sound/ISound.h"
 #include "sound/NullSound.h"
+#include "world/body/Body.h"
 
 namespace {
 Game* currentGame = nullptr;
@@ -33,6 +37,7 @@ Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
 
 Game::~Game()
 {
+    clearLevel();
     if (currentGame == this)
         currentGame = nullptr;
 }
@@ -44,6 +49,10 @@ bool Game::init()
     std::printf("======== GAME INIT ========\n");
     std::signal(SIGTERM, onTerminateSignal);
     std::signal(SIGINT, onTerminateSignal);
+
+    CommandRegistry::instance().registerCommands();
+    VariableRegistry::instance().registerCommands();
+    VariableRegistry::instance().loadVariables("data/gamevars.xml");
 
     if (!renderer->init()) {
         SDL_Quit();
@@ -147,6 +156,7 @@ void Game::updateWorld()
 
     while (simulationAccumulator >= stepSeconds) {
         applyGravity(stepSeconds);
+        freezeVelocities();
         collideBodies(stepSeconds);
         moveBodies(stepSeconds);
         ++stepCount;
@@ -156,10 +166,76 @@ void Game::updateWorld()
         particleAccumulator -= particleStepSeconds;
 }
 
-void Game::moveBodies(float) {}
-void Game::applyGravity(float) {}
-void Game::collideBodies(float) {}
-void Game::collideBody(Body*, float) {}
+bool Game::isNearPlayer(const Body& body) const
+{
+    if (body.alwaysactive || !player)
+        return true;
+    return body.pos.distance2D(player->pos) < activityRadius;
+}
+
+void Game::moveBodies(float step)
+{
+    for (auto it = activeBodies.begin(); it != activeBodies.end(); it = bodyIterNext) {
+        Body* body = *it;
+        bodyIterNext = std::next(it);
+        body->onGround = false;
+        if (body->cancleanup) {
+            // destroyBody leaves bodyIterNext just past the removed entry.
+            destroyBody(body);
+            if (body == player)
+                player = nullptr;
+            delete body;
+            continue;
+        }
+        if (isNearPlayer(*body))
+            Collision::integrate(*body, step);
+        if (body->mass >= Body::minMass || body->nonmassmover) {
+            body->transform();
+            quadTree.update(body);
+            body->inView = false;
+        }
+    }
+    bodyIterNext = activeBodies.end();
+}
+
+bool Game::gravityValue(float& out) const
+{
+    if (!hasGravityOverride)
+        return false;
+    out = gravityOverride;
+    return true;
+}
+
+void Game::applyGravity(float step)
+{
+    float gravity = 0.0f;
+    if (!gravityValue(gravity))
+        return;
+    for (Body* body : activeBodies)
+        Collision::applyGravity(*body, gravity, step);
+}
+
+void Game::freezeVelocities()
+{
+    for (Body* body : activeBodies)
+        Collision::freezeVelocity(*body);
+}
+
+void Game::collideBodies(float step)
+{
+    for (Body* body : activeBodies)
+        if (isNearPlayer(*body))
+            collideBody(body, step);
+}
+
+void Game::collideBody(Body* body, float step)
+{
+    collisionCandidates.clear();
+    quadTree.candidates(*body, collisionCandidates, step);
+    // Touch hooks may spawn bodies, so walk by index over a stable snapshot.
+    for (size_t i = 0; i < collisionCandidates.size(); ++i)
+        collision.collide(*body, *collisionCandidates[i], step);
+}
 void Game::drawBodies() {}
 void Game::drawWorld()
 {
@@ -188,10 +264,15 @@ void Game::requestLevel(const std::string& name, const std::string& entry)
 
 void Game::unloadLevel()
 {
+    if (player && player->quadTreeNode) {
+        player->quadTreeNode->remove(player);
+        player->quadTreeNode = nullptr;
+    }
     clearLevel();
     bodies.clear();
     activeBodies.clear();
     bodyIterNext = activeBodies.end();
+    quadTree.clear();
     worldRunning = false;
     levelLoaded = false;
     nextBodyId = 2;
@@ -206,7 +287,7 @@ void Game::addBody(Body* body, bool assignId)
 {
     bodies.push_back(body);
     if (assignId)
-        ++nextBodyId;
+        body->autoid = nextBodyId++;
 }
 
 void Game::addActiveBody(Body* body) { activeBodies.push_back(body); }
@@ -229,19 +310,48 @@ void Game::spawnBody(Body* body)
 {
     addBody(body, true);
     addActiveBody(body);
+    body->transform();
+    body->updateBounds();
+    quadTree.insert(body);
 }
 
-void Game::markForRemoval(Body*) {}
+void Game::markForRemoval(Body* body)
+{
+    if (body)
+        body->cancleanup = true;
+}
 
 void Game::destroyBody(Body* body)
 {
+    if (body->quadTreeNode)
+        body->quadTreeNode->remove(body);
+    body->quadTreeNode = nullptr;
     removeActiveBody(body);
     removeBody(body);
-    collisionCandidates.remove(body);
-    visibleBodies.remove(body);
+    collisionCandidates.erase(std::remove(collisionCandidates.begin(), collisionCandidates.end(), body),
+                              collisionCandidates.end());
+    visibleBodies.erase(std::remove(visibleBodies.begin(), visibleBodies.end(), body), visibleBodies.end());
 }
 
-void Game::clearLevel() {}
+void Game::clearLevel()
+{
+    // The player persists across levels; every other body goes.
+    std::list<Body*> doomed;
+    doomed.swap(bodies);
+    for (Body* body : activeBodies)
+        if (std::find(doomed.begin(), doomed.end(), body) == doomed.end())
+            doomed.push_back(body);
+    activeBodies.clear();
+    bodyIterNext = activeBodies.end();
+    collisionCandidates.clear();
+    visibleBodies.clear();
+    for (Body* body : doomed) {
+        if (body == player)
+            bodies.push_back(body);
+        else
+            delete body;
+    }
+}
 
 void Game::tickTimer() { timer.tick(); }
 
@@ -282,6 +392,9 @@ void Game::shutdown()
     bodyIterNext = activeBodies.end();
     if (renderer)
         renderer->shutdown();
+    ResourceManager::instance().clearArchives();
+    CommandRegistry::instance().clearCommands();
+    VariableRegistry::instance().clearVariables();
 }
 
 void Game::quit()

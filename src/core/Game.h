@@ -7,8 +7,11 @@
 #include <list>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "core/BasicTimer.h"
+#include "world/physics/Collision.h"
+#include "world/quadtree/QuadTree.h"
 
 class Body;
 class Console;
@@ -45,6 +48,19 @@ public:
     virtual void applyGravity(float step);
     virtual void collideBodies(float step);
     virtual void collideBody(Body* body, float step);
+    // frozenvel := vel for every active body; runs between gravity and collisions.
+    virtual void freezeVelocities();
+    // The "gravity" variable's value; false while there is no such variable.
+    virtual bool gravityValue(float& out) const;
+    // Stands in for the "gravity" variable where no registry exists (tests, tools).
+    void setGravityOverride(float g)
+    {
+        gravityOverride = g;
+        hasGravityOverride = true;
+    }
+    // Bodies far from the player (and not always active) are left alone.
+    bool isNearPlayer(const Body& body) const;
+    QuadTree& getQuadTree() { return quadTree; }
     virtual void drawWorld();
     virtual void drawScene(bool bloomPass);
     virtual void loadLevel(const std::string& name, const std::string& entry);
@@ -110,8 +126,12 @@ protected:
 
     std::list<Body*> bodies;
     std::list<Body*> activeBodies;
-    std::list<Body*> collisionCandidates;
-    std::list<Body*> visibleBodies;
+    std::vector<Body*> collisionCandidates;
+    std::vector<Body*> visibleBodies;
+    QuadTree quadTree;
+    Collision collision;
+    float gravityOverride = 0.0f;
+    bool hasGravityOverride = false;
     Body* player = nullptr;
 
     uint32_t startTicks = 0;

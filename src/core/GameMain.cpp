@@ -6,9 +6,13 @@
 
 #include "core/Clock.h"
 #include "core/Game.h"
+#include "resources/ResourceManager.h"
 
 int gameMain(int argc, char** argv)
 {
+    // The resource manager comes first and opens data.zip; its report goes to
+    // the terminal, not to the log.
+    ResourceManager::instance();
     std::printf("game starting\n");
     std::fflush(stdout);
     if (!std::freopen("outputlog.txt", "w", stdout))

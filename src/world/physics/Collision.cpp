@@ -1,0 +1,235 @@
+#include "world/physics/Collision.h"
+
+#include <cmath>
+
+#include "world/body/Body.h"
+
+namespace {
+constexpr float tiny = 0.000001f;
+
+bool finite2(const Vector& v) { return std::isfinite(v.x) && std::isfinite(v.y); }
+
+void project(const std::vector<Vector>& poly, float ax, float ay, float& lo, float& hi)
+{
+    lo = hi = poly[0].x * ax + poly[0].y * ay;
+    for (size_t i = 1; i < poly.size(); ++i) {
+        const float p = poly[i].x * ax + poly[i].y * ay;
+        if (p < lo)
+            lo = p;
+        else if (p > hi)
+            hi = p;
+    }
+}
+}
+
+void Collision::addEdgeAxes(const std::vector<Vector>& polygon)
+{
+    const size_t n = polygon.size();
+    for (size_t i = 0; i < n; ++i) {
+        const Vector& p = polygon[i];
+        const Vector& q = polygon[(i + 1) % n];
+        const float ex = q.x - p.x;
+        const float ey = q.y - p.y;
+        // A repeated vertex has no edge direction to test.
+        if (ex == 0.0f && ey == 0.0f)
+            continue;
+        axes.push_back(Axis{-ey, ex, 0.0f});
+    }
+}
+
+bool Collision::testAxis(Axis& axis, const std::vector<Vector>& a, const std::vector<Vector>& b,
+                         const Vector& offset, const Vector& v)
+{
+    float minA, maxA, minB, maxB;
+    project(a, axis.x, axis.y, minA, maxA);
+    project(b, axis.x, axis.y, minB, maxB);
+    const float h = offset.x * axis.x + offset.y * axis.y;
+    const float d0 = (minA + h) - maxB;
+    const float d1 = minB - (maxA + h);
+    if (d0 > 0.0f || d1 > 0.0f) {
+        // Apart on this axis now: the value is the time of entry, already
+        // independent of the axis length.
+        const float w = v.x * axis.x + v.y * axis.y;
+        if (std::fabs(w) < tiny)
+            return false;
+        float t0 = -d0 / w;
+        float t1 = d1 / w;
+        if (t0 > t1) {
+            const float s = t0;
+            t0 = t1;
+            t1 = s;
+        }
+        const float value = t0 > 0.0f ? t0 : t1;
+        if (value < 0.0f || value > 1.0f)
+            return false;
+        axis.value = value;
+    } else {
+        // Overlapping: the value is the (negative) penetration, made a true
+        // distance below once the axis length is known.
+        axis.value = d0 > d1 ? d0 : d1;
+        const float len = std::sqrt(axis.x * axis.x + axis.y * axis.y);
+        axis.value /= len;
+    }
+    const float len = std::sqrt(axis.x * axis.x + axis.y * axis.y);
+    axis.x /= len;
+    axis.y /= len;
+    return true;
+}
+
+bool Collision::sweptTest(const std::vector<Vector>& a, const Vector& posA, const Vector& dA,
+                          const std::vector<Vector>& b, const Vector& posB, const Vector& dB, Hit& hit)
+{
+    if (a.size() < 2 || b.size() < 2 || !finite2(posA) || !finite2(posB) || !finite2(dA) || !finite2(dB))
+        return false;
+    const Vector offset(posA.x - posB.x, posA.y - posB.y);
+    const Vector v(dA.x - dB.x, dA.y - dB.y);
+
+    axes.clear();
+    if (v.x * v.x + v.y * v.y > tiny)
+        axes.push_back(Axis{-v.y, v.x, 0.0f});
+    addEdgeAxes(a);
+    addEdgeAxes(b);
+
+    size_t best = 0;
+    for (size_t i = 0; i < axes.size(); ++i) {
+        if (!testAxis(axes[i], a, b, offset, v))
+            return false;
+        if (i == 0 || axes[i].value > axes[best].value)
+            best = i;
+    }
+    if (axes.empty())
+        return false;
+
+    const float value = axes[best].value;
+    const float t = std::trunc(value * 8.0f) / 8.0f;
+    if (!std::isfinite(t) || (t > -0.1f && t < tiny))
+        return false;
+
+    Vector n(axes[best].x, axes[best].y);
+    if (n.x * offset.x + n.y * offset.y <= 0.0f) {
+        n.x = -n.x;
+        n.y = -n.y;
+    }
+    if (!finite2(n))
+        return false;
+    hit.normal = n;
+    hit.time = t;
+    return true;
+}
+
+void Collision::shapeOf(const Body& body, std::vector<Vector>& out)
+{
+    out.resize(body.localVertices.size());
+    if (body.rotation == 0.0f) {
+        for (size_t i = 0; i < out.size(); ++i)
+            out[i] = body.localVertices[i];
+        return;
+    }
+    const float c = std::cos(body.rotation);
+    const float s = std::sin(body.rotation);
+    for (size_t i = 0; i < out.size(); ++i) {
+        const Vector& l = body.localVertices[i];
+        out[i] = Vector(l.x * c + l.y * s, l.y * c - l.x * s, l.z);
+    }
+}
+
+void Collision::collide(Body& m, Body& o, float dt)
+{
+    if (&m == &o || (m.mass < Body::minMass && o.mass < Body::minMass))
+        return;
+    const Vector dM = m.vel * dt;
+    const Vector dO = o.vel * dt;
+    shapeOf(m, shapeM);
+    shapeOf(o, shapeO);
+    Hit hit;
+    if (!sweptTest(shapeM, m.pos, dM, shapeO, o.pos, dO, hit))
+        return;
+
+    bool solidResponse = m.solid && o.solid;
+    if (solidResponse && (!o.collidesWith(&m) || !m.collidesWith(&o)))
+        solidResponse = false;
+
+    const Vector n = hit.normal;
+    const float t = hit.time;
+    const Vector point = m.pos + dM * t;
+    m.touch(&o, &m, n, t, point);
+    o.touch(&m, &o, n, t, point);
+    if (!solidResponse)
+        return;
+
+    if (n.y >= 0.5f && n.y <= 1.0f)
+        m.onGround = true;
+
+    if (t < 0.0f) {
+        const Vector d = n * -t;
+        const bool oMoves = o.mass >= Body::minMass;
+        const bool mMoves = m.mass >= Body::minMass;
+        if (oMoves && mMoves) {
+            o.pos = o.pos - d * 0.5f;
+            m.pos = m.pos + d * 0.5f;
+        } else if (oMoves) {
+            o.pos = o.pos - d;
+        } else if (mMoves) {
+            m.pos = m.pos + d;
+        }
+    }
+    applyImpulse(m, o, n);
+}
+
+void Collision::applyImpulse(Body& m, Body& o, const Vector& n)
+{
+    const float invSum = m.invMass + o.invMass;
+    if (!(invSum > 0.0f))
+        return;
+    const float rvx = m.vel.x - o.vel.x;
+    const float rvy = m.vel.y - o.vel.y;
+    const float vn = rvx * n.x + rvy * n.y;
+    float vNx = n.x * vn, vNy = n.y * vn;
+    const float vTx = rvx - vNx, vTy = rvy - vNy;
+    if (vn > 0.0f)
+        vNx = vNy = 0.0f;
+    const float sfs = m.staticFrictionSpeed;
+    const float f = (vTx * vTx + vTy * vTy < sfs * sfs) ? 1.0f : m.friction;
+    const float k = -(1.0f + m.restitution);
+    const float jx = vNx * k - vTx * f;
+    const float jy = vNy * k - vTy * f;
+    if (!std::isfinite(jx) || !std::isfinite(jy))
+        return;
+    const float shareM = m.invMass / invSum;
+    const float shareO = o.invMass / invSum;
+    m.vel.x += jx * shareM;
+    m.vel.y += jy * shareM;
+    o.vel.x -= jx * shareO;
+    o.vel.y -= jy * shareO;
+}
+
+void Collision::applyGravity(Body& body, float gravity, float dt)
+{
+    if (body.mass < Body::minMass)
+        return;
+    body.applyForce(Vector(0.0f, body.gravitymultiplier * gravity * body.mass), dt);
+}
+
+void Collision::freezeVelocity(Body& body) { body.frozenvel = body.vel; }
+
+void Collision::integrate(Body& body, float dt)
+{
+    if (body.mass < Body::minMass && !body.nonmassmover) {
+        body.vel.set(0.0f, 0.0f, 0.0f);
+        return;
+    }
+    body.oldpos = body.pos;
+    const float scale = body.inliquid ? body.liquidfriction : 1.0f;
+    body.pos += body.frozenvel * (dt * scale);
+    body.pos += body.constantvelocity * (dt * scale);
+    body.inliquidlastframe = body.inliquid;
+    body.inliquid = false;
+    if (!finite2(body.pos) || !std::isfinite(body.pos.z)) {
+        // Never let a bad number into the world: stay put and stop.
+        body.pos = body.oldpos;
+        body.vel = Vector();
+        body.frozenvel = Vector();
+    }
+    body.updateSweep(dt);
+    body.moveAttachedParticleSystems();
+}

@@ -1,0 +1,124 @@
+#pragma once
+// The spatial index of a level. Every indexed body is held by exactly one
+// node: the deepest one whose square contains all its vertices. The tree
+// answers collision candidates, visibility, radius, segment and ray queries.
+// Nodes only point at bodies; the world's lists own them.
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "world/geometry/BRect.h"
+#include "world/geometry/Plane.h"
+#include "world/geometry/RGBAColour.h"
+#include "world/geometry/Vector.h"
+#include "world/quadtree/Ray.h"
+#include "world/quadtree/TraceResults.h"
+
+class Body;
+
+class QuadTree {
+public:
+    // A leaf holding this many bodies splits on the next non-entity insert.
+    static constexpr size_t splitThreshold = 21;
+
+    // Draws one line segment in world space (debug drawing).
+    using LineSink = std::function<void(const Vector& from, const Vector& to, const RGBAColour& colour)>;
+    // Draws one body (the renderer's full body drawing).
+    using BodySink = std::function<void(Body& body)>;
+
+    QuadTree();
+    QuadTree(const QuadTree&) = delete;
+    QuadTree& operator=(const QuadTree&) = delete;
+    virtual ~QuadTree();
+
+    // Sets the square up with `depth` levels of children below it (the level
+    // assembly uses 2). False for a negative depth.
+    virtual bool build(const Vector& centre, float size, int depth);
+    // Takes the body out of this node's own list only; always true.
+    virtual bool remove(Body* body);
+    // False when this node does not contain the body; the body is then not
+    // indexed anywhere.
+    virtual bool insert(Body* body);
+    // Re-index a body that moved: out of its node, then inserted from here
+    // (the root). False when it left the root square.
+    virtual bool update(Body* body);
+    // Cell outlines: a cross at the centre and the square, children fainter.
+    virtual void debugDraw(float alpha, const LineSink& line);
+    // Hands every body of every node not outside the view to `draw`.
+    virtual void drawVisible(const std::vector<Plane>& frustum, const BodySink& draw);
+    // The visibility pass: appends the bodies in view to `out`, sets their
+    // in-view flags and counts. `cullNodes` and `cullBodies` are the
+    // frustumcull and frustumcull2 switches; `frustum` holds the view planes.
+    virtual void collectVisible(const std::vector<Plane>& frustum, std::vector<Body*>& out, bool cullNodes,
+                                bool cullBodies);
+    // Every world vertex inside the square, edges included.
+    virtual bool contains(const Body& body) const;
+    // Strict overlap of the body's swept box with the square.
+    virtual bool overlaps(const Body& body) const;
+
+    // Bodies whose boxes overlap `body`'s swept box (itself included),
+    // without pairs of two immovable bodies.
+    void candidates(Body& body, std::vector<Body*>& out, float dt);
+    // Bodies whose swept radius reaches within `r` of `point`.
+    void withinRadius(const Vector& point, float r, std::vector<Body*>& out);
+    // Immovable bodies whose polygon the (3D) segment passes through.
+    void staticBodiesOnSegment(const Ray& ray, std::vector<Body*>& out);
+    // Appends a result for every body whose outline the ray crosses; sort
+    // with sortResults to get the nearest first.
+    void trace(const Ray& ray, TraceResults& results, bool includeNonSolid);
+    // Nearest first; equal fractions keep their order.
+    static void sortResults(TraceResults& results);
+    void setSplitAllowed(bool allowed);
+    // Deletes every descendant and forgets this node's bodies.
+    void clear();
+
+    // Counters of the last visibility pass.
+    void resetCounters();
+    int getVisibleNodeCount() const { return visibleNodeCount; }
+    int getTotalBodyCount() const { return totalBodyCount; }
+    int getVisibleBodyCount() const { return visibleBodyCount; }
+
+    const Vector& getCentre() const { return centre; }
+    float getSize() const { return size; }
+    float getHalfSize() const { return halfSize; }
+    bool isSplitAllowed() const { return splitAllowed; }
+    const std::vector<std::unique_ptr<QuadTree>>& getChildren() const { return children; }
+    const std::vector<Body*>& getBodies() const { return bodies; }
+    int getBodyCount() const { return static_cast<int>(bodies.size()); }
+    // The square as a body of type "quadtree"; null before build.
+    const Body* getNodeBody() const { return nodeBody.get(); }
+    const BRect* getNodeBounds() const { return nodeBounds.get(); }
+    // Bodies held by this node and all its descendants.
+    int countAllBodies() const;
+
+    // The ray against a polygon's outline: the smallest crossing fraction.
+    static bool rayHitsPolygon(const Ray& ray, const std::vector<Vector>& polygon, float& fraction);
+    // The segment through the polygon's plane, inside the polygon.
+    static bool segmentThroughPolygon(const Ray& ray, const std::vector<Vector>& polygon);
+    // Outside when every corner lies behind one plane.
+    static bool outsideFrustum(const std::vector<Plane>& frustum, const std::vector<Vector>& corners);
+
+private:
+    void setUp(const Vector& c, float s);
+    void makeChildren(int depth, bool withDepth);
+    void split();
+    void add(Body* body);
+    void collectNodes(const Body& body);
+    void sumCounters(QuadTree& root);
+    void collectVisibleInto(QuadTree& root, const std::vector<Plane>& frustum, std::vector<Body*>& out,
+                            bool cullNodes, bool cullBodies);
+    void traceNode(const Ray& ray, TraceResults& results, bool includeNonSolid);
+
+    Vector centre;
+    float size = 0.0f;
+    float halfSize = 0.0f;
+    std::vector<std::unique_ptr<QuadTree>> children;
+    std::vector<Body*> bodies;
+    std::vector<QuadTree*> nodeList;
+    std::unique_ptr<Body> nodeBody;
+    std::unique_ptr<BRect> nodeBounds;
+    bool splitAllowed = true;
+    int visibleNodeCount = 0;
+    int totalBodyCount = 0;
+    int visibleBodyCount = 0;
+};

@@ -1,0 +1,73 @@
+#include "console/RegistryFixture.h"
+
+#include "resources/ResourceManager.h"
+#include "resources/TempDir.h"
+
+using Calls = std::vector<std::string>;
+
+class ScriptTest : public RegistryFixture {
+protected:
+    void SetUp() override
+    {
+        RegistryFixture::SetUp();
+        ResourceManager::instance().clearArchives();
+    }
+    void TearDown() override
+    {
+        ResourceManager::instance().clearArchives();
+        RegistryFixture::TearDown();
+    }
+    TempDir dir;
+};
+
+TEST_F(ScriptTest, LinesRunInOrderWithTheirOwnComments)
+{
+    dir.write("data/s.txt",
+              "rec 1;rec 2 // the rest is a comment; rec no\n"
+              "rec 3\r\n"
+              "\n"
+              "/* a block comment ends with its line\n"
+              "rec 4 */ rec 5\n"
+              "  bind k rec; rec\n");
+    std::string bound;
+    registerCommand("bind a key", "bind", [&] { bound = CommandRegistry::instance().argumentLine; });
+    const std::string out = run("exec s.txt extra ignored");
+    // The carriage return of a CR LF line stays in its last word.
+    EXPECT_EQ(calls, (Calls{"rec|1", "rec|2", "rec|3\r", "rec|4|*/|rec|5"}));
+    EXPECT_EQ(bound, "k rec; rec");
+    EXPECT_NE(out.find("Found on disk: data/s.txt\n"), std::string::npos) << out;
+}
+
+TEST_F(ScriptTest, MissingOrEmptyScriptRunsNothing)
+{
+    const std::string out = run("exec missing.txt;rec after");
+    EXPECT_NE(out.find("NOT Found on disk: data/missing.txt\n"), std::string::npos) << out;
+    EXPECT_EQ(calls, (Calls{"rec|after"}));
+
+    dir.write("data/empty.txt", "");
+    calls.clear();
+    run("exec empty.txt");
+    run("exec");  // usage only
+    EXPECT_TRUE(calls.empty());
+}
+
+TEST_F(ScriptTest, ScriptThatExecsItselfStops)
+{
+    dir.write("data/loop.txt", "rec x\nexec loop.txt\n");
+    run("exec loop.txt");
+    EXPECT_EQ(calls.size(), static_cast<std::size_t>(CommandRegistry::maxExecDepth));
+    // The depth is counted per nesting, not per run.
+    calls.clear();
+    run("exec loop.txt");
+    EXPECT_EQ(calls.size(), static_cast<std::size_t>(CommandRegistry::maxExecDepth));
+}
+
+TEST_F(ScriptTest, ScriptsComeFromTheArchiveWhenNotOnDisk)
+{
+    dir.write("data/packed.txt", "rec packed\n");
+    ASSERT_TRUE(TempDir::run("zip -q -r data.zip data/packed.txt && rm data/packed.txt"));
+    ASSERT_TRUE(ResourceManager::instance().addArchive("data.zip"));
+    const std::string out = run("exec packed.txt");
+    EXPECT_EQ(calls, (Calls{"rec|packed"}));
+    EXPECT_NE(out.find("NOT Found on disk: data/packed.txt\n"), std::string::npos) << out;
+}

@@ -1,0 +1,225 @@
+#include "console/RegistryFixture.h"
+
+#include <cmath>
+#include <sstream>
+
+#include "resources/ResourceManager.h"
+#include "resources/TempDir.h"
+
+class VariableRegistryTest : public RegistryFixture {};
+
+TEST_F(VariableRegistryTest, SetIsCaseInsensitiveAndKeepsTheThreeFormsTogether)
+{
+    createVar("gravity", "0", "");
+    run("set Gravity 9.8 ignored");
+    GameVar* g = findVar("GRAVITY");
+    ASSERT_NE(g, nullptr);
+    EXPECT_EQ(g->stringValue, "9.8");
+    EXPECT_FLOAT_EQ(g->floatValue, 9.8f);
+    EXPECT_EQ(g->intValue, 9);
+    EXPECT_TRUE(g->changed);
+
+    // set creates what it does not know, untyped.
+    run("set brandnew abc");
+    ASSERT_NE(findVar("brandnew"), nullptr);
+    EXPECT_EQ(findVar("brandnew")->type, GameVar::TypeNone);
+    EXPECT_EQ(findVar("brandnew")->intValue, 0);
+
+    run("set onlyname");  // usage; nothing created
+    EXPECT_EQ(findVar("onlyname"), nullptr);
+}
+
+TEST_F(VariableRegistryTest, ToggleFlipsOnTheIntegerValue)
+{
+    createVar("a", "2", "");
+    createVar("b", "abc", "");
+    run("toggle a;toggle b;toggle missing;toggle");
+    EXPECT_EQ(findVar("a")->stringValue, "0");
+    EXPECT_EQ(findVar("b")->stringValue, "1");
+    EXPECT_EQ(findVar("missing"), nullptr);
+}
+
+TEST_F(VariableRegistryTest, ChangedMarksRealChangesButOnChangeRunsEveryTime)
+{
+    GameVar* v = createVar("volume", "50", "");
+    EXPECT_FALSE(v->changed);  // a fresh declaration is not a change
+    int calls = 0;
+    v->onChange = [&] { ++calls; };
+
+    v->setInt(50);
+    EXPECT_FALSE(v->changed);
+    EXPECT_EQ(calls, 1);
+
+    v->setString("50");
+    EXPECT_FALSE(v->changed);
+    EXPECT_EQ(calls, 2);
+
+    v->setInt(-7);
+    EXPECT_TRUE(v->changed);
+    EXPECT_EQ(v->stringValue, "-7");
+    EXPECT_FLOAT_EQ(v->floatValue, -7.0f);
+    EXPECT_EQ(calls, 3);
+
+    // "050" is other text for the same number: still a change.
+    v->changed = false;
+    v->setString("050");
+    EXPECT_TRUE(v->changed);
+}
+
+TEST_F(VariableRegistryTest, GetVarCreatesMissingVariablesEmpty)
+{
+    std::fflush(stdout);
+    ::testing::internal::CaptureStdout();
+    GameVar* v = getVar("NotDeclared");
+    std::fflush(stdout);
+    const std::string out = ::testing::internal::GetCapturedStdout();
+    ASSERT_NE(v, nullptr);
+    EXPECT_EQ(out, "NotDeclared var has no initialised value, creating a new var\n");
+    EXPECT_EQ(v->name, "notdeclared");
+    EXPECT_EQ(v->stringValue, "");
+    EXPECT_EQ(v->intValue, 0);
+    EXPECT_FALSE(v->changed);
+    EXPECT_EQ(getVar("notdeclared"), v);
+}
+
+TEST_F(VariableRegistryTest, AbsurdNumbersSaturate)
+{
+    GameVar* v = createVar("n", "99999999999999999999", "");
+    EXPECT_EQ(v->intValue, 2147483647);
+    v->setString("-1e400");
+    EXPECT_EQ(v->intValue, -1);
+    EXPECT_TRUE(std::isinf(v->floatValue));
+    v->setString("12abc");
+    EXPECT_EQ(v->intValue, 12);
+    EXPECT_FLOAT_EQ(v->floatValue, 12.0f);
+}
+
+TEST_F(VariableRegistryTest, ConfigLinesFollowTheType)
+{
+    GameVar* f = createVar("big", "1000000", "");
+    f->setType("float");
+    EXPECT_EQ(f->configLine(), "big 1e+06");
+    f->setString("0.1234567");
+    EXPECT_EQ(f->configLine(), "big 0.123457");
+
+    GameVar* i = createVar("count", "3.9", "");
+    i->setType("int");
+    EXPECT_EQ(i->configLine(), "count 3");
+
+    GameVar* s = createVar("colour", "0,0,0,200", "");
+    s->setType("string");
+    EXPECT_EQ(s->configLine(), "colour 0,0,0,200");
+    s->setType("bogus");  // unknown names keep the type
+    EXPECT_EQ(s->type, GameVar::TypeString);
+
+    createVar("untyped", "1", "");
+    std::ostringstream out;
+    VariableRegistry::instance().writeVariables(out);
+    EXPECT_EQ(out.str(), "\n\n//variables\n\nbig 0.123457\ncolour 0,0,0,200\ncount 3\n\n\n");
+}
+
+TEST_F(VariableRegistryTest, ConfigLinesReadBackAsTheSameValues)
+{
+    GameVar* f = createVar("sensitivity", "0.35", "");
+    f->setType("float");
+    GameVar* s = createVar("con_colour", "10,20,30,200", "");
+    s->setType("string");
+    std::ostringstream out;
+    VariableRegistry::instance().writeVariables(out);
+    f->setString("9");
+    s->setString("x");
+    std::istringstream lines(out.str());
+    for (std::string line; std::getline(lines, line);)
+        run(line);
+    EXPECT_FLOAT_EQ(f->floatValue, 0.35f);
+    EXPECT_EQ(s->stringValue, "10,20,30,200");
+}
+
+class GameVarsFileTest : public RegistryFixture {
+protected:
+    void SetUp() override
+    {
+        RegistryFixture::SetUp();
+        ResourceManager::instance().clearArchives();
+    }
+    std::string load(const std::string& xml)
+    {
+        dir.write("data/vars.xml", xml);
+        std::fflush(stdout);
+        ::testing::internal::CaptureStdout();
+        VariableRegistry::instance().loadVariables("data/vars.xml");
+        std::fflush(stdout);
+        return ::testing::internal::GetCapturedStdout();
+    }
+    TempDir dir;
+};
+
+TEST_F(GameVarsFileTest, DeclarationsGiveValueTypeAndHelp)
+{
+    getVar("vidwidth");  // looked up before the file was read
+    const std::string out = load(
+        "<gamevars>"
+        "<var name=\"VidWidth\" value=\"1024\" description=\"Window width\" type=\"int\"/>"
+        "<anything name=\"gravity\" value=\"-9.8\" description=\"Pull\" type=\"float\"/>"
+        "<var name=\"notype\" value=\"1\" description=\"x\"/>"
+        "<var value=\"1\" type=\"int\"/>"
+        "</gamevars>");
+    GameVar* w = findVar("vidwidth");
+    ASSERT_NE(w, nullptr);
+    EXPECT_EQ(w->intValue, 1024);
+    EXPECT_EQ(w->type, GameVar::TypeInt);
+    EXPECT_EQ(w->description, "Window width");
+    EXPECT_EQ(findVar("gravity")->type, GameVar::TypeFloat);
+    EXPECT_FALSE(findVar("gravity")->changed);
+    EXPECT_EQ(findVar("notype")->type, GameVar::TypeNone);
+    EXPECT_NE(out.find("ERROR: no type defined in gamevars.xml for gamevar: notype\n"), std::string::npos)
+        << out;
+    EXPECT_EQ(findVar(""), nullptr);
+}
+
+TEST_F(GameVarsFileTest, BrokenOrMissingFileIsOneLineAndNothingElse)
+{
+    const std::string out = load("<gamevars><var name=\"a\" value=\"1\" type=\"int\"></gamevars>");
+    EXPECT_NE(out.find("Could not load gamevars file: data/vars.xml\n"), std::string::npos) << out;
+    EXPECT_EQ(findVar("a"), nullptr);
+
+    std::fflush(stdout);
+    ::testing::internal::CaptureStdout();
+    EXPECT_FALSE(VariableRegistry::instance().loadVariables("data/none.xml"));
+    std::fflush(stdout);
+    EXPECT_NE(::testing::internal::GetCapturedStdout().find("Could not load gamevars file: data/none.xml"),
+              std::string::npos);
+}
+
+TEST(GameVarsData, ShippedFileDeclaresEveryVariableWithTypeAndHelp)
+{
+    // The source tree: from the environment under ctest, else from this file's path.
+    const char* source = std::getenv("BQ_SOURCE_DIR");
+    std::string root = source ? source : __FILE__;
+    if (!source)
+        root = root.substr(0, root.rfind("/tests/"));
+    VariableRegistry registry;
+    ResourceManager resources(false);
+    TempDir dir;
+    ASSERT_TRUE(TempDir::run("mkdir -p data && cp '" + root + "/data/gamevars.xml' data/"));
+    // loadVariables reads through the process-wide manager.
+    ResourceManager::instance().clearArchives();
+    ASSERT_TRUE(registry.loadVariables("data/gamevars.xml"));
+    const char* used[] = {
+        "bloomblurpixels", "bodyinfo", "cachetextureids", "chasecam", "collideoutsidefrustum",
+        "con_colour", "con_height", "con_showdebug", "con_showwarnings", "debuginfo", "drawbloom",
+        "drawbodies", "drawboundingboxes", "drawboundingspheres", "drawgrid", "drawoutlines",
+        "drawparticles", "drawsky", "drawspeed", "drawtimer", "firstrun", "frustumcull",
+        "frustumcull2", "gravity", "load_leveldebug", "lowhealthflash", "maxgibs", "movemode",
+        "movierecord", "partcileinfo", "rbodystring", "recordleveltimes", "sensitivity", "showfps",
+        "soundbuffer", "soundchannels", "soundfrequency", "volume", "vidfullscreen", "vidheight",
+        "vidwidth", "vsync"};
+    for (const char* name : used) {
+        const GameVar* v = registry.findVar(name);
+        ASSERT_NE(v, nullptr) << name;
+        EXPECT_NE(v->type, GameVar::TypeNone) << name;
+        EXPECT_GE(v->description.size(), 10u) << name;
+    }
+    for (const auto& entry : registry.getVariables())
+        EXPECT_NE(entry.second->type, GameVar::TypeNone) << entry.first;
+}

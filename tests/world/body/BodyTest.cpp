@@ -1,0 +1,272 @@
+#include <gtest/gtest.h>
+#include <tinyxml.h>
+
+#include <cmath>
+#include <limits>
+
+#include "world/body/Body.h"
+
+namespace {
+void square(Body& b, float x0, float y0, float x1, float y1)
+{
+    b.worldVertices.clear();
+    b.spareVertices.clear();
+    b.addVertex(x0, y0, 0);
+    b.addVertex(x1, y0, 0);
+    b.addVertex(x1, y1, 0);
+    b.addVertex(x0, y1, 0);
+}
+}
+
+TEST(BodyTest, SpeedIsCappedAndImmovableBodiesIgnorePushes)
+{
+    Body b;
+    b.addVelocity(Vector(1000, 0));
+    EXPECT_FLOAT_EQ(b.vel.x, 950.0f);
+    EXPECT_FLOAT_EQ(b.vel.y, 0.0f);
+
+    b.vel = Vector();
+    b.applyForce(Vector(0, -1e9f), 0.025f);
+    EXPECT_NEAR(std::sqrt(b.vel.x * b.vel.x + b.vel.y * b.vel.y), 950.0f, 0.01f);
+
+    Body wall;
+    wall.setMass(0.00000001f);
+    EXPECT_EQ(wall.mass, 0.0f);
+    EXPECT_EQ(wall.invMass, 0.0f);
+    wall.addVelocity(Vector(5, 5));
+    wall.applyForce(Vector(5, 5), 1.0f);
+    EXPECT_TRUE(wall.vel.isZero());
+
+    // Non-finite input is refused rather than poisoning the velocity.
+    b.vel = Vector(1, 2);
+    b.addVelocity(Vector(std::numeric_limits<float>::infinity(), 0));
+    b.applyForce(Vector(std::nanf(""), 0), 0.025f);
+    EXPECT_FLOAT_EQ(b.vel.x, 1.0f);
+    EXPECT_FLOAT_EQ(b.vel.y, 2.0f);
+}
+
+TEST(BodyTest, RectangleAndCircleShapes)
+{
+    Body b;
+    b.setPosition(Vector(10, 20));
+    b.makeRectangle(4, 2);
+    ASSERT_EQ(b.localVertices.size(), 4u);
+    EXPECT_FLOAT_EQ(b.localVertices[0].x, -2.0f);
+    EXPECT_FLOAT_EQ(b.localVertices[0].y, -1.0f);
+    EXPECT_FLOAT_EQ(b.worldVertices[2].x, 12.0f);
+    EXPECT_FLOAT_EQ(b.worldVertices[2].y, 21.0f);
+    EXPECT_FLOAT_EQ(b.texCoords[1].u, 1.0f);
+    EXPECT_FLOAT_EQ(b.colours[3].a, 255.0f);
+
+    Body c;
+    c.makeCircle(10, 7);  // 51-degree steps: 0, 51, ... 357
+    ASSERT_EQ(c.localVertices.size(), 8u);
+    EXPECT_NEAR(c.localVertices[0].x, 0.0f, 1e-4f);
+    EXPECT_NEAR(c.localVertices[0].y, -10.0f, 1e-4f);
+
+    Body bad;
+    bad.makeCircle(10, 0);
+    bad.makeCircle(std::nanf(""), 5);
+    EXPECT_TRUE(bad.localVertices.empty());
+}
+
+TEST(BodyTest, TransformRotatesClockwiseForPositiveAngles)
+{
+    Body b;
+    b.localVertices = {Vector(1, 0), Vector(0, 1), Vector(-1, 0)};
+    b.pos = Vector(5, 5);
+    b.rotation = 3.1415927f / 2.0f;
+    b.transform();
+    ASSERT_EQ(b.worldVertices.size(), 3u);
+    ASSERT_EQ(b.spareVertices.size(), 3u);
+    EXPECT_NEAR(b.worldVertices[0].x, 5.0f, 1e-5f);
+    EXPECT_NEAR(b.worldVertices[0].y, 4.0f, 1e-5f);
+    EXPECT_NEAR(b.worldVertices[1].x, 6.0f, 1e-5f);
+    EXPECT_NEAR(b.worldVertices[1].y, 5.0f, 1e-5f);
+}
+
+TEST(BodyTest, CentroidAndLocalVerticesFromLevelData)
+{
+    Body b;
+    square(b, 1000, 1000, 1004, 1002);
+    Vector c;
+    ASSERT_TRUE(b.centroid(c));
+    EXPECT_NEAR(c.x, 1002.0f, 1e-3f);
+    EXPECT_NEAR(c.y, 1001.0f, 1e-3f);
+    b.pos = c;
+    b.makeLocalVertices();
+    EXPECT_NEAR(b.localVertices[0].x, -2.0f, 1e-3f);
+    EXPECT_NEAR(b.localVertices[2].y, 1.0f, 1e-3f);
+
+    // Clockwise winding gives the same centre.
+    Body cw;
+    cw.addVertex(0, 0, 0);
+    cw.addVertex(0, 6, 0);
+    cw.addVertex(3, 0, 0);
+    ASSERT_TRUE(cw.centroid(c));
+    EXPECT_NEAR(c.x, 1.0f, 1e-5f);
+    EXPECT_NEAR(c.y, 2.0f, 1e-5f);
+}
+
+TEST(BodyTest, DegeneratePolygonsAreRejectedWithoutNaN)
+{
+    const float inf = std::numeric_limits<float>::infinity();
+    struct Case {
+        std::vector<Vector> pts;
+        const char* why;
+    };
+    const Case cases[] = {
+        {{}, "vertices"},
+        {{Vector(0, 0), Vector(1, 1)}, "vertices"},
+        {{Vector(0, 0), Vector(1, 1), Vector(2, 2)}, "area"},
+        {{Vector(3, 3), Vector(3, 3), Vector(3, 3), Vector(3, 3)}, "area"},
+        {{Vector(0, 0), Vector(inf, 0), Vector(0, 1)}, "finite"},
+        {{Vector(0, 0), Vector(std::nanf(""), 0), Vector(0, 1)}, "finite"},
+    };
+    for (const Case& k : cases) {
+        Body b;
+        for (const Vector& p : k.pts)
+            b.addVertex(p.x, p.y, 0);
+        Vector c(7, 8);
+        EXPECT_FALSE(b.centroid(c));
+        EXPECT_FLOAT_EQ(c.x, 7.0f);
+        EXPECT_FLOAT_EQ(c.y, 8.0f);
+        EXPECT_NE(Body::polygonProblem(b.worldVertices).find(k.why), std::string::npos)
+            << Body::polygonProblem(b.worldVertices);
+    }
+    Body b;
+    b.setPosition(Vector(std::nanf(""), 0));
+    EXPECT_FLOAT_EQ(b.pos.x, 0.0f);
+}
+
+TEST(BodyTest, BoundsAndSweepFollowTheMotion)
+{
+    Body b;
+    b.setPosition(Vector(100, 50));
+    b.makeRectangle(10, 20);
+    b.updateBounds();
+    EXPECT_NEAR(b.radius, std::sqrt(125.0f), 1e-4f);
+    EXPECT_FLOAT_EQ(b.bounds->minX, 95.0f);
+    EXPECT_FLOAT_EQ(b.bounds->maxY, 60.0f);
+    EXPECT_FLOAT_EQ(b.sweptRadius, b.radius);
+
+    b.vel = Vector(-40, 80);
+    b.updateSweep(0.5f);  // moves by (-20, 40)
+    EXPECT_FLOAT_EQ(b.nextPosition.x, 80.0f);
+    EXPECT_FLOAT_EQ(b.bounds->centreX, 80.0f);
+    EXPECT_FLOAT_EQ(b.bounds->left, 25.0f);
+    EXPECT_FLOAT_EQ(b.bounds->right, 5.0f);
+    EXPECT_FLOAT_EQ(b.bounds->top, 50.0f);
+    EXPECT_FLOAT_EQ(b.bounds->bottom, 10.0f);
+    EXPECT_FLOAT_EQ(b.bounds->minX, 55.0f);
+    EXPECT_FLOAT_EQ(b.bounds->maxY, 140.0f);
+    const float d = std::sqrt(20.0f * 20.0f + 40.0f * 40.0f);
+    EXPECT_NEAR(b.sweptRadius, d + 2.0f * b.radius, 1e-3f);  // moved further than its radius
+
+    // Strict overlap: boxes that share an edge do not overlap.
+    Body a, c;
+    a.makeRectangle(2, 2);
+    a.updateBounds();
+    c.setPosition(Vector(2, 0));
+    c.makeRectangle(2, 2);
+    c.updateBounds();
+    EXPECT_FALSE(a.boundsOverlap(c));
+    c.setPosition(Vector(1.9f, 0));
+    c.transform();
+    c.updateBounds();
+    EXPECT_TRUE(a.boundsOverlap(c));
+}
+
+TEST(BodyTest, TouchFillsTheRecordAndTargetsAreNotOwned)
+{
+    struct Counting : Body {
+        int touches = 0;
+        void onTouch(TouchInfo& info) override
+        {
+            ++touches;
+            EXPECT_EQ(info.self, this);
+        }
+    };
+    Counting a;
+    Body other;
+    a.touch(&other, &a, Vector(0, 1), -0.25f, Vector(3, 4));
+    EXPECT_EQ(a.touches, 1);
+    EXPECT_EQ(a.getTouchInfo().other, &other);
+    EXPECT_FLOAT_EQ(a.getTouchInfo().time, -0.25f);
+
+    EXPECT_EQ(a.debugString().find("target pointers"), std::string::npos);
+    other.id = "door1";
+    a.addTarget(&other);
+    a.addTarget(&other);
+    EXPECT_NE(a.debugString().find(" target pointers: door1, door1, "), std::string::npos);
+    a.removeTarget(&other);
+    EXPECT_EQ(a.targetList.size(), 1u);
+}
+
+TEST(BodyTest, GlowAttributesMatchWithoutRegardToCase)
+{
+    Body b;
+    b.readAttributes({{"GLOW", "true"}, {"GlowSteps", "4"}, {"unknown", "x"}});
+    EXPECT_TRUE(b.hasGlow);
+    EXPECT_EQ(b.glowsteps, 4);
+    b.readAttributes({{"glow", "TRUE"}});
+    EXPECT_FALSE(b.hasGlow);
+}
+
+TEST(BodyTest, SavedStateRoundTrip)
+{
+    Body a;
+    a.renderpos = Vector(1, 2, 3);
+    a.oldpos = Vector(4, 5);
+    a.pos = Vector(6.5f, -7.25f);
+    a.vel = Vector(100, -200);
+    a.frozenvel = Vector(1, 1);
+    a.constantvelocity = Vector(0, 30);
+    a.nonmassmover = true;
+    a.isfiring = true;
+    a.nextthink = 1234.5f;
+    a.gravitymultiplier = 0.5f;
+    a.liquidfriction = 0.25f;
+    a.inliquid = true;
+    a.cancleanup = true;
+    a.setTexture("data/images/crate.png");
+    a.autoid = 42;
+
+    TiXmlElement e("body");
+    a.writeState(&e);
+    EXPECT_STREQ(e.Attribute("nextthink"), "1234.500000");
+    EXPECT_STREQ(e.Attribute("inliquidlastframe"), "false");
+    EXPECT_STREQ(e.Attribute("autoid"), "42");
+
+    Body b;
+    b.textureId = 9;
+    b.readState(&e);
+    EXPECT_TRUE(b.pos.equals(a.pos));
+    EXPECT_TRUE(b.renderpos.equals(a.renderpos));
+    EXPECT_TRUE(b.vel.equals(a.vel));
+    EXPECT_TRUE(b.constantvelocity.equals(a.constantvelocity));
+    EXPECT_TRUE(b.nonmassmover);
+    EXPECT_TRUE(b.isfiring);
+    EXPECT_TRUE(b.inliquid);
+    EXPECT_FALSE(b.inliquidlastframe);
+    EXPECT_TRUE(b.cancleanup);
+    EXPECT_FLOAT_EQ(b.nextthink, 1234.5f);
+    EXPECT_FLOAT_EQ(b.gravitymultiplier, 0.5f);
+    EXPECT_EQ(b.texture, "data/images/crate.png");
+    EXPECT_EQ(b.autoid, 42);
+
+    // Hostile values read as defaults, never as NaN or absurd speeds.
+    TiXmlElement bad("body");
+    bad.SetAttribute("pos", "nan,inf");
+    bad.SetAttribute("vel", "1e30,0");
+    bad.SetAttribute("nextthink", "nan");
+    bad.SetAttribute("inliquid", "yes");
+    Body c;
+    c.pos = Vector(1, 1);
+    c.readState(&bad);
+    EXPECT_FLOAT_EQ(c.pos.x, 1.0f);
+    EXPECT_FLOAT_EQ(c.vel.x, 950.0f);
+    EXPECT_FLOAT_EQ(c.nextthink, 0.0f);
+    EXPECT_FALSE(c.inliquid);
+    EXPECT_FLOAT_EQ(c.gravitymultiplier, 0.0f);
+}
