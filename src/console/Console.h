@@ -3,6 +3,7 @@
 #include <deque>
 #include <string>
 
+#include "input/InputTarget.h"
 #include "world/geometry/RGBAColour.h"
 
 struct ConsoleEntry {
@@ -10,13 +11,14 @@ struct ConsoleEntry {
     RGBAColour colour;
 };
 
-class Console {
+class Console : public InputTarget {
 public:
     static const RGBAColour normalColour;
     static const RGBAColour warningColour;
     static const RGBAColour debugColour;
 
-    virtual ~Console() = default;
+    Console() { uses2D = true; }
+    ~Console() override = default;
 
     virtual void print(const std::string& text);
     virtual void printColoured(const std::string& text, const RGBAColour& colour);
@@ -25,6 +27,15 @@ public:
 
     const std::deque<ConsoleEntry>& getLines() const { return lines; }
 
+    // Shown or hidden by the backquote key (InputManager).
+    bool isVisible() const { return visible; }
+    void setVisible(bool v) { visible = v; }
+    // The line being typed; emptied when the console closes.
+    const std::string& getInput() const { return input; }
+    void clearInput() { input.clear(); }
+
 private:
     std::deque<ConsoleEntry> lines;
+    bool visible = false;
+    std::string input;
 };

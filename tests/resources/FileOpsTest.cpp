@@ -1,0 +1,50 @@
+#include <gtest/gtest.h>
+
+#include "resources/FileOps.h"
+#include "resources/TempDir.h"
+
+static std::vector<std::string> names(const std::vector<std::unique_ptr<FileSystemNode>>& list)
+{
+    std::vector<std::string> out;
+    for (const auto& node : list) {
+        EXPECT_FALSE(node->isDirectory);
+        out.push_back(node->name);
+    }
+    return out;
+}
+
+TEST(FileOpsTest, SearchPatternAddsASlashOnlyWhenThereIsNone)
+{
+    EXPECT_EQ(FileOps::searchPattern("saves", "*.xml"), "saves/*.xml");
+    EXPECT_EQ(FileOps::searchPattern("data/adventures/", "*.xml"), "data/adventures/*.xml");
+    EXPECT_EQ(FileOps::searchPattern("data/adventures", "*.xml"), "data/adventures*.xml");
+}
+
+TEST(FileOpsTest, ListsMatchingPlainFilesInNameOrder)
+{
+    TempDir dir;
+    dir.write("saves/quick.xml", "");
+    dir.write("saves/a save.xml", "");
+    dir.write("saves/notes.txt", "");
+    dir.write("saves/quick.png", "");
+    dir.write("saves/folder.xml/inside.xml", "");
+    std::vector<std::unique_ptr<FileSystemNode>> list;
+    EXPECT_TRUE(FileOps::getDirContents("saves", "*.xml", list));
+    EXPECT_EQ(names(list), (std::vector<std::string>{"a save.xml", "quick.xml"}));
+
+    // The list is appended to; "?" and "[...]" are wildcards as well.
+    EXPECT_TRUE(FileOps::getDirContents("saves/", "quic?.[px]*", list));
+    EXPECT_EQ(names(list), (std::vector<std::string>{"a save.xml", "quick.xml", "quick.png", "quick.xml"}));
+}
+
+TEST(FileOpsTest, MissingDirectoryIsReported)
+{
+    TempDir dir;
+    std::vector<std::unique_ptr<FileSystemNode>> list;
+    std::fflush(stdout);
+    ::testing::internal::CaptureStdout();
+    EXPECT_FALSE(FileOps::getDirContents("nowhere", "*.xml", list));
+    std::fflush(stdout);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "getDirContents error\n");
+    EXPECT_TRUE(list.empty());
+}

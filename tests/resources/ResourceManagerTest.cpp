@@ -1,0 +1,209 @@
+#include <gtest/gtest.h>
+
+#include <tinyxml.h>
+
+#include <cstdio>
+#include <string>
+
+#include "resources/ResourceManager.h"
+#include "resources/TempDir.h"
+
+// Archives here are made at test time by the archivers players and modders
+// use: Info-ZIP's zip and Python's zipfile.
+class ResourceManagerTest : public ::testing::Test {
+protected:
+    ResourceManagerTest()
+    {
+        for (int i = 0; i < 300; ++i)
+            text += "line " + std::to_string(i * 7919 % 1000) + " of the test script; set x " +
+                    std::to_string(i) + "\n";
+    }
+
+    // Runs `body` and returns what it wrote to standard output.
+    template <class F>
+    static std::string logOf(F body)
+    {
+        std::fflush(stdout);
+        ::testing::internal::CaptureStdout();
+        body();
+        std::fflush(stdout);
+        return ::testing::internal::GetCapturedStdout();
+    }
+
+    static std::string bytesOf(ResourceManager& rm, const std::string& path, bool& error)
+    {
+        std::size_t size = 0;
+        std::unique_ptr<char[]> bytes = rm.getBytes(path, size, error);
+        if (!bytes)
+            return "<null>";
+        EXPECT_EQ(bytes[size], '\0') << "no terminating zero after " << path;
+        return std::string(bytes.get(), size);
+    }
+
+    TempDir dir;
+    ResourceManager rm{false};
+    std::string text;
+};
+
+TEST_F(ResourceManagerTest, StoredAndDeflatedMembersGiveTheSameBytes)
+{
+    dir.write("data/a.txt", text);
+    dir.write("data/empty.txt", "");
+    ASSERT_TRUE(TempDir::run("zip -q -0 stored.zip data/a.txt data/empty.txt"));
+    ASSERT_TRUE(TempDir::run("zip -q -9 deflated.zip data/a.txt data/empty.txt"));
+    ASSERT_TRUE(TempDir::run(
+        "python3 -c \"import zipfile\n"
+        "for name, method in (('py-stored.zip', zipfile.ZIP_STORED), ('py-deflated.zip', zipfile.ZIP_DEFLATED)):\n"
+        "    with zipfile.ZipFile(name, 'w', method) as z:\n"
+        "        z.comment = b'made by python'\n"
+        "        z.write('data/a.txt')\n"
+        "        z.writestr('data/empty.txt', '')\n\""));
+    // Written to a pipe, zipfile leaves the local sizes at zero and appends
+    // data descriptors; the directory's sizes must carry the read.
+    ASSERT_TRUE(TempDir::run(
+        "python3 -c \"import sys, zipfile\n"
+        "with zipfile.ZipFile(sys.stdout.buffer, 'w', zipfile.ZIP_DEFLATED) as z:\n"
+        "    z.write('data/a.txt')\n"
+        "    z.writestr('data/empty.txt', '')\n\" | cat > py-streamed.zip"));
+    ASSERT_TRUE(TempDir::run("rm -r data"));
+
+    for (const char* archive : {"stored.zip", "deflated.zip", "py-stored.zip", "py-deflated.zip",
+                                "py-streamed.zip"}) {
+        SCOPED_TRACE(archive);
+        ResourceManager one(false);
+        ASSERT_TRUE(one.addArchive(archive));
+        bool error = true;
+        EXPECT_EQ(bytesOf(one, "data/a.txt", error), text);
+        EXPECT_FALSE(error);
+        EXPECT_EQ(bytesOf(one, "data/empty.txt", error), "");
+        EXPECT_FALSE(error);
+        EXPECT_EQ(one.readText("data/a.txt"), text);
+    }
+}
+
+TEST_F(ResourceManagerTest, DiskComesBeforeTheArchive)
+{
+    dir.write("data/a.txt", "from the archive");
+    dir.write("data/only.txt", "only archived");
+    ASSERT_TRUE(TempDir::run("zip -q data.zip data/a.txt data/only.txt && rm data/only.txt"));
+    dir.write("data/a.txt", "from disk");
+    ASSERT_TRUE(rm.addArchive("data.zip"));
+
+    std::string got;
+    const std::string log = logOf([&] { got = rm.readText("data/a.txt"); });
+    EXPECT_EQ(got, "from disk");
+    EXPECT_EQ(log, "Found on disk: data/a.txt\n");
+
+    const std::string log2 = logOf([&] { got = rm.readText("data/only.txt"); });
+    EXPECT_EQ(got, "only archived");
+    EXPECT_EQ(log2, "NOT Found on disk: data/only.txt\n");
+}
+
+TEST_F(ResourceManagerTest, ArchiveNamesMatchExactly)
+{
+    dir.write("data/Sub/File.txt", "x");
+    ASSERT_TRUE(TempDir::run("zip -q -r data.zip data && rm -r data"));
+    ASSERT_TRUE(rm.addArchive("data.zip"));
+    EXPECT_NE(rm.findInArchives("data/Sub/File.txt"), nullptr);
+    EXPECT_EQ(rm.findInArchives("data/sub/file.txt"), nullptr);
+    EXPECT_EQ(rm.findInArchives("data\\Sub\\File.txt"), nullptr);
+    EXPECT_EQ(rm.findInArchives("./data/Sub/File.txt"), nullptr);
+
+    bool error = false;
+    std::string got;
+    const std::string log = logOf([&] { got = bytesOf(rm, "data/sub/file.txt", error); });
+    EXPECT_EQ(got, "<null>");
+    EXPECT_TRUE(error);
+    EXPECT_EQ(log, "NOT Found on disk: data/sub/file.txt\nNULL ZipResultsBundle\n"
+                   "NULL PTR getting Zip file bytes\n");
+}
+
+TEST_F(ResourceManagerTest, LaterArchivesAreSearchedAfterEarlierOnes)
+{
+    dir.write("data/a.txt", "first");
+    ASSERT_TRUE(TempDir::run("zip -q one.zip data/a.txt"));
+    dir.write("data/a.txt", "second");
+    dir.write("data/b.txt", "b");
+    ASSERT_TRUE(TempDir::run("zip -q two.zip data/a.txt data/b.txt && rm -r data"));
+    ASSERT_TRUE(rm.addArchive("one.zip"));
+    ASSERT_TRUE(rm.addArchive("two.zip"));
+    EXPECT_EQ(rm.readText("data/a.txt"), "first");
+    EXPECT_EQ(rm.readText("data/b.txt"), "b");
+    rm.clearArchives();
+    EXPECT_EQ(rm.readText("data/a.txt"), "");
+}
+
+TEST_F(ResourceManagerTest, ArchivesThatCannotBeUsedAreReported)
+{
+    dir.write("notzip.zip", "just some text, not an archive");
+    dir.write("data/a.txt", "a");
+    ASSERT_TRUE(TempDir::run("zip -q real.zip data/a.txt && (printf 'junk'; cat real.zip) > prefixed.zip"));
+    dir.write("headonly.zip", std::string("PK\x03\x04", 4) + "nothing else here");
+    dir.write("tiny.zip", "PK");
+
+    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.addArchive("missing.zip")); }),
+              "couldn't open file, exiting\nFailed to load missing.zip\n");
+    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.addArchive("notzip.zip")); }),
+              "file is not a valid zip, exiting\nFailed to load notzip.zip\n");
+    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.addArchive("prefixed.zip")); }),
+              "file is not a valid zip, exiting\nFailed to load prefixed.zip\n");
+    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.addArchive("tiny.zip")); }),
+              "file is not a valid zip, exiting\nFailed to load tiny.zip\n");
+    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.addArchive("headonly.zip")); }),
+              "valid zip file\ncouldn't find central directory, exiting\nFailed to load headonly.zip\n");
+    EXPECT_FALSE(rm.addArchive("data"));  // a directory is no archive
+    EXPECT_TRUE(rm.getArchives().empty());
+
+    const std::string log = logOf([&] { EXPECT_TRUE(rm.addArchive("real.zip")); });
+    EXPECT_EQ(log.rfind("valid zip file\nfound central directory\n", 0), 0u) << log;
+    EXPECT_NE(log.find(std::string(61, '-') + "\nType  Name  CompressedSize  UncompressedSize  CRC  Method  "
+                                              "Offset  DOffset\n" + std::string(61, '-') + "\n"),
+              std::string::npos)
+        << log;
+}
+
+TEST_F(ResourceManagerTest, DirectoriesAndMissingFilesAreNotFoundOnDisk)
+{
+    dir.write("data/sub/x.txt", "x");
+    bool error = false;
+    EXPECT_EQ(bytesOf(rm, "data/sub", error), "<null>");
+    EXPECT_TRUE(error);
+    EXPECT_EQ(rm.readText("data/nothing.txt"), "");
+    // Text stops at the first zero byte; the buffer keeps everything.
+    dir.write("data/z.bin", std::string("ab\0cd", 5));
+    EXPECT_EQ(rm.readText("data/z.bin"), "ab");
+    EXPECT_EQ(bytesOf(rm, "data/z.bin", error), std::string("ab\0cd", 5));
+}
+
+TEST_F(ResourceManagerTest, DocumentsParseOrSayWhyNot)
+{
+    dir.write("data/good.xml", "<root><item name=\"a\"/></root>");
+    dir.write("data/bad.xml", "<root><item></root>");
+    dir.write("data/empty.xml", "");
+    std::string deep;
+    for (int i = 0; i < 20000; ++i)
+        deep += "<a>";
+    dir.write("data/deep.xml", deep);
+
+    TiXmlDocument good("data/good.xml");
+    EXPECT_TRUE(rm.loadDocument(good, "data/good.xml"));
+    ASSERT_NE(good.FirstChildElement("root"), nullptr);
+
+    TiXmlDocument bad("data/bad.xml");
+    const std::string badLog = logOf([&] { EXPECT_FALSE(rm.loadDocument(bad, "data/bad.xml")); });
+    EXPECT_NE(badLog.find("Failed to parse: data/bad.xml Error: "), std::string::npos) << badLog;
+
+    TiXmlDocument missing;
+    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.loadDocument(missing, "data/none.xml")); }),
+              "NOT Found on disk: data/none.xml\nNULL ZipResultsBundle\nNULL PTR getting Zip file bytes\n"
+              "Error reading bytes for: data/none.xml\nReason:  Error NULL filedata numBytes==0\n");
+
+    TiXmlDocument empty;
+    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.loadDocument(empty, "data/empty.xml")); }),
+              "Found on disk: data/empty.xml\nError reading bytes for: data/empty.xml\n"
+              "Reason:  numBytes==0\n");
+
+    TiXmlDocument deepDoc("data/deep.xml");
+    const std::string deepLog = logOf([&] { EXPECT_FALSE(rm.loadDocument(deepDoc, "data/deep.xml")); });
+    EXPECT_NE(deepLog.find("Failed to parse: data/deep.xml Error: "), std::string::npos) << deepLog;
+}
