@@ -11,6 +11,9 @@
 #include "console/Console.h"
 #include "console/VariableRegistry.h"
 #include "core/Clock.h"
+#include "core/GameResourceBundle.h"
+#include "gameplay/DefaultGameplay.h"
+#include "gameplay/IGameplay.h"
 #include "gui/GUIManager.h"
 #include "input/GameInput.h"
 #include "render/IRenderer.h"
@@ -46,6 +49,7 @@ Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
 
 Game::~Game()
 {
+    releaseGameplay();
     clearLevel();
     if (currentGame == this)
         currentGame = nullptr;
@@ -73,7 +77,7 @@ bool Game::init()
     }
     // Key events carry the typed character for the console and text boxes.
     SDL_EnableUNICODE(1);
-    installGameInput(std::make_unique<GameInput>());
+    startGameplay();
     registerCommands();
     if (!renderer->setVideoMode(640, 480, false)) {
         SDL_Quit();
@@ -102,6 +106,52 @@ void Game::runStartupScripts()
     registry.execute("exec userconfig.txt");
     if (std::ifstream("data/autoexec.txt"))
         registry.execute("exec autoexec.txt");
+}
+
+void Game::setGameplay(std::unique_ptr<IGameplay> controller)
+{
+    if (controller.get() == gameplay.get())
+        return;
+    if (gameplay)
+        releaseGameplay();
+    gameplay = std::move(controller);
+    if (!gameplay)
+        return;
+    GameResourceBundle bundle;
+    bundle.game = this;
+    bundle.sound = sound.get();
+    bundle.renderer = renderer.get();
+    bundle.inputManager = &inputManager;
+    bundle.guiManager = guiManager.get();
+    bundle.console = console.get();
+    bundle.timer = &timer;
+    bundle.quadTree = &quadTree;
+    gameplay->setScreenSize(renderer->getWidth(), renderer->getHeight());
+    gameplay->init(bundle);
+}
+
+bool Game::releaseGameplay()
+{
+    if (!gameplay)
+        return true;
+    const bool result = gameplay->shutdown();
+    gameplay.reset();
+    return result;
+}
+
+void Game::startGameplay()
+{
+    setGameplay(std::make_unique<DefaultGameplay>());
+    installGameInput(std::unique_ptr<GameInput>(gameplay->createInput()));
+
+    persistentPlayer.reset(gameplay->createBody("player"));
+    player = persistentPlayer.get();
+    if (player) {
+        player->autoid = 1;
+        player->makeRectangle(16.0f, 16.0f);
+        player->setMass(100.0f);
+        player->updateBounds();
+    }
 }
 
 void Game::installGameInput(std::unique_ptr<GameInput> input)
@@ -214,11 +264,21 @@ void Game::updateWorld()
     simulationAccumulator += dt;
     particleAccumulator += dt;
 
+    if (gameInput)
+        gameInput->update(player);
     while (simulationAccumulator >= stepSeconds) {
+        if (gameInput)
+            gameInput->step(player, stepSeconds);
+        if (gameplay) {
+            gameplay->preStep();
+            gameplay->update(stepSeconds);
+        }
         applyGravity(stepSeconds);
         freezeVelocities();
         collideBodies(stepSeconds);
         moveBodies(stepSeconds);
+        if (gameplay)
+            gameplay->postStep();
         ++stepCount;
         simulationAccumulator -= stepSeconds;
     }
@@ -447,6 +507,7 @@ void Game::unpause()
 
 void Game::shutdown()
 {
+    releaseGameplay();
     clearLevel();
     bodies.clear();
     activeBodies.clear();
