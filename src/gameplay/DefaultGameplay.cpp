@@ -198,9 +198,9 @@ void DefaultGameplay::drawOverlay(IRenderer* renderer)
     if (!renderer || !drawTimerVar || drawTimerVar->intValue <= 0)
         return;
     const std::string text = "Level Time: " + formatNumber(levelTime() / 1000.0f);
-    renderer->begin2D();
+    renderer->enter2D();
     drawText(renderer, 20.0f, 60.0f, text);
-    renderer->end2D();
+    renderer->leave2D();
 }
 
 void DefaultGameplay::drawHud(IRenderer* renderer, float frameTime) { hud.draw(renderer, frameTime); }
