@@ -25,6 +25,9 @@ public:
     virtual void printWarning(const std::string& text);
     virtual void printDebug(const std::string& text);
 
+    // Draws the console band; called by the Game every frame in 2D mode.
+    virtual void draw() {}
+
     const std::deque<ConsoleEntry>& getLines() const { return lines; }
 
     // Shown or hidden by the backquote key (InputManager).

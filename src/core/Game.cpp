@@ -17,6 +17,7 @@
 #include "gui/GUIManager.h"
 #include "input/GameInput.h"
 #include "render/IRenderer.h"
+#include "render/ImageFontRenderer.h"
 #include "resources/ResourceManager.h"
 #include "render/Renderer.h"
 #include "sound/ISound.h"
@@ -30,7 +31,10 @@ volatile std::sig_atomic_t terminateSignalled = 0;
 void onTerminateSignal(int) { terminateSignalled = 1; }
 }
 
-Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<NullSound>()) {}
+Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<NullSound>())
+{
+    renderer->setFontRenderer(new ImageFontRenderer());
+}
 
 Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
     : sound(std::move(s)),
@@ -71,7 +75,7 @@ bool Game::init()
     inputManager.setConsole(console.get());
     inputManager.setCurrentTarget("gui");
 
-    if (!renderer->init()) {
+    if (!renderer->initialise()) {
         SDL_Quit();
         return false;
     }
@@ -85,6 +89,13 @@ bool Game::init()
     }
     sound->initialise();
     timer.start();
+    if (FontRenderer* fonts = renderer->getFontRenderer()) {
+        fonts->setRenderer(renderer.get());
+        if (!fonts->init()) {
+            std::printf("Error Initialising font renderer\n");
+            return false;
+        }
+    }
     return true;
 }
 
@@ -215,8 +226,9 @@ void Game::pumpEvents()
 
 void Game::runFrame()
 {
-    renderer->enter2D();
-    renderer->leave2D();
+    renderer->begin2D();
+    console->draw();
+    renderer->end2D();
     endFrame();
 
     if (paused) {
@@ -254,7 +266,7 @@ void Game::endFrame()
 {
     if (captureRequested)
         captureRequested = false;
-    renderer->swapBuffers();
+    renderer->endFrame();
     frameCount += 1;
 }
 
@@ -512,8 +524,7 @@ void Game::shutdown()
     bodies.clear();
     activeBodies.clear();
     bodyIterNext = activeBodies.end();
-    if (renderer)
-        renderer->shutdown();
+    renderer.reset();
     ResourceManager::instance().clearArchives();
     CommandRegistry::instance().clearCommands();
     VariableRegistry::instance().clearVariables();
