@@ -14,6 +14,7 @@
 #include "core/GameResourceBundle.h"
 #include "gameplay/DefaultGameplay.h"
 #include "gameplay/IGameplay.h"
+#include "gameplay/player/Player.h"
 #include "gui/GUIManager.h"
 #include "input/GameInput.h"
 #include "render/IRenderer.h"
@@ -237,6 +238,7 @@ void Game::runFrame()
         renderer->beginFrame();
         if (levelLoaded && worldRunning)
             drawWorld();
+        drawGameplayOverlay();
         return;
     }
 
@@ -260,6 +262,15 @@ void Game::runFrame()
         updateWorld();
         drawWorld();
     }
+    drawGameplayOverlay();
+}
+
+void Game::drawGameplayOverlay()
+{
+    if (!gameplay || !levelLoaded)
+        return;
+    gameplay->drawOverlay(renderer.get());
+    gameplay->drawHud(renderer.get(), timer.frameTime());
 }
 
 void Game::endFrame()
@@ -372,6 +383,7 @@ void Game::drawBodies() {}
 void Game::drawWorld()
 {
     updateCamera(timer.frameTime());
+    updateAim();
     drawScene(false);
 }
 void Game::drawScene(bool) { drawBodies(); }
@@ -489,7 +501,15 @@ void Game::clearLevel()
 void Game::tickTimer() { timer.tick(); }
 
 void Game::updateCamera(float) {}
-void Game::updateAim() {}
+void Game::updateAim()
+{
+    // The game cursor is virtual (moved by relative motion); aim where it
+    // points in the world as the camera now sees it.
+    auto* p = dynamic_cast<Player*>(player);
+    if (!p || !gameInput)
+        return;
+    p->mouseWorldPos = renderer->screenToWorld(gameInput->getMouseX(), gameInput->getMouseY());
+}
 void Game::saveGame() { saveRequested = false; }
 void Game::loadGame(const std::string&) {}
 

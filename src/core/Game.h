@@ -111,6 +111,8 @@ public:
     // Shuts the controller down and deletes it; its result, or true without one.
     virtual bool releaseGameplay();
     IGameplay* getGameplay() const { return gameplay.get(); }
+    // The controller's level timer and HUD over the picture, every frame.
+    void drawGameplayOverlay();
     // Start-up of play: the DefaultGameplay controller, its input target
     // "game", and the player (id 1, 16 x 16, mass 100). Part of init; headless
     // tests call it on their own.

@@ -20,6 +20,7 @@
 #include "world/body/Body.h"
 #include "world/geometry/TextForm.h"
 #include "world/level/GameBodyFactory.h"
+#include "render/FontRenderer.h"
 #include "render/IRenderer.h"
 
 namespace {
@@ -48,7 +49,15 @@ bool isStartPoint(const Body& body)
 }
 
 // Overlay text in the "vera" font at size 14.
-void drawText(IRenderer*, float, float, const std::string&) {}
+void drawText(IRenderer* renderer, float x, float y, const std::string& text)
+{
+    FontRenderer* font = renderer->getFontRenderer();
+    if (!font || !font->selectFont("vera", 14))
+        return;
+    renderer->setTexturing(true);
+    renderer->setColour(255.0f, 255.0f, 255.0f, 255.0f);
+    font->drawText(x, y, text);
+}
 }
 
 DefaultGameplay::DefaultGameplay()
@@ -198,9 +207,9 @@ void DefaultGameplay::drawOverlay(IRenderer* renderer)
     if (!renderer || !drawTimerVar || drawTimerVar->intValue <= 0)
         return;
     const std::string text = "Level Time: " + formatNumber(levelTime() / 1000.0f);
-    renderer->enter2D();
+    renderer->begin2D();
     drawText(renderer, 20.0f, 60.0f, text);
-    renderer->leave2D();
+    renderer->end2D();
 }
 
 void DefaultGameplay::drawHud(IRenderer* renderer, float frameTime) { hud.draw(renderer, frameTime); }

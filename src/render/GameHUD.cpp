@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "gameplay/GameplaySingleton.h"
+#include "render/FontRenderer.h"
 #include "render/IRenderer.h"
 
 void GameHUD::resize(int width, int height)
@@ -27,4 +28,26 @@ void GameHUD::showMessage(const std::string& text, int size)
     messages.push_back({text, size, levelTime() + messageMs});
 }
 
-void GameHUD::draw(IRenderer*, float) {}
+void GameHUD::draw(IRenderer* renderer, float)
+{
+    if (!renderer || messages.empty())
+        return;
+    FontRenderer* font = renderer->getFontRenderer();
+    if (!font)
+        return;
+    renderer->begin2D();
+    renderer->setTexturing(true);
+    renderer->setBlending(true);
+    // Newest message on top, stacked downwards from the upper middle.
+    float y = static_cast<float>(screenHeight) * 0.75f;
+    for (auto it = messages.rbegin(); it != messages.rend(); ++it) {
+        const int size = it->size < 12 ? 14 : it->size;
+        if (!font->selectFont("vera", size))
+            break;
+        const float x = font->centredX(0.0f, static_cast<float>(screenWidth), it->text);
+        renderer->setColour(255.0f, 255.0f, 255.0f, 255.0f);
+        font->drawTextShadowed(x, y, it->text);
+        y -= static_cast<float>(size) + 8.0f;
+    }
+    renderer->end2D();
+}

@@ -111,7 +111,27 @@ bool Player::takeGroundContact()
     return touched;
 }
 
-void Player::drawExtras(IRenderer&) {}
+void Player::drawExtras(IRenderer& renderer)
+{
+    const float z = zShift + 0.2f;
+    if (grappling && hook) {
+        beamEnd = hook->pos;
+        renderer.bindTexture("data/particles/beam.tga");
+        if (hookAttached)
+            renderer.setColour(255.0f, 0.0f, 0.0f, 200.0f);
+        else
+            renderer.setColour(0.0f, 255.0f, 255.0f, 200.0f);
+        renderer.drawTiledBeam(pos, beamEnd, z, 4.0f, 64.0f, true);
+    }
+    if (hasinvinc) {
+        renderer.setColour(255.0f, 0.0f, 0.0f, 200.0f);
+        renderer.drawSprite(pos.x, pos.y, z, 18.0f, 24.0f, "data/particles/magneticpulse.png");
+    }
+    if (hasquad) {
+        renderer.setColour(0.0f, 255.0f, 0.0f, 200.0f);
+        renderer.drawSprite(pos.x, pos.y, z, 24.0f, 18.0f, "data/particles/magneticpulse.png");
+    }
+}
 
 void Player::readState(TiXmlElement* element)
 {
