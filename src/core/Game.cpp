@@ -1,6 +1,7 @@
 #include "core/Game.h"
 
 #include <SDL.h>
+#include <tinyxml.h>
 
 #include <algorithm>
 #include <csignal>
@@ -9,6 +10,7 @@
 
 #include "console/CommandRegistry.h"
 #include "console/Console.h"
+#include "console/ConsolePrint.h"
 #include "console/GameVar.h"
 #include "console/VariableRegistry.h"
 #include "core/Clock.h"
@@ -25,6 +27,9 @@
 #include "sound/ISound.h"
 #include "sound/NullSound.h"
 #include "world/body/Body.h"
+#include "world/level/BodyFactory.h"
+#include "world/level/GameBodyFactory.h"
+#include "world/level/LevelLoader.h"
 
 namespace {
 Game* currentGame = nullptr;
@@ -85,6 +90,7 @@ bool Game::init()
     SDL_EnableUNICODE(1);
     startGameplay();
     registerCommands();
+    executeCommandLine(true);
     if (!renderer->setVideoMode(640, 480, false)) {
         SDL_Quit();
         return false;
@@ -98,13 +104,48 @@ bool Game::init()
             return false;
         }
     }
+    // Everything but "set" from the command line runs once start-up is done.
+    executeCommandLine(false);
     return true;
 }
 
 bool Game::registerCommands()
 {
+    registerCommand("load a map", "map", [this] {
+        const CommandRegistry& registry = CommandRegistry::instance();
+        loadLevel(registry.argumentCount > 0 ? registry.arg(0) : std::string("test.xml"), "");
+    });
+    registerCommand("unload a map", "unmap", [this] { unloadLevel(); });
     runStartupScripts();
     return true;
+}
+
+void Game::executeCommandLine(bool settings)
+{
+    std::string selected;
+    for (const std::string& command : CommandRegistry::splitText(commandLineText, ';')) {
+        const std::vector<std::string> words = CommandRegistry::splitText(command, ' ');
+        const bool isSetting = !words.empty() && words[0] == "set";
+        if (isSetting != settings)
+            continue;
+        if (!selected.empty())
+            selected += ";";
+        selected += command;
+    }
+    if (!selected.empty())
+        CommandRegistry::instance().execute(selected);
+}
+
+BodyFactory* Game::getBodyFactory()
+{
+    if (!bodyFactory) {
+        gameBodyFactory = std::make_unique<GameBodyFactory>();
+        gameBodyFactory->registerPrototypes();
+        bodyFactory = std::make_unique<BodyFactory>();
+        bodyFactory->registerPrototypes();
+        bodyFactory->setFallbackFactory(gameBodyFactory.get());
+    }
+    return bodyFactory.get();
 }
 
 void Game::runStartupScripts()
@@ -156,6 +197,8 @@ void Game::startGameplay()
 {
     setGameplay(std::make_unique<DefaultGameplay>());
     installGameInput(std::unique_ptr<GameInput>(gameplay->createInput()));
+    // Level files name the game's body types through the controller's factory.
+    getBodyFactory()->setFallbackFactory(gameplay->getBodyFactory());
 
     persistentPlayer.reset(gameplay->createBody("player"));
     player = persistentPlayer.get();
@@ -394,15 +437,56 @@ void Game::drawWorld()
 }
 void Game::drawScene(bool) { drawBodies(); }
 
-void Game::loadLevel(const std::string& name, const std::string&)
+void Game::loadLevel(const std::string& name, const std::string& entry)
 {
+    // A level that does not even parse leaves the running one alone.
+    const std::string path = LevelLoader::levelPath(name);
+    {
+        TiXmlDocument check;
+        if (!ResourceManager::instance().loadDocument(check, LevelLoader::resourcePath(path)) ||
+            !check.RootElement()) {
+            std::printf("Could not load level file: %s\n", path.c_str());
+            conPrint("Failed to load level: " + path);
+            return;
+        }
+    }
+
+    quadTree.setSplitAllowed(true);
+    unloadLevel();
+    // The renderer's resources, the font renderer and the particles are reset
+    // here once those exist.
+
+    nextBodyId = 2;
+    LevelLoader loader(*this, *getBodyFactory());
+    if (!loader.loadLevelFile(name, quadTree))
+        return;
+
     currentLevel = name;
+    if (player) {
+        player->autoid = 1;
+        player->textureId = -1;
+        player->updateBounds();
+        quadTree.insert(player);
+        addBody(player, false);
+        addActiveBody(player);
+    }
+    // The sky manager hears of the new level here once it exists.
+    if (gameplay) {
+        gameplay->startLevel(entry);
+        // The spawn point moved the player: index it where it now stands.
+        if (player)
+            quadTree.update(player);
+    }
+
     worldRunning = true;
     levelLoaded = true;
     levelPending = false;
     pendingLevel.clear();
     pendingLevelEntry.clear();
     inputManager.setTarget("game");
+    // Leaves do not split while the game runs.
+    quadTree.setSplitAllowed(false);
+    tickTimer();
 }
 
 void Game::requestLevel(const std::string& name, const std::string& entry)
@@ -415,6 +499,8 @@ void Game::requestLevel(const std::string& name, const std::string& entry)
 
 void Game::unloadLevel()
 {
+    if (gameplay)
+        gameplay->endLevel();
     if (player && player->quadTreeNode) {
         player->quadTreeNode->remove(player);
         player->quadTreeNode = nullptr;

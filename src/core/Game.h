@@ -15,6 +15,7 @@
 #include "world/quadtree/QuadTree.h"
 
 class Body;
+class BodyFactory;
 class Console;
 class GameInput;
 class GUIManager;
@@ -130,6 +131,14 @@ public:
     // Console commands given on the command line ("+map test +exec x.txt").
     void setCommandLine(int argc, char** argv);
     const std::string& getCommandLineText() const { return commandLineText; }
+    // Runs the command-line commands: the "set" ones when `settings`, the
+    // others otherwise (init runs settings before the video mode is chosen).
+    void executeCommandLine(bool settings);
+
+    // The factory levels are read through: a plain Body for "default", the
+    // game's body types through its fallback. Made on first use.
+    BodyFactory* getBodyFactory();
+    void setNextBodyId(int id) { nextBodyId = id; }
 
     std::list<Body*>& getBodies() { return bodies; }
     std::list<Body*>& getActiveBodies() { return activeBodies; }
@@ -167,6 +176,10 @@ protected:
     float gravityOverride = 0.0f;
     bool hasGravityOverride = false;
     Body* player = nullptr;
+    std::unique_ptr<BodyFactory> bodyFactory;
+    // The factory of the game's body types, the fallback of bodyFactory.
+    // Belongs to the gameplay controller once that exists.
+    std::unique_ptr<BodyFactory> gameBodyFactory;
 
     uint32_t startTicks = 0;
     uint32_t frameCount = 0;

@@ -4,6 +4,7 @@
 #include "core/Game.h"
 #include "core/ManualClock.h"
 #include "render/NullRenderer.h"
+#include "resources/TempDir.h"
 #include "sound/NullSound.h"
 
 class GameLoopTest : public ::testing::Test {
@@ -11,6 +12,8 @@ protected:
     void SetUp() override
     {
         Clock::install(&clock);
+        dir.write("maps/empty.xml", "<level><Objects/></level>");
+        dir.write("maps/next.xml", "<level><Objects/></level>");
         game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
         game->getTimer().start();
         game->loadLevel("empty", "");
@@ -25,6 +28,7 @@ protected:
         clock.advance(ms);
         game->runFrame();
     }
+    TempDir dir;
     ManualClock clock{5000};
     std::unique_ptr<Game> game;
 };

@@ -291,12 +291,20 @@ void GameBody::writeState(TiXmlElement* element)
     element->SetAttribute("initialhealth", writeInt(initialhealth));
 }
 
+void GameBody::leaveOwner()
+{
+    if (!owner)
+        return;
+    auto& siblings = owner->ownedBodies;
+    siblings.erase(std::remove(siblings.begin(), siblings.end(), this), siblings.end());
+    owner = nullptr;
+}
+
 void GameBody::beforeTargets()
 {
-    if (ownerid == 0) {
-        owner = nullptr;
+    leaveOwner();
+    if (ownerid == 0)
         return;
-    }
     Game* game = Game::current();
     if (!game)
         return;

@@ -119,6 +119,9 @@ public:
     bool gibbable = true;
 
 protected:
+    // Out of the owner's list without counting a death (re-linking).
+    void leaveOwner();
+
     GameBody* owner = nullptr;
     std::vector<GameBody*> ownedBodies;
     bool godMode = false;
