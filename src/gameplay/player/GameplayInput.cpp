@@ -85,6 +85,14 @@ void GameplayInput::registerCommands()
         p->setGodMode(!p->isGodMode());
         conPrint(p->isGodMode() ? "God mode on" : "God mode off");
     });
+    // Stuck or fell somewhere without a way out: die and restart the level.
+    registerCommand("kill yourself and restart the level", "kill", [] {
+        Player* p = currentPlayer();
+        if (!p || p->dead)
+            return;
+        p->health = 0;
+        p->die();
+    });
     holdCommand("", "+slow", slow, true);
     holdCommand("stop slowing down", "-slow", slow, false);
 
