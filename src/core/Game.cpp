@@ -656,6 +656,8 @@ void Game::pause()
 {
     paused = true;
     timer.pause();
+    if (gameplay)
+        gameplay->pause();
     sound->play("data/sounds/events/Off3.wav", 0, 100);
 }
 
@@ -663,6 +665,8 @@ void Game::unpause()
 {
     paused = false;
     timer.resume();
+    if (gameplay)
+        gameplay->resume();
     sound->play("data/sounds/events/On3.wav", 0, 100);
 }
 

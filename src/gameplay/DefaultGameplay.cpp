@@ -200,6 +200,7 @@ void DefaultGameplay::endLevel()
 {
     GameplaySingleton::get().levelTimer.running = false;
     spawnPoints.clear();
+    hud.setPlayer(nullptr);
 }
 
 void DefaultGameplay::drawOverlay(IRenderer* renderer)

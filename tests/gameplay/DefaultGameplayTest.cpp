@@ -347,3 +347,19 @@ TEST_F(DefaultGameplayTest, DebugCommandsMoveAndLaunchThePlayer)
     EXPECT_NE(text.str().find("Player Mouse Pos: -100,100,0\n"), std::string::npos);
     EXPECT_NE(text.str().find("Current Level: gameplaytest : at time: "), std::string::npos);
 }
+
+TEST_F(DefaultGameplayTest, PauseLeavesLevelAndRaceClocksWhereTheyWere)
+{
+    loadLevel();
+    frames(10);
+    gameplay->startRace();
+    frames(4);
+    const float level = levelTime();
+    const float race = gameplay->raceTime();
+    game->pause();
+    frames(40, 250);
+    game->unpause();
+    frame();
+    EXPECT_FLOAT_EQ(levelTime(), level + 25.0f);
+    EXPECT_FLOAT_EQ(gameplay->raceTime(), race + 25.0f);
+}

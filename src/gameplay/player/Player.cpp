@@ -23,6 +23,7 @@ Player::Player()
     id = "anarch";
     kind = 1;
     setTexture("data/images/debugsmiley.tga");
+    textured = true;
     hasGlow = true;
     thinks = true;
     takedamage = true;
