@@ -104,7 +104,9 @@ bool DefaultGameplay::shutdown()
 
 Body* DefaultGameplay::createBody(const std::string& typeName)
 {
-    if (!bodyFactory)
+    // Unknown names get nothing here; the level loader's own factory is the
+    // one that falls back to plain static bodies.
+    if (!bodyFactory || !bodyFactory->findPrototype(typeName))
         return nullptr;
     std::unique_ptr<Body> body = bodyFactory->create(typeName);
     if (!body)

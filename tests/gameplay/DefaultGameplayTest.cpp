@@ -363,3 +363,18 @@ TEST_F(DefaultGameplayTest, PauseLeavesLevelAndRaceClocksWhereTheyWere)
     EXPECT_FLOAT_EQ(levelTime(), level + 25.0f);
     EXPECT_FLOAT_EQ(gameplay->raceTime(), race + 25.0f);
 }
+
+TEST_F(DefaultGameplayTest, CreateBodyKnowsTheGameTypesOnly)
+{
+    EXPECT_EQ(gameplay->createBody("nosuchtype"), nullptr);
+    EXPECT_EQ(gameplay->createBody("Player"), nullptr);
+    std::unique_ptr<Body> block(gameplay->createBody("raceblock"));
+    ASSERT_NE(block, nullptr);
+    EXPECT_EQ(block->type, "raceblock");
+    // The game's player came from the same factory at start-up.
+    EXPECT_EQ(player->type, "player");
+    EXPECT_EQ(player->kind, 1);
+    EXPECT_EQ(player->autoid, 1);
+    EXPECT_FLOAT_EQ(player->mass, 100.0f);
+    EXPECT_EQ(GameplaySingleton::get().resources.player, player);
+}
