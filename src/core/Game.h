@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/BasicTimer.h"
+#include "world/geometry/Vector.h"
 #include "input/InputManager.h"
 #include "world/physics/Collision.h"
 #include "world/quadtree/QuadTree.h"
@@ -144,8 +145,14 @@ public:
     virtual void loadSky(const std::string& path);
     void setShowMap(bool on) { showMap = on; }
     bool isShowingMap() const { return showMap; }
-    // Runs the commands given on the command line, each on its own.
-    void runCommandLine();
+    // The frame-rate and body-count lines drawn over the world when debuginfo is on.
+    virtual void drawDebugText();
+    // Moves a chase point after a target; true when it has settled (within 2 units).
+    static bool followChasePoint(const Vector& target, Vector& chase, float frameTime);
+    bool isCameraSettled() const { return cameraSettled; }
+    // Runs the commands given on the command line, each on its own: the "set"
+    // commands (before the video mode is set) or all the others.
+    void runCommandLine(bool settingsOnly);
 
     // Runs the event pump until the queue is empty.
     void pumpEvents();
@@ -167,6 +174,8 @@ public:
     bool isLevelPending() const { return levelPending; }
     bool isShutDown() const { return shutDown; }
     uint32_t getFrameCount() const { return frameCount; }
+    // Counts a frame swapped outside the main loop (cinematics).
+    void countFrame() { ++frameCount; }
     uint64_t getStepCount() const { return stepCount; }
     float getSimulationAccumulator() const { return simulationAccumulator; }
     float getParticleAccumulator() const { return particleAccumulator; }
@@ -225,7 +234,13 @@ protected:
     float particleAccumulator = 0.0f;
     uint64_t stepCount = 0;
     std::vector<std::string> commandLineCommands;
+
+    bool setInitialVideoMode();
+    void refreshVisibleBodies();
+    void drawPausedImage();
+    void interpolateBodies();
     bool noclip = false;
+    bool cameraSettled = false;
     std::string skyFile;
 
     // Looked up once by registerCommands; the registry owns them.
