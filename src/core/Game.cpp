@@ -5,12 +5,16 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <fstream>
 
 #include "console/CommandRegistry.h"
 #include "console/Console.h"
 #include "console/VariableRegistry.h"
 #include "core/Clock.h"
+#include "gui/GUIManager.h"
+#include "input/GameInput.h"
 #include "render/IRenderer.h"
+#include "render/ImageFontRenderer.h"
 #include "resources/ResourceManager.h"
 #include "render/Renderer.h"
 #include "sound/ISound.h"
@@ -24,11 +28,20 @@ volatile std::sig_atomic_t terminateSignalled = 0;
 void onTerminateSignal(int) { terminateSignalled = 1; }
 }
 
-Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<NullSound>()) {}
+Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<NullSound>())
+{
+    renderer->setFontRenderer(new ImageFontRenderer());
+}
 
 Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
-    : sound(std::move(s)), renderer(std::move(r)), console(std::make_unique<Console>())
+    : sound(std::move(s)),
+      renderer(std::move(r)),
+      guiManager(std::make_unique<GUIManager>()),
+      console(std::make_unique<Console>())
 {
+    inputManager.setGUI(guiManager.get());
+    inputManager.setConsole(console.get());
+    inputManager.setCurrentTarget("gui");
     timer.running = true;
     timer.paused = false;
     bodyIterNext = activeBodies.end();
@@ -53,11 +66,18 @@ bool Game::init()
     CommandRegistry::instance().registerCommands();
     VariableRegistry::instance().registerCommands();
     VariableRegistry::instance().loadVariables("data/gamevars.xml");
+    inputManager.loadKeyNames("data/keymaps.xml");
+    inputManager.setGUI(guiManager.get());
+    inputManager.setConsole(console.get());
+    inputManager.setCurrentTarget("gui");
 
-    if (!renderer->init()) {
+    if (!renderer->initialise()) {
         SDL_Quit();
         return false;
     }
+    // Key events carry the typed character for the console and text boxes.
+    SDL_EnableUNICODE(1);
+    installGameInput(std::make_unique<GameInput>());
     registerCommands();
     if (!renderer->setVideoMode(640, 480, false)) {
         SDL_Quit();
@@ -65,10 +85,43 @@ bool Game::init()
     }
     sound->initialise();
     timer.start();
+    if (FontRenderer* fonts = renderer->getFontRenderer()) {
+        fonts->setRenderer(renderer.get());
+        if (!fonts->init()) {
+            std::printf("Error Initialising font renderer\n");
+            return false;
+        }
+    }
     return true;
 }
 
-bool Game::registerCommands() { return true; }
+bool Game::registerCommands()
+{
+    runStartupScripts();
+    return true;
+}
+
+void Game::runStartupScripts()
+{
+    CommandRegistry& registry = CommandRegistry::instance();
+    // Until the game has written the player's own config.txt, the shipped
+    // default controls stand in for it.
+    if (!std::ifstream("data/config.txt"))
+        registry.execute("exec default.cfg");
+    registry.execute("exec config.txt");
+    registry.execute("exec userconfig.txt");
+    registry.execute("exec userconfig.txt");
+    if (std::ifstream("data/autoexec.txt"))
+        registry.execute("exec autoexec.txt");
+}
+
+void Game::installGameInput(std::unique_ptr<GameInput> input)
+{
+    gameInput = std::move(input);
+    if (gameInput)
+        gameInput->init();
+    inputManager.setGameInput(gameInput.get());
+}
 
 void Game::setCommandLine(int argc, char** argv)
 {
@@ -94,6 +147,24 @@ void Game::pumpEvents()
     SDL_Event event;
     while (SDL_PollEvent(&event)) {
         switch (event.type) {
+        case SDL_KEYDOWN:
+            inputManager.setModifiers(event.key.keysym.mod);
+            inputManager.keyEvent(true, event.key.keysym.sym, event.key.keysym.unicode);
+            break;
+        case SDL_KEYUP:
+            inputManager.setModifiers(event.key.keysym.mod);
+            inputManager.keyUp(event.key.keysym.sym);
+            break;
+        case SDL_MOUSEMOTION:
+            inputManager.mouseMotion(event.motion.x, event.motion.y, event.motion.xrel,
+                                     event.motion.yrel);
+            break;
+        case SDL_MOUSEBUTTONDOWN:
+            inputManager.mouseButtonDown(event.button.x, event.button.y, event.button.button);
+            break;
+        case SDL_MOUSEBUTTONUP:
+            inputManager.mouseButtonUp(event.button.x, event.button.y, event.button.button);
+            break;
         case SDL_QUIT:
             quitRequested = true;
             break;
@@ -105,8 +176,9 @@ void Game::pumpEvents()
 
 void Game::runFrame()
 {
-    renderer->enter2D();
-    renderer->leave2D();
+    renderer->begin2D();
+    console->draw();
+    renderer->end2D();
     endFrame();
 
     if (paused) {
@@ -144,7 +216,7 @@ void Game::endFrame()
 {
     if (captureRequested)
         captureRequested = false;
-    renderer->swapBuffers();
+    renderer->endFrame();
     frameCount += 1;
 }
 
@@ -252,6 +324,7 @@ void Game::loadLevel(const std::string& name, const std::string&)
     levelPending = false;
     pendingLevel.clear();
     pendingLevelEntry.clear();
+    inputManager.setTarget("game");
 }
 
 void Game::requestLevel(const std::string& name, const std::string& entry)
@@ -390,8 +463,7 @@ void Game::shutdown()
     bodies.clear();
     activeBodies.clear();
     bodyIterNext = activeBodies.end();
-    if (renderer)
-        renderer->shutdown();
+    renderer.reset();
     ResourceManager::instance().clearArchives();
     CommandRegistry::instance().clearCommands();
     VariableRegistry::instance().clearVariables();

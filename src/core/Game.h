@@ -10,11 +10,14 @@
 #include <vector>
 
 #include "core/BasicTimer.h"
+#include "input/InputManager.h"
 #include "world/physics/Collision.h"
 #include "world/quadtree/QuadTree.h"
 
 class Body;
 class Console;
+class GameInput;
+class GUIManager;
 class IRenderer;
 class ISound;
 
@@ -71,6 +74,9 @@ public:
     ISound* getSound() const { return sound.get(); }
     IRenderer* getRenderer() const { return renderer.get(); }
     Console* getConsole() const { return console.get(); }
+    InputManager& getInputManager() { return inputManager; }
+    GUIManager* getGUIManager() const { return guiManager.get(); }
+    GameInput* getGameInput() const { return gameInput.get(); }
     BasicTimer& getTimer() { return timer; }
     const BasicTimer& getTimer() const { return timer; }
     Body* getPlayer() const { return player; }
@@ -98,6 +104,13 @@ public:
     virtual void pause();
     virtual void unpause();
 
+    // Stores the game's input target, lets it register its commands and makes
+    // it the input manager's target "game".
+    void installGameInput(std::unique_ptr<GameInput> input);
+    // config.txt (or, before the game has written one, default.cfg), then
+    // userconfig.txt twice, then autoexec.txt when it exists.
+    void runStartupScripts();
+
     // Runs the event pump until the queue is empty.
     void pumpEvents();
     // Console commands given on the command line ("+map test +exec x.txt").
@@ -108,6 +121,7 @@ public:
     std::list<Body*>& getActiveBodies() { return activeBodies; }
     bool isLevelLoaded() const { return levelLoaded; }
     bool isWorldRunning() const { return worldRunning; }
+    void setWorldRunning(bool running) { worldRunning = running; }
     bool isPaused() const { return paused; }
     bool isLevelPending() const { return levelPending; }
     bool isShutDown() const { return shutDown; }
@@ -122,7 +136,10 @@ public:
 protected:
     std::unique_ptr<ISound> sound;
     std::unique_ptr<IRenderer> renderer;
+    std::unique_ptr<GUIManager> guiManager;
+    InputManager inputManager;
     std::unique_ptr<Console> console;
+    std::unique_ptr<GameInput> gameInput;
 
     std::list<Body*> bodies;
     std::list<Body*> activeBodies;

@@ -3,89 +3,826 @@
 #include <SDL.h>
 #include <GL/gl.h>
 #include <GL/glu.h>
+#include <IL/il.h>
+#include <IL/ilu.h>
+#include <IL/ilut.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <ostream>
+#include <sys/stat.h>
 
-Renderer::~Renderer() { shutdown(); }
+#include "console/ConsolePrint.h"
+#include "console/VariableRegistry.h"
+#include "core/Clock.h"
+#include "render/FontRenderer.h"
+#include "world/geometry/Quad.h"
+#include "world/geometry/RGBAColour.h"
 
-bool Renderer::init()
+namespace {
+constexpr float worldScale = 0.015f;
+constexpr double nearPlane = 0.1;
+constexpr double farPlane = 4096.0;
+constexpr double framePerspective = 90.0;
+constexpr float movieFrameMs = 125.0f;
+constexpr int lastCaptureNumber = 9999;
+
+GLubyte toByte(float v)
 {
-    if (SDL_Init(SDL_INIT_VIDEO | SDL_INIT_TIMER) < 0) {
-        std::printf("Unable to initialise SDL: %s\n", SDL_GetError());
-        return false;
+    return static_cast<GLubyte>(std::clamp(std::lround(v), 0L, 255L));
+}
+}
+
+Renderer::Renderer() = default;
+
+Renderer::~Renderer()
+{
+    // The font renderer may unbind through us: drop it first.
+    fontRenderer.reset();
+    videoModes.clear();
+    if (grabbedImage >= 0) {
+        ILuint image = static_cast<ILuint>(grabbedImage);
+        ilDeleteImages(1, &image);
     }
-    videoStarted = true;
+}
+
+int Renderer::varInt(GameVar* var) const { return var ? var->intValue : 0; }
+
+void Renderer::lookUpVariables()
+{
+    showFps = getVar("showfps");
+    rbodyString = getVar("rbodystring");
+    bloomBlurPixels = getVar("bloomblurpixels");
+    vidWidth = getVar("vidwidth");
+    vidHeight = getVar("vidheight");
+    drawBodies = getVar("drawbodies");
+    vsync = getVar("vsync");
+    drawOutlines = getVar("drawoutlines");
+    cacheTextureIds = getVar("cachetextureids");
+    movieRecord = getVar("movierecord");
+}
+
+bool Renderer::initialise()
+{
+    if (SDL_Init(SDL_INIT_AUDIO | SDL_INIT_VIDEO | SDL_INIT_NOPARACHUTE) < 0)
+        return false;
+    sdlStarted = true;
+    std::printf("Initialised SDL\n");
+    if (SDL_InitSubSystem(SDL_INIT_VIDEO) < 0)
+        return false;
+    std::printf("Initialised Video\n");
+
+    const SDL_VideoInfo* info = SDL_GetVideoInfo();
+    int desktopWidth = info ? info->current_w : 640;
+    int desktopHeight = info ? info->current_h : 480;
+    std::printf("Current Desktop Res: %d x %d\n", desktopWidth, desktopHeight);
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
     SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
-    SDL_WM_SetCaption("Brindlequay", "Brindlequay");
-    SDL_EnableUNICODE(1);
-    SDL_EnableKeyRepeat(SDL_DEFAULT_REPEAT_DELAY, SDL_DEFAULT_REPEAT_INTERVAL);
-    return true;
+
+    lookUpVariables();
+    if (!setVideoMode(desktopWidth, desktopHeight, false))
+        return false;
+
+    const bool ok = init();
+    ilInit();
+    iluInit();
+    ilutInit();
+    ilEnable(IL_FILE_OVERWRITE);
+    ilutRenderer(ILUT_OPENGL);
+    ilutEnable(ILUT_OPENGL_CONV);
+    devilStarted = true;
+
+    glEnable(GL_POINT_SMOOTH);
+    glEnable(GL_LINE_SMOOTH);
+    glHint(GL_POINT_SMOOTH_HINT, GL_NICEST);
+    glHint(GL_LINE_SMOOTH_HINT, GL_NICEST);
+    glHint(GL_POLYGON_SMOOTH_HINT, GL_NICEST);
+    return ok;
 }
 
 bool Renderer::setVideoMode(int w, int h, bool full)
 {
-    Uint32 flags = SDL_OPENGL | (full ? SDL_FULLSCREEN : 0);
+    SDL_GL_SetAttribute(SDL_GL_SWAP_CONTROL, varInt(vsync) == 1 ? 1 : 0);
+    fullscreen = full;
+    Uint32 flags = SDL_OPENGL | SDL_ANYFORMAT | (full ? SDL_FULLSCREEN : 0);
     if (w <= 0 || h <= 0 || !SDL_SetVideoMode(w, h, 0, flags)) {
-        std::printf("Unable to set video mode %d x %d, falling back to 640 x 480 windowed\n", w, h);
+        std::printf("Error: Video Mode change failed\n");
+        std::printf("Falling back to 640x480 : windowed\n");
         w = 640;
         h = 480;
-        full = false;
-        if (!SDL_SetVideoMode(w, h, 0, SDL_OPENGL))
-            return false;
+        fullscreen = false;
+        SDL_SetVideoMode(w, h, 0, SDL_OPENGL | SDL_ANYFORMAT);
     }
+
+    glLoadIdentity();
+    glEnable(GL_TEXTURE_2D);
+    glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
+    glClearDepth(1.0);
+    glDepthFunc(GL_LEQUAL);
+    glEnable(GL_DEPTH_TEST);
+    glShadeModel(GL_SMOOTH);
+    glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
+    glViewport(0, 0, w, h);
+
+    const double aspect = static_cast<double>(w) / static_cast<double>(h);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluPerspective(45.0, aspect, nearPlane, farPlane);
+    glMatrixMode(GL_MODELVIEW);
+    frustum.setCameraInternals(45.0f, static_cast<float>(aspect), static_cast<float>(nearPlane),
+                               static_cast<float>(farPlane));
+    std::printf("REND New Res: %d , %d\n", w, h);
+
     width = w;
     height = h;
-    fullscreen = full;
-    setupGlState();
+    reloadResources();
     return true;
 }
 
-void Renderer::setupGlState()
+bool Renderer::init()
 {
-    glViewport(0, 0, width, height);
-    glClearColor(0.0f, 0.0f, 0.0f, 1.0f);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glDisable(GL_DEPTH_TEST);
-    glShadeModel(GL_SMOOTH);
+    SDL_Rect** modes = SDL_ListModes(nullptr, SDL_OPENGL | SDL_FULLSCREEN);
+    videoModes.clear();
+    if (modes == nullptr) {
+        // A virtual display (Xvfb, a remote session) may report no full-screen
+        // modes; windowed play still works, so this is not fatal here.
+        std::printf("No modes available!\n");
+    } else if (modes == reinterpret_cast<SDL_Rect**>(-1)) {
+        std::printf("All resolutions available.\n");
+    } else {
+        std::printf("Available Modes\n\n");
+        for (int i = 0; modes[i]; ++i) {
+            std::printf(" %d x %d,", modes[i]->w, modes[i]->h);
+            videoModes.push_back(std::make_unique<Dimension>(static_cast<float>(modes[i]->w),
+                                                             static_cast<float>(modes[i]->h)));
+        }
+        std::reverse(videoModes.begin(), videoModes.end());
+        std::printf("\n\n");
+    }
+
+    SDL_WM_SetCaption("Brindlequay", nullptr);
+    SDL_EnableKeyRepeat(500, 30);
+    SDL_EnableUNICODE(1);
+    SDL_ShowCursor(SDL_DISABLE);
+    SDL_WM_GrabInput(SDL_GRAB_OFF);
+
+    resetFpsCounter();
+    lookUpVariables();
+    createGlowTexture(256, 256);
+    return true;
 }
 
-void Renderer::shutdown()
+bool Renderer::beginFrame()
 {
-    if (videoStarted) {
-        SDL_QuitSubSystem(SDL_INIT_VIDEO);
-        videoStarted = false;
+    const double aspect = static_cast<double>(width) / static_cast<double>(std::max(height, 1));
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluPerspective(framePerspective, aspect, nearPlane, farPlane);
+    // The culling volume matches the projection actually drawn with.
+    frustum.setCameraInternals(static_cast<float>(framePerspective), static_cast<float>(aspect),
+                               static_cast<float>(nearPlane), static_cast<float>(farPlane));
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glEnable(GL_DEPTH_TEST);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glScalef(worldScale, worldScale, worldScale);
+    updateFpsCounter();
+    return true;
+}
+
+void Renderer::resetFpsCounter()
+{
+    fpsTimer.start();
+    fpsElapsed = true;
+    frameCount = 0;
+}
+
+void Renderer::updateFpsCounter()
+{
+    fpsTimer.previousTime = fpsTimer.currentTime;
+    fpsTimer.currentTime = BasicTimer::now();
+    if (fpsTimer.currentTime - fpsTimer.startTime >= fpsInterval) {
+        fps = frameCount;
+        frameCount = 0;
+        fpsTimer.startTime = fpsTimer.currentTime = fpsTimer.previousTime = BasicTimer::now();
     }
 }
 
-void Renderer::beginFrame()
+bool Renderer::endFrame()
 {
+    ++frameCount;
+    SDL_GL_SwapBuffers();
+    return true;
+}
+
+void Renderer::begin2D()
+{
+    if (in2D)
+        return;
+    glDisable(GL_DEPTH_TEST);
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    glLoadIdentity();
+    glOrtho(0.0, width, 0.0, height, -1.0, 1.0);
+    glMatrixMode(GL_MODELVIEW);
+    glPushMatrix();
+    glLoadIdentity();
+    in2D = true;
+}
+
+void Renderer::end2D()
+{
+    if (!in2D)
+        return;
+    glMatrixMode(GL_PROJECTION);
+    glPopMatrix();
+    glMatrixMode(GL_MODELVIEW);
+    glPopMatrix();
+    glEnable(GL_DEPTH_TEST);
+    in2D = false;
+}
+
+void Renderer::setBlending(bool on)
+{
+    if (on)
+        glEnable(GL_BLEND);
+    else
+        glDisable(GL_BLEND);
+}
+
+void Renderer::setAdditiveBlend() { glBlendFunc(GL_SRC_ALPHA, GL_ONE); }
+
+void Renderer::setAlphaBlend() { glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA); }
+
+void Renderer::setTexturing(bool on)
+{
+    if (on)
+        glEnable(GL_TEXTURE_2D);
+    else
+        glDisable(GL_TEXTURE_2D);
+}
+
+void Renderer::bindTexture(const std::string& name, bool clamp)
+{
+    glEnable(GL_TEXTURE_2D);
+    currentTextureId = textures.bind(name, clamp);
+    currentTextureName = name;
+}
+
+void Renderer::bindTexture(const std::string& name) { bindTexture(name, false); }
+
+void Renderer::bindTextureId(int glId)
+{
+    textures.bindId(glId);
+    currentTextureId = glId;
+}
+
+void Renderer::selectTexture(const std::string& name)
+{
+    currentTextureId = textures.bind(name, false);
+}
+
+int Renderer::getTextureId(const std::string& name) { return textures.getId(name); }
+
+void Renderer::unloadTexture(const std::string& name) { textures.unload(name); }
+
+void Renderer::reloadResources()
+{
+    if (glowTexture != 0) {
+        glDeleteTextures(1, &glowTexture);
+        glowTexture = 0;
+    }
+    createGlowTexture(256, 256);
+    textures.unloadAll();
+    currentTextureId = -1;
+}
+
+void Renderer::setColour(float r, float g, float b) { glColor4ub(toByte(r), toByte(g), toByte(b), 255); }
+
+void Renderer::setColour(float r, float g, float b, float a)
+{
+    glColor4ub(toByte(r), toByte(g), toByte(b), toByte(a));
+}
+
+void Renderer::setColour(const RGBAColour& c) { setColour(c.r, c.g, c.b, c.a); }
+
+void Renderer::drawQuad(float x, float y, float z, float w, float h)
+{
+    glBegin(GL_QUADS);
+    glTexCoord2f(0.0f, 1.0f);
+    glVertex3f(x, y, z);
+    glTexCoord2f(1.0f, 1.0f);
+    glVertex3f(x + w, y, z);
+    glTexCoord2f(1.0f, 0.0f);
+    glVertex3f(x + w, y - h, z);
+    glTexCoord2f(0.0f, 0.0f);
+    glVertex3f(x, y - h, z);
+    glEnd();
+}
+
+void Renderer::drawQuad(const Quad& quad)
+{
+    glBegin(GL_QUADS);
+    for (const auto& v : quad.corners) {
+        glColor4ub(toByte(v->r), toByte(v->g), toByte(v->b), toByte(v->a));
+        glTexCoord2f(v->u, v->v);
+        glVertex3f(v->x, v->y, v->z);
+    }
+    glEnd();
+}
+
+void Renderer::drawTexturePart(float x, float y, float z, float w, float h)
+{
+    float texWidth = static_cast<float>(textures.getWidth(currentTextureName));
+    float texHeight = static_cast<float>(textures.getHeight(currentTextureName));
+    if (texWidth <= 0.0f || texHeight <= 0.0f)
+        texWidth = texHeight = 1.0f;
+    glBegin(GL_QUADS);
+    glTexCoord2f(x / texWidth, y / texHeight);
+    glVertex3f(x, y, z);
+    glTexCoord2f((x + w) / texWidth, y / texHeight);
+    glVertex3f(x + w, y, z);
+    glTexCoord2f((x + w) / texWidth, (y - h) / texHeight);
+    glVertex3f(x + w, y - h, z);
+    glTexCoord2f(x / texWidth, (y - h) / texHeight);
+    glVertex3f(x, y - h, z);
+    glEnd();
+}
+
+void Renderer::drawCentredQuad(float cx, float cy, float z, float halfW, float halfH, bool wrap)
+{
+    if (wrap)
+        glBegin(GL_QUADS);
+    glTexCoord2f(0.0f, 1.0f);
+    glVertex3f(cx - halfW, cy + halfH, z);
+    glTexCoord2f(1.0f, 1.0f);
+    glVertex3f(cx + halfW, cy + halfH, z);
+    glTexCoord2f(1.0f, 0.0f);
+    glVertex3f(cx + halfW, cy - halfH, z);
+    glTexCoord2f(0.0f, 0.0f);
+    glVertex3f(cx - halfW, cy - halfH, z);
+    if (wrap)
+        glEnd();
+}
+
+void Renderer::drawImage(float x, float y, float z, float w, float h, const std::string& name,
+                         bool additive, bool clamp)
+{
+    setTexturing(true);
+    setBlending(true);
+    if (additive)
+        setAdditiveBlend();
+    else
+        setAlphaBlend();
+    bindTexture(name, clamp);
+    drawQuad(x, y, z, w, h);
+}
+
+void Renderer::drawImage(float x, float y, float z, float w, float h, const std::string& name)
+{
+    drawImage(x, y, z, w, h, name, false, false);
+}
+
+void Renderer::drawSprite(float cx, float cy, float z, float w, float h, const std::string& name)
+{
+    setBlending(true);
+    setTexturing(true);
+    setAlphaBlend();
+    setColour(255.0f, 255.0f, 255.0f, 255.0f);
+    bindTexture(name);
+    drawCentredQuad(cx, cy, z, w * 0.5f, h * 0.5f, true);
+}
+
+void Renderer::drawPolygon(int count, const std::vector<std::unique_ptr<Vector>>& vertices)
+{
+    const int n = std::min(count, static_cast<int>(vertices.size()));
+    if (n <= 0)
+        return;
+    glBegin(GL_TRIANGLE_FAN);
+    for (int i = 0; i < n; ++i)
+        glVertex3f(vertices[i]->x, vertices[i]->y, vertices[i]->z);
+    glVertex3f(vertices[0]->x, vertices[0]->y, vertices[0]->z);
+    glEnd();
+}
+
+void Renderer::drawPolygon(int count, const std::vector<std::unique_ptr<Vector>>& vertices,
+                           const std::vector<std::unique_ptr<RGBAColour>>& colours)
+{
+    const int n = std::min({count, static_cast<int>(vertices.size()), static_cast<int>(colours.size())});
+    if (n <= 0)
+        return;
+    glBegin(GL_TRIANGLE_FAN);
+    for (int i = 0; i < n; ++i) {
+        setColour(*colours[i]);
+        glVertex3f(vertices[i]->x, vertices[i]->y, vertices[i]->z);
+    }
+    setColour(*colours[0]);
+    glVertex3f(vertices[0]->x, vertices[0]->y, vertices[0]->z);
+    glEnd();
+}
+
+void Renderer::drawLines(const std::vector<const Quad*>& quads)
+{
+    glBegin(GL_LINES);
+    for (const Quad* quad : quads) {
+        if (!quad)
+            continue;
+        for (const auto& v : quad->corners) {
+            glColor4ub(toByte(v->r), toByte(v->g), toByte(v->b), toByte(v->a));
+            glVertex3f(v->x, v->y, v->z);
+        }
+    }
+    glEnd();
+}
+
+void Renderer::drawLine(float x1, float y1, float x2, float y2, float r, float g, float b, float a)
+{
+    setColour(r, g, b, a);
+    setBlending(false);
+    glBegin(GL_LINES);
+    glVertex2f(x1, y1);
+    glVertex2f(x2, y2);
+    glEnd();
+}
+
+void Renderer::drawLine(float x1, float y1, float x2, float y2, float lineWidth)
+{
+    GLfloat previous = 1.0f;
+    glGetFloatv(GL_LINE_WIDTH, &previous);
+    glLineWidth(lineWidth);
+    glBegin(GL_LINES);
+    glVertex2f(x1, y1);
+    glVertex2f(x2, y2);
+    glEnd();
+    glLineWidth(previous);
+}
+
+void Renderer::drawLines(const Quad& quad)
+{
+    setBlending(false);
+    glBegin(GL_LINES);
+    for (const auto& v : quad.corners) {
+        glColor4ub(toByte(v->r), toByte(v->g), toByte(v->b), toByte(v->a));
+        glVertex3f(v->x, v->y, v->z);
+    }
+    glEnd();
+}
+
+void Renderer::setScissorTest(bool on)
+{
+    if (on)
+        glEnable(GL_SCISSOR_TEST);
+    else
+        glDisable(GL_SCISSOR_TEST);
+}
+
+void Renderer::setScissor(float x, float y, float w, float h)
+{
+    setScissor(static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)),
+               static_cast<int>(std::lround(w)), static_cast<int>(std::lround(h)));
+}
+
+void Renderer::setScissor(int x, int y, int w, int h) { glScissor(x, y, std::max(w, 0), std::max(h, 0)); }
+
+Vector Renderer::screenToWorld(float x, float y)
+{
+    Vector v = screenToWorld(static_cast<double>(x), static_cast<double>(y), 0.5);
+    v.z = 0.0f;
+    return v;
+}
+
+Vector Renderer::screenToWorld(double x, double y, double depth)
+{
+    const bool pushed = !in2D;
+    if (pushed)
+        glPushMatrix();
+    GLdouble modelview[16] = {};
+    GLdouble projection[16] = {};
+    GLint viewport[4] = {};
+    glGetDoublev(GL_MODELVIEW_MATRIX, modelview);
+    glGetDoublev(GL_PROJECTION_MATRIX, projection);
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    Vector result(0.0f, 0.0f, -512.0f);
+    if (x >= viewport[0] && x <= viewport[2] && y >= viewport[1] && y <= viewport[3]) {
+        GLdouble wx = 0.0, wy = 0.0, wz = 0.0;
+        if (gluUnProject(x, viewport[3] - y, depth, modelview, projection, viewport, &wx, &wy, &wz) ==
+            GL_TRUE)
+            result = Vector(static_cast<float>(wx), static_cast<float>(wy), static_cast<float>(wz));
+    }
+    if (pushed)
+        glPopMatrix();
+    return result;
+}
+
+Vector Renderer::worldToScreen(float, float, float) { return {}; }
+
+void Renderer::drawFps()
+{
+    if (varInt(showFps) == 0 || !fontRenderer)
+        return;
+    begin2D();
+    setColour(255.0f, 255.0f, 255.0f);
+    setTexturing(true);
+    fontRenderer->selectFont("vera", 14);
+    fontRenderer->drawText(static_cast<float>(width - 128), 35.0f, std::to_string(fps) + " FPS");
+    end2D();
+}
+
+void Renderer::translate(float x, float y, float z) { glTranslatef(-x, -y, z); }
+
+void Renderer::setCamera(float x, float y, float z)
+{
+    cameraPosition.set(x, y, z);
+    glTranslatef(-x, -y, z);
+    cameraTarget.set(x, y, 0.0f);
+    frustum.setCameraDefinition(Vector(x, y, -z), cameraTarget, cameraUp);
+}
+
+void Renderer::computeBeamQuad(float corners[8], const Vector& from, const Vector& to, float w)
+{
+    float dx = to.x - from.x;
+    float dy = to.y - from.y;
+    const float len = std::sqrt(dx * dx + dy * dy);
+    float nx = 0.0f, ny = 0.0f;
+    if (len > 0.0f) {
+        nx = -dy / len * w;
+        ny = dx / len * w;
+    }
+    corners[0] = from.x - nx;
+    corners[1] = from.y - ny;
+    corners[2] = from.x + nx;
+    corners[3] = from.y + ny;
+    corners[4] = to.x + nx;
+    corners[5] = to.y + ny;
+    corners[6] = to.x - nx;
+    corners[7] = to.y - ny;
+}
+
+void Renderer::emitBeamQuad(float z, bool flip)
+{
+    const float u0 = flip ? 1.0f : 0.0f;
+    const float u1 = flip ? 0.0f : 1.0f;
+    glTexCoord2f(u0, 0.0f);
+    glVertex3f(beamQuad[0], beamQuad[1], z);
+    glTexCoord2f(u1, 0.0f);
+    glVertex3f(beamQuad[2], beamQuad[3], z);
+    glTexCoord2f(u1, 1.0f);
+    glVertex3f(beamQuad[4], beamQuad[5], z);
+    glTexCoord2f(u0, 1.0f);
+    glVertex3f(beamQuad[6], beamQuad[7], z);
+}
+
+void Renderer::drawBeam(const Vector& from, const Vector& to, float z, float w, bool wrap, bool flip)
+{
+    computeBeamQuad(beamQuad, from, to, w);
+    if (wrap)
+        glBegin(GL_QUADS);
+    emitBeamQuad(z, flip);
+    if (wrap)
+        glEnd();
+}
+
+void Renderer::drawBeam(const Vector& from, const Vector& to, float z, float w, bool wrap)
+{
+    drawBeam(from, to, z, w, wrap, false);
+}
+
+void Renderer::drawTiledBeam(const Vector& from, const Vector& to, float z, float w,
+                             float tileLength, bool wrap, bool flip)
+{
+    glEnable(GL_DEPTH_TEST);
+    if (wrap)
+        glBegin(GL_QUADS);
+    for (const auto& segment : tiledBeamSegments(from, to, tileLength))
+        drawBeam(segment.first, segment.second, z, w, false, flip);
+    drawBeam(from, to, z, w, false, flip);
+    if (wrap)
+        glEnd();
+}
+
+void Renderer::drawTiledBeam(const Vector& from, const Vector& to, float z, float w,
+                             float tileLength, bool wrap)
+{
+    drawTiledBeam(from, to, z, w, tileLength, wrap, false);
+}
+
+std::vector<std::pair<Vector, Vector>> Renderer::tiledBeamSegments(const Vector& from,
+                                                                   const Vector& to,
+                                                                   float tileLength)
+{
+    std::vector<std::pair<Vector, Vector>> segments;
+    const float dx = to.x - from.x;
+    const float dy = to.y - from.y;
+    const float lengthSquared = dx * dx + dy * dy;
+    const float length = std::sqrt(lengthSquared);
+    if (!(tileLength > 0.0f) || !(length > 0.0f) || !std::isfinite(length))
+        return segments;
+    // Absurdly short tiles would make millions of quads; never more than this many.
+    constexpr float maxSegments = 4096.0f;
+    const float tile = std::max(tileLength, length / maxSegments);
+    const Vector step(dx / length * tile, dy / length * tile);
+    Vector previous(from.x, from.y, 0.0f);
+    bool done = false;
+    while (!done) {
+        Vector current(previous.x + step.x, previous.y + step.y, 0.0f);
+        const float cx = current.x - from.x;
+        const float cy = current.y - from.y;
+        if (cx * cx + cy * cy > lengthSquared) {
+            current = Vector(to.x, to.y, 0.0f);
+            done = true;
+        }
+        segments.emplace_back(previous, current);
+        previous = current;
+    }
+    return segments;
+}
+
+void Renderer::drawBody(Body&) {}
+
+void Renderer::drawBodySimple(Body&) {}
+
+void Renderer::setFontRenderer(FontRenderer* f) { fontRenderer.reset(f); }
+
+void Renderer::pushMatrix() { glPushMatrix(); }
+
+void Renderer::popMatrix() { glPopMatrix(); }
+
+void Renderer::updateFrustum()
+{
+    GLfloat modelview[16] = {};
+    GLfloat projection[16] = {};
+    glGetFloatv(GL_MODELVIEW_MATRIX, modelview);
+    glGetFloatv(GL_PROJECTION_MATRIX, projection);
+    frustum.setFromMatrices(modelview, projection);
+}
+
+void Renderer::createTexture(unsigned int& id, int w, int h)
+{
+    std::vector<unsigned char> zeros(static_cast<size_t>(w) * static_cast<size_t>(h) * 4, 0);
+    GLuint tex = 0;
+    glGenTextures(1, &tex);
+    glBindTexture(GL_TEXTURE_2D, tex);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, w, h, 0, GL_RGBA, GL_UNSIGNED_BYTE, zeros.data());
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    id = tex;
+}
+
+void Renderer::createGlowTexture(int w, int h)
+{
+    createTexture(glowTexture, w, h);
+    glowWidth = w;
+    glowHeight = h;
+}
+
+void Renderer::emitScreenQuad(int, int, float dx, float dy)
+{
+    const float w = static_cast<float>(width);
+    const float h = static_cast<float>(height);
+    glTexCoord2f(0.0f, 0.0f);
+    glVertex2f(dx, h + dy);
+    glTexCoord2f(0.0f, -1.0f);
+    glVertex2f(dx, dy);
+    glTexCoord2f(1.0f, -1.0f);
+    glVertex2f(w + dx, dy);
+    glTexCoord2f(1.0f, 0.0f);
+    glVertex2f(w + dx, h + dy);
+}
+
+void Renderer::beginCapture()
+{
+    capturing = true;
+    glViewport(0, 0, glowWidth, glowHeight);
+}
+
+void Renderer::endCapture()
+{
+    glBindTexture(GL_TEXTURE_2D, glowTexture);
+    glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 0, 0, glowWidth, glowHeight, 0);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    gluPerspective(45.0, static_cast<double>(width) / (height > 0 ? height : 1), 1.0, 5000.0);
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
+    glViewport(0, 0, width, height);
+    capturing = false;
 }
 
-void Renderer::swapBuffers() { SDL_GL_SwapBuffers(); }
-
-void Renderer::enter2D()
+void Renderer::drawGlow()
 {
-    glMatrixMode(GL_PROJECTION);
-    glPushMatrix();
-    glLoadIdentity();
-    glOrtho(0, width, 0, height, -1, 1);
-    glMatrixMode(GL_MODELVIEW);
-    glPushMatrix();
-    glLoadIdentity();
+    glDisable(GL_TEXTURE_GEN_S);
+    glDisable(GL_TEXTURE_GEN_T);
+    setTexturing(true);
+    setAdditiveBlend();
+    setBlending(true);
+    begin2D();
+    glColor4f(1.0f, 1.0f, 1.0f, 0.1f);
+    const int blur = varInt(bloomBlurPixels);
+    const float d = blur != 0 ? static_cast<float>(blur) : 4.0f;
+    glBindTexture(GL_TEXTURE_2D, glowTexture);
+    glBegin(GL_QUADS);
+    emitScreenQuad(width, height, d, d);
+    emitScreenQuad(width, height, -d, d);
+    emitScreenQuad(width, height, -d, -d);
+    emitScreenQuad(width, height, d, -d);
+    glEnd();
+    end2D();
+    setTexturing(false);
+    setBlending(false);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    currentTextureId = -1;
 }
 
-void Renderer::leave2D()
+bool Renderer::isMovieFrameDue(float now)
 {
-    glMatrixMode(GL_PROJECTION);
-    glPopMatrix();
-    glMatrixMode(GL_MODELVIEW);
-    glPopMatrix();
+    if (now < nextMovieFrame)
+        return false;
+    nextMovieFrame = now + movieFrameMs;
+    return true;
 }
+
+std::string Renderer::captureName(bool movie, int number)
+{
+    char digits[8];
+    std::snprintf(digits, sizeof digits, "%04d", std::clamp(number, 0, lastCaptureNumber));
+    return std::string(movie ? "screenshots/movie" : "screenshots/screenshot") + digits + ".png";
+}
+
+int Renderer::nextFreeScreenshot(int start)
+{
+    int n = std::max(start, 0);
+    for (; n < lastCaptureNumber; ++n) {
+        std::ifstream probe(captureName(false, n), std::ios::binary);
+        if (!probe)
+            return n;
+    }
+    return lastCaptureNumber;
+}
+
+void Renderer::takeScreenshot()
+{
+    const bool movie = varInt(movieRecord) > 0;
+    ILuint image = 0;
+    ilGenImages(1, &image);
+    ilBindImage(image);
+    if (ilutGLScreen() != IL_TRUE) {
+        std::printf("Error taking screenshot\n");
+        ilDeleteImages(1, &image);
+        return;
+    }
+    int number = 0;
+    if (movie) {
+        number = movieNumber++;
+    } else {
+        screenshotNumber = nextFreeScreenshot(screenshotNumber);
+        number = screenshotNumber;
+    }
+    if (number >= lastCaptureNumber) {
+        if (!movie)
+            conPrint("Screenshots dir is full, copy the pictures elsewhere and try again");
+    } else {
+        const std::string name = captureName(movie, number);
+        ::mkdir("screenshots", 0755);
+        if (!movie)
+            conPrint("Writing screenshot to " + name);
+        std::printf("Writing screenshot to %s\n", name.c_str());
+        ilSave(IL_PNG, name.c_str());
+    }
+    ilDeleteImages(1, &image);
+}
+
+void Renderer::grabScreen()
+{
+    if (grabbedImage >= 0) {
+        ILuint old = static_cast<ILuint>(grabbedImage);
+        ilDeleteImages(1, &old);
+        grabbedImage = -1;
+    }
+    ILuint image = 0;
+    ilGenImages(1, &image);
+    ilBindImage(image);
+    if (ilutGLScreen() != IL_TRUE) {
+        ilDeleteImages(1, &image);
+        return;
+    }
+    grabbedImage = static_cast<int>(image);
+}
+
+bool Renderer::saveGrab(const std::string& path, int w, int h)
+{
+    textures.unload(path);
+    if (grabbedImage < 0)
+        return false;
+    ILuint image = static_cast<ILuint>(grabbedImage);
+    ilBindImage(image);
+    iluImageParameter(ILU_FILTER, ILU_BILINEAR);
+    iluScale(static_cast<ILuint>(std::max(w, 1)), static_cast<ILuint>(std::max(h, 1)), 1);
+    iluContrast(1.1f);
+    ilSave(IL_PNG, path.c_str());
+    ilDeleteImages(1, &image);
+    grabbedImage = -1;
+    return true;
+}
+
+void Renderer::printGlowTextureId(std::ostream& out) { out << "Blur Texture ID: " << glowTexture << "\n"; }

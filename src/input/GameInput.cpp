@@ -1,0 +1,190 @@
+#include "input/GameInput.h"
+
+#include <algorithm>
+#include <cctype>
+#include <ostream>
+
+#include "console/CommandRegistry.h"
+#include "console/ConsolePrint.h"
+#include "console/GameVar.h"
+#include "console/VariableRegistry.h"
+#include "core/Game.h"
+#include "render/IRenderer.h"
+
+namespace {
+std::string lowerCase(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+const RGBAColour headingColour(255, 205, 22, 255);
+
+GameInput* bindingOwner()
+{
+    Game* g = Game::current();
+    return g ? g->getGameInput() : nullptr;
+}
+}
+
+void GameInput::init()
+{
+    // Button 2 is the middle button in SDL; players know the right one as MOUSE2.
+    mouseNames = {{1, "MOUSE1"}, {3, "MOUSE2"}, {2, "MOUSE3"}, {5, "MWHEELDOWN"}, {4, "MWHEELUP"}};
+    sensitivity = getVar("sensitivity");
+
+    // The commands find the bindings through the Game, so a test's or a later
+    // game's input never runs a stale object's code.
+    registerCommand("bind a command to a key", "bind", [] {
+        if (GameInput* in = bindingOwner())
+            in->bindCommand(CommandRegistry::instance().arguments);
+    });
+    registerCommand("unbind commands from a key", "unbind", [] {
+        if (GameInput* in = bindingOwner())
+            in->unbindCommand(CommandRegistry::instance().arguments);
+    });
+    registerCommand("list all the key bindings", "listbinds", [] {
+        if (GameInput* in = bindingOwner())
+            in->listBindings();
+    });
+}
+
+void GameInput::step(Body*, float) {}
+void GameInput::update(Body*) {}
+void GameInput::releaseAll() {}
+
+void GameInput::mouseMove(float, float, float dx, float dy)
+{
+    const float scale = sensitivity ? sensitivity->floatValue : 1.0f;
+    mouseDX = scale * dx;
+    mouseDY = scale * dy;
+    mouseX += mouseDX;
+    mouseY += mouseDY;
+    float width = 0.0f;
+    float height = 0.0f;
+    if (Game* g = Game::current()) {
+        width = static_cast<float>(g->getRenderer()->getWidth());
+        height = static_cast<float>(g->getRenderer()->getHeight());
+    }
+    mouseY = std::clamp(mouseY, 0.0f, height);
+    mouseX = std::clamp(mouseX, 0.0f, width);
+}
+
+void GameInput::mouseDown(float, float, int button) { keyDown(-1, -1, mouseName(button)); }
+void GameInput::mouseUp(float, float, int button) { keyUp(-1, -1, mouseName(button)); }
+
+void GameInput::keyDown(int, int, const std::string& keyName)
+{
+    auto it = bindings.find(lowerCase(keyName));
+    if (it == bindings.end() || it->second.empty())
+        return;
+    runText(it->second);
+}
+
+void GameInput::keyUp(int, int, const std::string& keyName)
+{
+    auto it = bindings.find(lowerCase(keyName));
+    if (it == bindings.end())
+        return;
+    for (const std::string& command : releaseCommands(it->second))
+        runText(command);
+}
+
+std::vector<std::string> GameInput::releaseCommands(const std::string& text)
+{
+    std::vector<std::string> out;
+    size_t start = 0;
+    while (start <= text.size()) {
+        size_t end = text.find(';', start);
+        if (end == std::string::npos)
+            end = text.size();
+        std::string segment = text.substr(start, end - start);
+        if (!segment.empty() && segment[0] == '+') {
+            segment[0] = '-';
+            out.push_back(segment);
+        }
+        start = end + 1;
+    }
+    return out;
+}
+
+void GameInput::runText(const std::string& text)
+{
+    CommandRegistry& registry = CommandRegistry::instance();
+    registry.pendingText += text;
+    registry.executePending();
+}
+
+std::string GameInput::mouseName(int button) const
+{
+    auto it = mouseNames.find(button);
+    return it == mouseNames.end() ? std::string() : it->second;
+}
+
+std::string GameInput::getBinding(const std::string& key) const
+{
+    auto it = bindings.find(lowerCase(key));
+    return it == bindings.end() ? std::string() : it->second;
+}
+
+void GameInput::setBinding(const std::string& key, const std::string& command)
+{
+    const std::string k = lowerCase(key);
+    if (k == "unbound")
+        return;
+    bindings[k] = lowerCase(command);
+}
+
+void GameInput::bindCommand(const std::vector<std::string>& args)
+{
+    if (args.empty()) {
+        conPrint("Usage: bind <key> <command>");
+        conPrint("e.g.: bind p pause");
+        return;
+    }
+    const std::string key = lowerCase(args[0]);
+    if (args.size() == 1) {
+        const std::string command = getBinding(key);
+        conPrint(command.empty() ? key + " is unbound" : key + " is " + command);
+        return;
+    }
+    std::string command = args[1];
+    for (size_t i = 2; i < args.size(); ++i)
+        command += " " + args[i];
+    setBinding(key, command);
+}
+
+void GameInput::unbindCommand(const std::vector<std::string>& args)
+{
+    if (args.empty()) {
+        conPrint("Usage: unbind <key>");
+        conPrint("e.g.: unbind p");
+        return;
+    }
+    bindings[lowerCase(args[0])] = "";
+}
+
+void GameInput::listBindings() const
+{
+    conPrintColoured("    Key Bindings", headingColour);
+    for (const auto& [key, command] : bindings)
+        if (!command.empty())
+            conPrint("    " + key + " is " + command);
+}
+
+std::string GameInput::findKeyFor(const std::string& command) const
+{
+    for (const auto& [key, bound] : bindings)
+        if (bound == command)
+            return key;
+    return "unbound";
+}
+
+void GameInput::writeBindings(std::ostream& stream) const
+{
+    stream << "\n//key bindings\n\n";
+    for (const auto& [key, command] : bindings)
+        stream << "bind " << key << " " << command << "\n";
+    stream << "\n";
+}

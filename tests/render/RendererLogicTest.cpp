@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+#include "core/Clock.h"
+#include "core/ManualClock.h"
+#include "render/Renderer.h"
+
+// The renderer is exercised here without a window: only its own bookkeeping
+// is checked (GL calls without a context do nothing).
+
+TEST(RendererLogicTest, BeamQuadIsTheRectangleAroundTheSegment)
+{
+    Renderer r;
+    float c[8];
+    r.computeBeamQuad(c, Vector(0.0f, 0.0f), Vector(10.0f, 0.0f), 2.0f);
+    // Normal of a beam along +x is +y, scaled by the half-width.
+    const float expected[8] = {0.0f, -2.0f, 0.0f, 2.0f, 10.0f, 2.0f, 10.0f, -2.0f};
+    for (int i = 0; i < 8; ++i)
+        EXPECT_NEAR(c[i], expected[i], 1e-5f) << i;
+
+    r.computeBeamQuad(c, Vector(1.0f, 1.0f), Vector(4.0f, 5.0f), 5.0f);
+    // Direction (3, 4) / 5, normal (-4, 3) / 5 scaled by 5.
+    EXPECT_NEAR(c[0], 1.0f + 4.0f, 1e-5f);
+    EXPECT_NEAR(c[1], 1.0f - 3.0f, 1e-5f);
+    EXPECT_NEAR(c[4], 4.0f - 4.0f, 1e-5f);
+    EXPECT_NEAR(c[5], 5.0f + 3.0f, 1e-5f);
+
+    // A zero-length beam degenerates to a point rather than dividing by zero.
+    r.computeBeamQuad(c, Vector(3.0f, 3.0f), Vector(3.0f, 3.0f), 1.0f);
+    for (int i = 0; i < 8; ++i)
+        EXPECT_TRUE(std::isfinite(c[i]));
+}
+
+TEST(RendererLogicTest, TiledBeamIsCutIntoWholeTilesAndAShortLastOne)
+{
+    auto segments = Renderer::tiledBeamSegments(Vector(0.0f, 0.0f, 5.0f), Vector(150.0f, 0.0f), 64.0f);
+    ASSERT_EQ(segments.size(), 3u);
+    EXPECT_FLOAT_EQ(segments[0].second.x, 64.0f);
+    EXPECT_FLOAT_EQ(segments[1].first.x, 64.0f);
+    EXPECT_FLOAT_EQ(segments[1].second.x, 128.0f);
+    EXPECT_FLOAT_EQ(segments[2].second.x, 150.0f);
+    for (const auto& s : segments) {
+        EXPECT_EQ(s.first.z, 0.0f);
+        EXPECT_EQ(s.second.z, 0.0f);
+    }
+
+    // Exactly two tiles long: the second tile ends on `to`; one more step would overshoot.
+    segments = Renderer::tiledBeamSegments(Vector(0.0f, 0.0f), Vector(0.0f, 128.0f), 64.0f);
+    ASSERT_EQ(segments.size(), 3u);
+    EXPECT_FLOAT_EQ(segments.back().first.y, 128.0f);
+    EXPECT_FLOAT_EQ(segments.back().second.y, 128.0f);
+
+    EXPECT_TRUE(Renderer::tiledBeamSegments(Vector(1.0f, 1.0f), Vector(1.0f, 1.0f), 64.0f).empty());
+    EXPECT_TRUE(Renderer::tiledBeamSegments(Vector(0.0f, 0.0f), Vector(10.0f, 0.0f), 0.0f).empty());
+    // Absurdly short tiles are capped instead of producing millions of quads.
+    EXPECT_LE(Renderer::tiledBeamSegments(Vector(0.0f, 0.0f), Vector(1e6f, 0.0f), 1e-3f).size(), 4097u);
+}
+
+TEST(RendererLogicTest, Begin2DNestsOnceAndEnd2DOutsideDoesNothing)
+{
+    Renderer r;
+    EXPECT_FALSE(r.isIn2D());
+    r.end2D();
+    EXPECT_FALSE(r.isIn2D());
+    r.begin2D();
+    r.begin2D();
+    EXPECT_TRUE(r.isIn2D());
+    r.end2D();
+    EXPECT_FALSE(r.isIn2D());
+}
+
+TEST(RendererLogicTest, FpsRollsOverOncePerSecond)
+{
+    ManualClock clock(1000);
+    Clock::install(&clock);
+    {
+        Renderer r;
+        r.resetFpsCounter();
+        for (int i = 0; i < 30; ++i) {
+            clock.advance(20);
+            r.beginFrame();
+            r.endFrame();
+        }
+        EXPECT_EQ(r.getFps(), 0);  // 600 ms: no full second yet
+        for (int i = 0; i < 25; ++i) {
+            clock.advance(20);
+            r.beginFrame();
+            r.endFrame();
+        }
+        // The roll-over at 1000 ms counts the 49 frames ended before it.
+        EXPECT_EQ(r.getFps(), 49);
+    }
+    Clock::install(nullptr);
+}
+
+TEST(RendererLogicTest, MovieFramesAreDueEightTimesASecond)
+{
+    Renderer r;
+    EXPECT_TRUE(r.isMovieFrameDue(0.0f));
+    EXPECT_FALSE(r.isMovieFrameDue(124.0f));
+    EXPECT_TRUE(r.isMovieFrameDue(125.0f));
+    EXPECT_FALSE(r.isMovieFrameDue(200.0f));
+}
+
+TEST(RendererLogicTest, ScreenshotNamesSkipFilesThatExist)
+{
+    EXPECT_EQ(Renderer::captureName(false, 5), "screenshots/screenshot0005.png");
+    EXPECT_EQ(Renderer::captureName(true, 123), "screenshots/movie0123.png");
+
+    namespace fs = std::filesystem;
+    const fs::path previous = fs::current_path();
+    const fs::path scratch = fs::temp_directory_path() / "bq_screenshot_names";
+    fs::remove_all(scratch);
+    fs::create_directories(scratch / "screenshots");
+    fs::current_path(scratch);
+    for (int i = 0; i < 5; ++i)
+        std::ofstream(Renderer::captureName(false, i)) << "x";
+    EXPECT_EQ(Renderer::nextFreeScreenshot(0), 5);
+    EXPECT_EQ(Renderer::nextFreeScreenshot(7), 7);
+    EXPECT_EQ(Renderer::nextFreeScreenshot(20000), 9999);
+    fs::current_path(previous);
+    fs::remove_all(scratch);
+}
