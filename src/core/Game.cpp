@@ -79,6 +79,9 @@ bool Game::init()
     SDL_EnableUNICODE(1);
     installGameInput(std::make_unique<GameInput>());
     registerCommands();
+    // "+set" on the command line wins over the scripts and still comes
+    // before the video mode.
+    commandLine.runSetCommands();
     if (!renderer->setVideoMode(640, 480, false)) {
         SDL_Quit();
         return false;
@@ -92,6 +95,7 @@ bool Game::init()
             return false;
         }
     }
+    commandLine.runOtherCommands();
     return true;
 }
 
@@ -138,6 +142,7 @@ void Game::setCommandLine(int argc, char** argv)
         }
     }
     commandLineText = text;
+    commandLine.parse(argc, argv);
 }
 
 void Game::pumpEvents()

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "console/CommandLine.h"
 #include "core/BasicTimer.h"
 #include "input/InputManager.h"
 #include "world/physics/Collision.h"
@@ -177,4 +178,6 @@ protected:
     float particleAccumulator = 0.0f;
     uint64_t stepCount = 0;
     std::string commandLineText;
+    // The command line split into set commands and the rest.
+    CommandLine commandLine;
 };
