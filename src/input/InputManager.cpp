@@ -42,7 +42,7 @@ void InputManager::begin2DIfNeeded(bool flag)
     if (!flag)
         return;
     if (IRenderer* r = currentRenderer())
-        r->enter2D();
+        r->begin2D();
 }
 
 void InputManager::end2DIfNeeded(bool flag)
@@ -50,7 +50,7 @@ void InputManager::end2DIfNeeded(bool flag)
     if (!flag)
         return;
     if (IRenderer* r = currentRenderer())
-        r->leave2D();
+        r->end2D();
 }
 
 void InputManager::setModifiers(int sdlModState)
