@@ -90,10 +90,14 @@ void InputManager::escapePressed(bool& dispatch)
     if (!gui)
         return;
     if (!gui->isVisible()) {
+        Game* g = Game::current();
+        // The menus draw over a still of the game.
+        if (g && g->getRenderer())
+            g->getRenderer()->grabScreen();
         gui->setVisible(true);
         setTarget("gui");
         std::printf("Show GUI\n");
-        if (Game* g = Game::current())
+        if (g)
             g->setWorldRunning(false);
         dispatch = false;
         return;
@@ -130,6 +134,7 @@ void InputManager::mouseMotion(float x, float y, float dx, float dy)
     rawDX = dx;
     rawDY = dy;
     if (IRenderer* r = currentRenderer()) {
+        *worldMouse = r->screenToWorld(static_cast<double>(x), static_cast<double>(y), 0.0);
         // Window rows count down from the top; the 2D layer counts up.
         screenMouse->x = x;
         screenMouse->y = static_cast<float>(r->getHeight()) - y;

@@ -2,6 +2,8 @@
 
 #include <SDL.h>
 
+#include <cstdlib>
+#include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -224,4 +226,37 @@ TEST_F(GameInputTest, KeysReachBindingsOnlyWhileTheGameHasTheInput)
     manager.keyEvent(true, SDLK_BACKQUOTE, '`');  // and closes
     manager.keyEvent(true, SDLK_k, 'k');
     EXPECT_EQ(calls, (std::vector<std::string>{"say k", "say k"}));
+}
+
+TEST_F(GameInputTest, ShippedDefaultsBindTheControlsAPlayerExpects)
+{
+    const char* dir = std::getenv("BQ_SOURCE_DIR");
+    std::ifstream file(std::string(dir ? dir : "..") + "/data/default.cfg");
+    ASSERT_TRUE(file.good());
+    for (std::string line; std::getline(file, line);)
+        run(line);
+    const GameInput& in = input();
+    EXPECT_EQ(in.getBinding("a"), "+moveleft");
+    EXPECT_EQ(in.getBinding("d"), "+moveright");
+    EXPECT_EQ(in.getBinding("w"), "+moveup");
+    EXPECT_EQ(in.getBinding("s"), "+movedown");
+    EXPECT_EQ(in.getBinding("left"), "+moveleft");
+    EXPECT_EQ(in.getBinding("right"), "+moveright");
+    EXPECT_EQ(in.getBinding("up"), "+moveup");
+    EXPECT_EQ(in.getBinding("down"), "+movedown");
+    EXPECT_EQ(in.getBinding("mouse1"), "+attack");
+    EXPECT_EQ(in.getBinding("mouse2"), "+fire 1");
+    EXPECT_EQ(in.getBinding("mwheelup"), "nextweap");
+    EXPECT_EQ(in.getBinding("mwheeldown"), "prevweap");
+    EXPECT_EQ(in.getBinding("1"), "useitem grapple");
+    EXPECT_EQ(in.getBinding("9"), "useitem lightninggun");
+    EXPECT_NE(in.findKeyFor("+showupgrades"), "unbound");
+    EXPECT_NE(in.findKeyFor("+showmap"), "unbound");
+    EXPECT_NE(in.findKeyFor("pause"), "unbound");
+    EXPECT_NE(in.findKeyFor("screenshot"), "unbound");
+    EXPECT_NE(in.findKeyFor("savegame quicksave"), "unbound");
+    EXPECT_NE(in.findKeyFor("loadgame quicksave"), "unbound");
+    // Escape and the console key keep their own jobs.
+    EXPECT_EQ(in.getBinding("escape"), "");
+    EXPECT_EQ(in.getBinding("`"), "");
 }

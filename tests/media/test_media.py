@@ -166,7 +166,8 @@ class ImageQualityTest(unittest.TestCase):
     def test_sprites_have_transparent_borders(self):
         # Sprites sit on bodies and in the HUD; a hard opaque frame would
         # show as a box around them.
-        for rel in ('data/images/debugsmiley.png', 'data/images/chaingunenemy1.png', 'data/images/cash.png',
+        for rel in ('data/images/debugsmiley.png', 'data/images/chaingunenemy5.png', 'data/images/cash.png',
+                    'data/images/sniperenemy5.png', 'data/images/rocketenemy5.png', 'data/images/shotgunenemy5.png',
                     'data/images/health.png', 'data/images/blockboss1.png', 'data/images/bacteria4.png'):
             with self.subTest(rel):
                 a = rgba(rel)[..., 3]

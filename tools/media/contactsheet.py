@@ -6,8 +6,9 @@ from textures import font
 
 CELL = 136
 LABEL = 22
-TEXTURE_HINTS = ('concrete', 'metal', 'rock', 'techpanel', 'grate', 'hazard', 'water', 'lava', 'techbase',
-                 'checkers', 'bg.png', 'sky')
+TEXTURES = ('concrete1', 'concrete2', 'metal1', 'metal2', 'rock1', 'rock2', 'techpanel1', 'techpanel2', 'grate1',
+            'hazard1', 'water1', 'lava1', 'techbase', 'checkers', 'checkersred', 'bg', 'skystars', 'skyclouds',
+            'skynebula')
 
 
 def _checker(w, h, n=8):
@@ -37,7 +38,7 @@ def write(images, path):
     for i, name in enumerate(names):
         img = images[name].convert('RGBA')
         short = name.split('/', 1)[1]
-        if any(h in short for h in TEXTURE_HINTS):
+        if short.rsplit('/', 1)[-1].split('.')[0] in TEXTURES:
             img = _tile(img)
         scale = min((CELL - 8) / img.width, (CELL - 8) / img.height)
         size = (max(1, int(img.width * scale)), max(1, int(img.height * scale)))

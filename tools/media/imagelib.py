@@ -201,16 +201,20 @@ def straight_image(col, a=None):
     return Image.fromarray(np.round(np.dstack([col, a[..., None]]) * 255).astype(np.uint8), 'RGBA')
 
 
-def glow_image(img, colour, radius, spread=1.6, core=0.55):
-    """The "_glow" companion of a sprite: a bright halo of the sprite's
-    shape in one colour, on the same canvas, for additive drawing."""
-    a = np.asarray(img.getchannel('A'), F) / 255.0
-    blur = np.asarray(img.getchannel('A').filter(ImageFilter.GaussianBlur(radius)), F) / 255.0
-    wide = np.asarray(img.getchannel('A').filter(ImageFilter.GaussianBlur(radius * 2.2)), F) / 255.0
-    ga = clamp01(blur * spread + wide * 0.9 + a * core)
+def glow_image(img, colour, radius):
+    """The "_glow" companion of a sprite: a halo of the sprite's shape in
+    one colour, on the same canvas, for additive drawing over it. The halo
+    is strongest just outside the outline and faint over the sprite itself,
+    so the sprite stays readable under it."""
+    alpha = img.getchannel('A')
+    a = np.asarray(alpha, F) / 255.0
+    near = np.asarray(alpha.filter(ImageFilter.GaussianBlur(radius)), F) / 255.0
+    far = np.asarray(alpha.filter(ImageFilter.GaussianBlur(radius * 2.5)), F) / 255.0
+    halo = clamp01(near * 1.5 + far * 0.8)
+    ga = clamp01(halo * (1.0 - 0.7 * a) + 0.12 * a)
     colour = np.asarray(colour, F)
-    whiten = clamp01(a * 0.6)[..., None]
-    col = mix(np.broadcast_to(colour, a.shape + (3,)), np.ones(3, F), whiten)
+    hot = clamp01(near * 1.2 - 0.4)[..., None]
+    col = mix(np.broadcast_to(colour, a.shape + (3,)), mix(colour, np.ones(3, F), 0.6), hot)
     return straight_image(col, ga)
 
 

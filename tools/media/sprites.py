@@ -111,6 +111,30 @@ GRUNT_COLOURS = {
 }
 
 
+# Eyes burn hotter with rank, so a veteran reads as one at a glance.
+LEVEL_EYE = [rgb('ff3b2f'), rgb('ff3b2f'), rgb('ff6a1a'), rgb('ff2a8a'), rgb('d04dff')]
+
+# Where each grunt's rank crest sits (behind the hull) and which way it fans.
+CREST_ANCHOR = {'chaingun': (28, 14, -90, 13), 'rocket': (12, 30, -165, 11), 'shotgun': (28, 15, -90, 13),
+                'melee': (32, 17, -90, 14), 'sniper': (12, 30, 180, 11), 'plasma': (32, 14, -90, 12),
+                'kamikaze': (20, 18, -120, 13)}
+
+
+def crest(cv, kind, level, colour):
+    """Spikes behind the hull from level 3 up: two, three, then four."""
+    n = level - 1 if level >= 3 else 0
+    if n == 0:
+        return
+    cx, cy, base_angle, length = CREST_ANCHOR[kind]
+    spikes = []
+    for i in range(n):
+        ang = np.radians(base_angle + (i - (n - 1) / 2.0) * 24)
+        tip = (cx + length * np.cos(ang), cy + length * np.sin(ang))
+        side = np.array([-np.sin(ang), np.cos(ang)]) * 4.5
+        spikes.append(sd_poly(cv, [(cx + side[0], cy + side[1]), tip, (cx - side[0], cy - side[1])]))
+    cv.shape(union(*spikes), colour * 0.85, outline=outline_of(colour), ow=0.9, bevel=2.5, gloss=0.5)
+
+
 def grunt(rng, kind, level=1, size=64):
     cv = Canvas(size, size)
     base = GRUNT_COLOURS[kind]
@@ -118,23 +142,28 @@ def grunt(rng, kind, level=1, size=64):
     base = clamp01(base * (1.0 - 0.07 * (level - 1)) + (base - base.mean()) * 0.08 * (level - 1))
     trim = LEVEL_TRIM[min(level, 5) - 1]
     ol = outline_of(base)
+    eye_col = LEVEL_EYE[min(level, 5) - 1]
+    crest(cv, kind, level, trim)
     if kind == 'chaingun':
-        barrel(cv, 30, 42, 60, 3.2)
-        barrel(cv, 30, 48, 58, 2.6)
-        cv.shape(sd_box(cv, 48, 45, 4, 7, 2), DARK_STEEL, bevel=2)
+        barrel(cv, 30, 40, 62, 2.6, STEEL * 0.7)
+        barrel(cv, 30, 45, 62, 2.6, STEEL * 0.7)
+        barrel(cv, 30, 50, 62, 2.6, STEEL * 0.7)
+        cv.shape(sd_box(cv, 46, 45, 3.5, 9, 1.5), GUNMETAL, outline=rgb('10141e'), bevel=2)
+        cv.shape(sd_box(cv, 56, 45, 2.5, 8.5, 1.2), GUNMETAL, outline=rgb('10141e'), bevel=2)
         hull = sd_circle(cv, 28, 30, 21)
         cv.shape(hull, base, outline=ol, bevel=6, gloss=0.4)
         cv.shape(intersect(sd_box(cv, 28, 47, 22, 5, 0), hull + 2), trim * 0.8, outline=ol, ow=0.8)
-        visor(cv, 31, 24, 12, 4.2, HOSTILE_EYE)
+        visor(cv, 31, 24, 12, 4.2, eye_col)
     elif kind == 'rocket':
         hull = sd_box(cv, 28, 36, 19, 20, 7)
         cv.shape(hull, base, outline=ol, bevel=6, gloss=0.4)
-        tube = sd_box(cv, 40, 14, 20, 6, 5)
-        cv.shape(tube, DARK_STEEL, bevel=4, gloss=0.5)
-        cv.shape(sd_box(cv, 58, 14, 3, 7.5, 1.5), trim, bevel=2)
-        cv.fill(sd_circle(cv, 60, 14, 3.2), rgb('1a0c0c'))
-        cv.shape(sd_box(cv, 24, 14, 5, 7, 2), base * 0.8, bevel=2)
-        eye(cv, 30, 36, 7, HOSTILE_EYE)
+        tube = sd_box(cv, 38, 13, 22, 7, 6)
+        cv.shape(tube, STEEL * 0.8, outline=rgb('10141e'), bevel=4, gloss=0.6)
+        cv.shape(intersect(sd_box(cv, 30, 13, 3, 8, 0), tube + 1), trim, outline=rgb('10141e'), ow=0.7, bevel=2)
+        cv.shape(sd_box(cv, 58, 13, 3, 8.5, 1.5), GUNMETAL, outline=rgb('10141e'), bevel=2)
+        cv.fill(sd_circle(cv, 59.5, 13, 3.6), rgb('1a0c0c'))
+        cv.glow(sd_circle(cv, 59.5, 13, 2.0), rgb('ff6a2a'), 2.0, 0.5)
+        eye(cv, 30, 36, 7, eye_col)
     elif kind == 'shotgun':
         barrel(cv, 34, 40, 61, 2.8)
         barrel(cv, 34, 46, 61, 2.8)
@@ -142,7 +171,7 @@ def grunt(rng, kind, level=1, size=64):
         cv.shape(hull, base, outline=ol, bevel=6, gloss=0.35)
         plate = intersect(sd_regular(cv, 28, 34, 15, 6, rot=np.pi / 6), hull)
         cv.shape(plate, base * 0.8, outline=ol, ow=0.8, bevel=4, gloss=0.3)
-        visor(cv, 29, 30, 10, 3.6, HOSTILE_EYE)
+        visor(cv, 29, 30, 10, 3.6, eye_col)
     elif kind == 'melee':
         spikes = sd_star(cv, 32, 33, 29, 17, 8, rot=np.pi / 8)
         cv.shape(spikes, trim * 0.55 + STEEL * 0.45, outline=ol, bevel=4, gloss=0.5)
@@ -150,8 +179,8 @@ def grunt(rng, kind, level=1, size=64):
         cv.shape(hull, base, outline=ol, bevel=6, gloss=0.4)
         # Angry brow and jaw.
         cv.fill(sd_poly(cv, [(19, 22), (45, 22), (40, 28), (24, 28)]), ol)
-        eye(cv, 26, 30, 4.5, HOSTILE_EYE)
-        eye(cv, 38, 30, 4.5, HOSTILE_EYE)
+        eye(cv, 26, 30, 4.5, eye_col)
+        eye(cv, 38, 30, 4.5, eye_col)
         for i in range(5):
             x = 23 + i * 4.5
             cv.shape(sd_poly(cv, [(x - 2, 39), (x + 2, 39), (x, 44)]), rgb('f2eee0'), ow=0.6, bevel=1)
@@ -186,8 +215,8 @@ def grunt(rng, kind, level=1, size=64):
         stripes = np.sin((cv.x + cv.y) * 0.9) > 0
         col = np.where(stripes[..., None], base, rgb('1a1a1a'))
         cv.over(col, cv.coverage(band))
-        eye(cv, 22, 30, 4.2, HOSTILE_EYE)
-        eye(cv, 36, 30, 4.2, HOSTILE_EYE)
+        eye(cv, 22, 30, 4.2, eye_col)
+        eye(cv, 36, 30, 4.2, eye_col)
         cv.fill(sd_poly(cv, [(16, 22), (27, 26), (27, 24), (17, 20)]), rgb('0a0a10'))
         cv.fill(sd_poly(cv, [(42, 22), (31, 26), (31, 24), (41, 20)]), rgb('0a0a10'))
     if kind not in ('plasma',):
@@ -576,17 +605,20 @@ def grapple_star(rng, size=32):
 
 
 def gib(rng, size=32):
+    """A wet, lumpy chunk with a bit of bone."""
     cv = Canvas(size, size)
-    pts = []
-    for k in range(9):
-        a = k * 2 * np.pi / 9
-        r = 9 + rng.random() * 4
-        pts.append((16 + r * np.cos(a), 16 + r * np.sin(a)))
-    chunk = sd_poly(cv, pts) + 0.5
-    cv.shape(chunk, rgb('b4202a'), outline=rgb('3a0508'), ow=1.0, bevel=4, gloss=0.6)
-    bone = union(sd_segment(cv, 12, 19, 21, 12, 1.8), sd_circle(cv, 11, 20, 2.3), sd_circle(cv, 22, 11, 2.3))
+    ang = np.arctan2(cv.y - 16, cv.x - 16)
+    lumps = sum(rng.uniform(0.6, 1.4) * np.sin(ang * k + rng.uniform(0, 6.3)) for k in (2, 3, 5))
+    chunk = np.sqrt((cv.x - 16) ** 2 + (cv.y - 16) ** 2) - 10.5 - lumps * 0.9
+    cv.shape(chunk, rgb('a8182a'), outline=rgb('2e0408'), ow=1.0, bevel=4, gloss=0.7, shadow=0.5,
+             top=rgb('e04050'))
+    for _ in range(4):
+        x, y = 16 + rng.uniform(-6, 6), 16 + rng.uniform(-5, 6)
+        cv.fill(intersect(sd_circle(cv, x, y, rng.uniform(1.2, 2.2)), chunk + 1.5), rgb('5a0812'), 0.7)
+    bone = union(sd_segment(cv, 11, 20, 21, 11, 1.6), sd_circle(cv, 10, 21, 2.2), sd_circle(cv, 12, 22.5, 1.8),
+                 sd_circle(cv, 22, 10, 2.2), sd_circle(cv, 20.5, 8.5, 1.8))
     cv.shape(bone, rgb('f2ead6'), outline=rgb('5a4a3a'), ow=0.6, bevel=1.5, gloss=0.5)
-    cv.highlight(12, 10, 4, 3, 0.5, clip=chunk)
+    cv.highlight(12, 11, 4, 2.5, 0.7, clip=chunk)
     return cv.image()
 
 
