@@ -9,6 +9,7 @@
 
 #include "console/CommandRegistry.h"
 #include "console/Console.h"
+#include "console/GameVar.h"
 #include "console/VariableRegistry.h"
 #include "core/Clock.h"
 #include "gui/GUIManager.h"
@@ -277,9 +278,14 @@ void Game::moveBodies(float step)
 
 bool Game::gravityValue(float& out) const
 {
-    if (!hasGravityOverride)
+    if (hasGravityOverride) {
+        out = gravityOverride;
+        return true;
+    }
+    const GameVar* gravity = findVar("gravity");
+    if (!gravity)
         return false;
-    out = gravityOverride;
+    out = gravity->floatValue;
     return true;
 }
 

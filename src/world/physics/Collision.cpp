@@ -79,7 +79,7 @@ bool Collision::testAxis(Axis& axis, const std::vector<Vector>& a, const std::ve
 bool Collision::sweptTest(const std::vector<Vector>& a, const Vector& posA, const Vector& dA,
                           const std::vector<Vector>& b, const Vector& posB, const Vector& dB, Hit& hit)
 {
-    if (a.size() < 2 || b.size() < 2 || !finite2(posA) || !finite2(posB) || !finite2(dA) || !finite2(dB))
+    if (a.size() < 3 || b.size() < 3 || !finite2(posA) || !finite2(posB) || !finite2(dA) || !finite2(dB))
         return false;
     const Vector offset(posA.x - posB.x, posA.y - posB.y);
     const Vector v(dA.x - dB.x, dA.y - dB.y);
@@ -87,8 +87,13 @@ bool Collision::sweptTest(const std::vector<Vector>& a, const Vector& posA, cons
     axes.clear();
     if (v.x * v.x + v.y * v.y > tiny)
         axes.push_back(Axis{-v.y, v.x, 0.0f});
+    const size_t motionAxes = axes.size();
     addEdgeAxes(a);
+    const size_t edgesA = axes.size() - motionAxes;
     addEdgeAxes(b);
+    // A polygon squashed to a point has no edges: nothing sensible to test.
+    if (edgesA == 0 || axes.size() - motionAxes - edgesA == 0)
+        return false;
 
     size_t best = 0;
     for (size_t i = 0; i < axes.size(); ++i) {
@@ -97,8 +102,6 @@ bool Collision::sweptTest(const std::vector<Vector>& a, const Vector& posA, cons
         if (i == 0 || axes[i].value > axes[best].value)
             best = i;
     }
-    if (axes.empty())
-        return false;
 
     const float value = axes[best].value;
     const float t = std::trunc(value * 8.0f) / 8.0f;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "render/Frustum.h"
+#include "render/IRenderer.h"
 #include "world/body/Body.h"
 #include "world/geometry/Geometry.h"
 
@@ -167,6 +169,28 @@ void QuadTree::drawVisible(const std::vector<Plane>& frustum, const BodySink& dr
             draw(*b);
     for (auto& child : children)
         child->drawVisible(frustum, draw);
+}
+
+namespace {
+std::vector<Plane> planesOf(const Frustum& frustum)
+{
+    std::vector<Plane> planes(Frustum::planeCount);
+    for (int i = 0; i < Frustum::planeCount; ++i) {
+        planes[static_cast<size_t>(i)].normal = frustum.getPlane(i).normal;
+        planes[static_cast<size_t>(i)].distance = frustum.getPlane(i).distance;
+    }
+    return planes;
+}
+}
+
+void QuadTree::drawVisible(IRenderer& renderer)
+{
+    drawVisible(planesOf(renderer.getFrustum()), [&renderer](Body& body) { renderer.drawBody(body); });
+}
+
+void QuadTree::collectVisible(IRenderer& renderer, std::vector<Body*>& out, bool cullNodes, bool cullBodies)
+{
+    collectVisible(planesOf(renderer.getFrustum()), out, cullNodes, cullBodies);
 }
 
 void QuadTree::resetCounters()

@@ -15,6 +15,7 @@
 #include "world/quadtree/TraceResults.h"
 
 class Body;
+class IRenderer;
 
 class QuadTree {
 public:
@@ -51,6 +52,10 @@ public:
     // frustumcull and frustumcull2 switches; `frustum` holds the view planes.
     virtual void collectVisible(const std::vector<Plane>& frustum, std::vector<Body*>& out, bool cullNodes,
                                 bool cullBodies);
+    // The same two passes against the renderer's view frustum; drawVisible
+    // draws with the renderer's full body drawing.
+    void drawVisible(IRenderer& renderer);
+    void collectVisible(IRenderer& renderer, std::vector<Body*>& out, bool cullNodes, bool cullBodies);
     // Every world vertex inside the square, edges included.
     virtual bool contains(const Body& body) const;
     // Strict overlap of the body's swept box with the square.
