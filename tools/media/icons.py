@@ -231,8 +231,9 @@ def weapon_pickup(rng, name):
     return weapon_view(rng, name)
 
 
-def bar_piece(rng, part, w, h):
-    """Translucent HUD panel pieces with a bright rim, drawn clamped."""
+def bar_piece(rng, part, w, h, glow=False):
+    """Translucent HUD panel pieces with a bright rim, drawn clamped. The
+    glow twin lights the rim only, so the panel stays dark under it."""
     cv = Canvas(w, h)
     top_col = rgb('1a2a44')
     bot_col = rgb('0a1020')
@@ -243,6 +244,11 @@ def bar_piece(rng, part, w, h):
         d = sd_box(cv, -8, h / 2, w + 6, h / 2 - 2, 6)
     else:
         d = sd_box(cv, w / 2, h / 2, w / 2 + 8, h / 2 - 2, 0)
+    if glow:
+        band = np.abs(d + 0.7)
+        cv.add(rim, clamp01(np.exp(-band / 1.6) * 0.9))
+        cv.add(mix(rim, np.ones(3, F), 0.6), clamp01(np.exp(-band / 0.6) * 0.6))
+        return cv.image()
     t = clamp01(cv.y / h)
     col = mix(top_col, bot_col, t[..., None])
     cv.over(col, cv.coverage(d) * 0.78)

@@ -101,8 +101,9 @@ def _images():
     add(_img(IMG + 'iconbgleft.png', 'icons.bar_piece', part='left', w=16, h=64))
     add(_img(IMG + 'iconbgcentre.png', 'icons.bar_piece', part='centre', w=128, h=64))
     add(_img(IMG + 'iconbgright.png', 'icons.bar_piece', part='right', w=16, h=64))
-    for part in ('left', 'centre', 'right'):
-        add(_glow(IMG + 'iconbg%s_glow.png' % part, IMG + 'iconbg%s.png' % part, '3a9aff', 2.0))
+    add(_img(IMG + 'iconbgleft_glow.png', 'icons.bar_piece', part='left', w=16, h=64, glow=True))
+    add(_img(IMG + 'iconbgcentre_glow.png', 'icons.bar_piece', part='centre', w=128, h=64, glow=True))
+    add(_img(IMG + 'iconbgright_glow.png', 'icons.bar_piece', part='right', w=16, h=64, glow=True))
     add(_img(IMG + 'weaponselected.png', 'icons.weapon_selected'))
     add(_glow(IMG + 'weaponselected_glow.png', IMG + 'weaponselected.png', AMBER, 2.0))
 

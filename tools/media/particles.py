@@ -65,8 +65,8 @@ def tracer(rng, w=16, h=64):
 def cloud(rng, n=128):
     x, y = _xy(n, n)
     r = np.sqrt(x * x + y * y)
-    v = fbm(rng, n, beta=2.4, lo=1)
-    a = clamp01(1 - r) ** 1.4 * (0.55 + 0.6 * v)
+    v = fbm(rng, n, beta=3.0, lo=1, hi=10)
+    a = clamp01(1 - r) ** 1.4 * (0.45 + 0.8 * v)
     return _white(clamp01(a) * clamp01((1 - r) * 8))
 
 
@@ -143,8 +143,8 @@ def spark(rng, n=32):
 def smoke(rng, n=64):
     x, y = _xy(n, n)
     r = np.sqrt(x * x + y * y)
-    v = fbm(rng, n, beta=2.2, lo=1)
-    a = clamp01(1 - r) ** 1.2 * (0.4 + 0.8 * v) * clamp01((1 - r) * 6)
+    v = fbm(rng, n, beta=3.0, lo=1, hi=8)
+    a = clamp01(1 - r) ** 1.2 * (0.3 + 1.0 * v) * clamp01((1 - r) * 6)
     shade = clamp01(0.75 + 0.35 * v - y * 0.15)
     col = np.repeat(shade[..., None], 3, 2) * rgb('e8e8ec')
     return straight_image(col, clamp01(a))
@@ -152,7 +152,7 @@ def smoke(rng, n=64):
 
 def fire(rng, n=64):
     x, y = _xy(n, n)
-    v = fbm(rng, n, beta=1.8, lo=2)
+    v = fbm(rng, n, beta=2.8, lo=1, hi=9)
     r = np.sqrt(x * x + (y * 0.8 + 0.1) ** 2)
     a = clamp01(1.1 - r - (v - 0.5) * 0.5) ** 1.5 * clamp01((1 - np.sqrt(x * x + y * y)) * 6)
     col = mix(np.broadcast_to(rgb('ffb040'), a.shape + (3,)), WHITE, clamp01(a * 1.4 - 0.4)[..., None])
@@ -176,11 +176,11 @@ def shockwave(rng, n=128):
     return _white(clamp01(a) * clamp01((1 - r) * 12))
 
 
-def blood(rng, n=32):
+def blood(rng, n=64):
     x, y = _xy(n, n)
-    v = fbm(rng, n, beta=1.6, lo=2)
-    r = np.sqrt(x * x + y * y) + (v - 0.5) * 0.4
-    a = smoothstep(0.75, 0.55, r)
+    v = fbm(rng, n, beta=2.6, lo=1, hi=10)
+    r = np.sqrt(x * x + y * y) + (v - 0.5) * 0.35
+    a = smoothstep(0.78, 0.62, r)
     shade = 0.7 + 0.3 * clamp01(-x * 0.5 - y * 0.5 + 0.5)
     col = np.repeat(shade[..., None], 3, 2)
     return straight_image(col, a)
@@ -194,7 +194,7 @@ def bubble(rng, n=32):
     return _white(clamp01(ring + hl) * clamp01((1 - r) * 8))
 
 
-def dust(rng, n=16):
+def dust(rng, n=32):
     x, y = _xy(n, n)
     r = np.sqrt(x * x + y * y)
     return _white(clamp01(1 - r) ** 2.5)
@@ -208,13 +208,13 @@ def star(rng, n=64):
     return _white(clamp01(a))
 
 
-def debris(rng, n=32):
+def debris(rng, n=64):
     from imagelib import Canvas, sd_poly
-    cv = Canvas(n, n)
+    cv = Canvas(32, 32, scale=n // 32)
     pts = []
     for k in range(6):
         a = k * 2 * np.pi / 6 + rng.uniform(-0.3, 0.3)
-        rr = n * (0.28 + rng.random() * 0.15)
-        pts.append((n / 2 + rr * np.cos(a), n / 2 + rr * np.sin(a)))
+        rr = 32 * (0.28 + rng.random() * 0.15)
+        pts.append((16 + rr * np.cos(a), 16 + rr * np.sin(a)))
     cv.shape(sd_poly(cv, pts), rgb('d0d0d0'), outline=rgb('303030'), ow=1.0, bevel=3, gloss=0.4)
     return cv.image()

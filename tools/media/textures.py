@@ -7,7 +7,8 @@ stripes, grate holes) repeats an exact divisor of the image size.
 import numpy as np
 from PIL import Image, ImageDraw, ImageFont, ImageFilter
 
-from imagelib import F, rgb, mix, clamp01, smoothstep, fbm, cells, straight_image, Canvas, sd_box, sd_circle
+from imagelib import (F, rgb, mix, clamp01, smoothstep, fbm, cells, straight_image, Canvas, sd_box, sd_circle,
+                      glow_image)
 
 FONT_BOLD = '/usr/share/fonts/truetype/ttf-bitstream-vera/VeraBd.ttf'
 FONT_FALLBACK = '/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf'
@@ -184,13 +185,13 @@ def hazard(rng, n=128):
 
 
 def water(rng, n=256):
-    a1 = fbm(rng, n, beta=2.4, lo=2)
-    a2 = fbm(rng, n, beta=2.4, lo=2)
-    caustic = 1 - np.abs(a1 - a2) * 2.6
-    caustic = clamp01(caustic) ** 6
-    depth = fbm(rng, n, beta=3.0, lo=1)
-    col = colourise(depth, [(0, '0b3a6a'), (1, '1a6aa8')]) + caustic[..., None] * rgb('8fe8ff') * 0.55
-    alpha = 0.62 + caustic * 0.25
+    """Translucent water with soft caustic lines."""
+    a1 = fbm(rng, n, beta=3.2, lo=2, hi=24)
+    a2 = fbm(rng, n, beta=3.2, lo=2, hi=24)
+    caustic = clamp01(1 - np.abs(a1 - a2) * 5.0) ** 4
+    depth = fbm(rng, n, beta=3.5, lo=1)
+    col = colourise(depth, [(0, '0e3f72'), (1, '1f74b4')]) + caustic[..., None] * rgb('a8f0ff') * 0.45
+    alpha = 0.6 + caustic * 0.2
     return straight_image(col, alpha)
 
 
@@ -278,8 +279,44 @@ def text_image(text, w, h, size, colour, glow_colour, rng=None, tracking=0):
     return straight_image(col, a)
 
 
+def _text_mask(text, w, h, size, ss=4):
+    big = Image.new('L', (w * ss, h * ss), 0)
+    dr = ImageDraw.Draw(big)
+    f = font(size * ss)
+    box = dr.textbbox((0, 0), text, font=f)
+    tw, th = box[2] - box[0], box[3] - box[1]
+    dr.text(((w * ss - tw) / 2 - box[0], (h * ss - th) / 2 - box[1]), text, font=f, fill=255)
+    return big
+
+
+def title_text(text, w, h, size, light='fff6c8', mid='ffc934', dark='d8560c', edge='1c0f06', halo='ff8a1a'):
+    """Chunky title lettering: a two-band metallic gradient, a thick dark
+    edge, a drop shadow and a soft outer halo."""
+    ss = 4
+    big = _text_mask(text, w, h, size, ss)
+    thick = max(3, int(size * 0.09))
+    edge_big = big.filter(ImageFilter.GaussianBlur(thick * ss * 0.5)).point(lambda v: 255 if v > 24 else v * 10)
+    mask = np.asarray(big.resize((w, h), Image.BOX), F) / 255.0
+    emask = np.asarray(edge_big.resize((w, h), Image.BOX), F) / 255.0
+    shadow = np.roll(np.roll(emask, 2, 0), 2, 1)
+    halo_a = np.asarray(Image.fromarray(np.round(emask * 255).astype(np.uint8)).filter(
+        ImageFilter.GaussianBlur(size * 0.16)), F) / 255.0
+    rows = np.flatnonzero(mask.max(axis=1) > 0.5)
+    top, bottom = (rows[0], rows[-1]) if rows.size else (0, h)
+    t = clamp01((np.mgrid[0:h, 0:w][0].astype(F) - top) / max(bottom - top, 1))
+    upper = mix(rgb(light), rgb(mid), clamp01(t / 0.5)[..., None])
+    lower = mix(rgb(mid) * 0.95, rgb(dark), clamp01((t - 0.5) / 0.5)[..., None])
+    fill = np.where((t < 0.5)[..., None], upper, lower)
+    cv = Canvas(w, h, ss=1)
+    cv.over(rgb(halo), clamp01(halo_a * 0.9))
+    cv.over(rgb('000000'), shadow * 0.6)
+    cv.over(rgb(edge), emask)
+    cv.over(fill, mask)
+    return cv.image()
+
+
 def paused(rng):
-    return text_image('PAUSED', 256, 64, 44, rgb('ffd23a'), rgb('ff8a1a'))
+    return title_text('PAUSED', 256, 64, 42)
 
 
 def default_game(rng, w=320, h=240):
@@ -302,15 +339,10 @@ def default_game(rng, w=320, h=240):
 
 def logo(rng, glow=False):
     w, h = 512, 128
+    img = title_text('BRINDLEQUAY', w, h, 58)
     if not glow:
-        return text_image('BRINDLEQUAY', w, h, 62, rgb('ffc934'), rgb('ff7a1a'))
-    img = text_image('BRINDLEQUAY', w, h, 62, rgb('ffc934'), rgb('ff7a1a'))
-    a = img.getchannel('A').filter(ImageFilter.GaussianBlur(6))
-    arr = np.asarray(a, F) / 255.0
-    col = np.broadcast_to(rgb('ff9a2a'), arr.shape + (3,))
-    core = np.asarray(img.getchannel('A'), F) / 255.0
-    col = mix(col, rgb('fff0b0'), (core * 0.7)[..., None])
-    return straight_image(col, clamp01(arr * 1.6 + core * 0.4))
+        return img
+    return glow_image(img, rgb('ff9a2a'), 5.0)
 
 
 def sky(rng, kind, n=256):
