@@ -4,6 +4,7 @@
 // fixed-step world update, and carries out deferred level, load and save
 // requests at the start of a later frame.
 #include <cstdint>
+#include <iosfwd>
 #include <list>
 #include <memory>
 #include <string>
@@ -18,6 +19,7 @@
 class Body;
 class Console;
 class GameInput;
+class GameVar;
 class GUIManager;
 class IRenderer;
 class ISound;
@@ -97,6 +99,7 @@ public:
     virtual void setQuit(bool q) { quitRequested = q; }
     virtual bool isQuitting() const { return quitRequested; }
     virtual void requestSave() { saveRequested = true; }
+    bool isSaveRequested() const { return saveRequested; }
     virtual void saveGame();
     virtual void loadGame(const std::string& name);
     virtual void requestLoad(const std::string& name);
@@ -112,11 +115,29 @@ public:
     // userconfig.txt twice, then autoexec.txt when it exists.
     void runStartupScripts();
 
+    // Writes the key bindings and variables as a console script. The automatic
+    // file (written at every exit) carries a banner telling players not to edit it.
+    virtual void writeConfig(const std::string& fileName, bool automatic);
+    // Player collisions and gravity off, or back on.
+    virtual void toggleNoclip();
+    bool isNoclip() const { return noclip; }
+    // The renderer's texture cache listing.
+    void dumpTextures(std::ostream& out) const;
+    // Grabs the screen at the next buffer swap.
+    void requestCapture() { captureRequested = true; }
+    void setPendingSaveName(const std::string& name) { pendingSaveName = name; }
+    // Replaces the sky with the given sky file.
+    virtual void loadSky(const std::string& path);
+    void setShowMap(bool on) { showMap = on; }
+    bool isShowingMap() const { return showMap; }
+    // Runs the commands given on the command line, each on its own.
+    void runCommandLine();
+
     // Runs the event pump until the queue is empty.
     void pumpEvents();
     // Console commands given on the command line ("+map test +exec x.txt").
     void setCommandLine(int argc, char** argv);
-    const std::string& getCommandLineText() const { return commandLineText; }
+    const std::vector<std::string>& getCommandLineCommands() const { return commandLineCommands; }
 
     std::list<Body*>& getBodies() { return bodies; }
     std::list<Body*>& getActiveBodies() { return activeBodies; }
@@ -177,7 +198,27 @@ protected:
     float simulationAccumulator = 0.0f;
     float particleAccumulator = 0.0f;
     uint64_t stepCount = 0;
-    std::string commandLineText;
-    // The command line split into set commands and the rest.
+    std::vector<std::string> commandLineCommands;
+    // The same commands split into set commands and the rest, for running.
     CommandLine commandLine;
+    bool noclip = false;
+    std::string skyFile;
+
+    // Looked up once by registerCommands; the registry owns them.
+    GameVar* chasecam = nullptr;
+    GameVar* gravity = nullptr;
+    GameVar* frustumcull = nullptr;
+    GameVar* frustumcull2 = nullptr;
+    GameVar* collideoutsidefrustum = nullptr;
+    GameVar* drawgrid = nullptr;
+    GameVar* drawboundingspheres = nullptr;
+    GameVar* drawboundingboxes = nullptr;
+    GameVar* drawsky = nullptr;
+    GameVar* drawbloom = nullptr;
+    GameVar* drawparticles = nullptr;
+    GameVar* bodyinfo = nullptr;
+    GameVar* partcileinfo = nullptr;
+    GameVar* drawspeed = nullptr;
+    GameVar* debuginfo = nullptr;
+    GameVar* movierecord = nullptr;
 };

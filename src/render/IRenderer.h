@@ -109,6 +109,8 @@ public:
     virtual void drawBodySimple(Body& body) = 0;
 
     virtual FontRenderer* getFontRenderer() = 0;
+    // Writes the texture cache listing (names, sizes, ids).
+    virtual void dumpTextureCache(std::ostream& out) { (void)out; }
     // Takes ownership.
     virtual void setFontRenderer(FontRenderer* fontRenderer) = 0;
     virtual bool isFullscreen() const = 0;

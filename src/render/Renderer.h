@@ -128,6 +128,7 @@ public:
     void resetFpsCounter();
 
     TextureManager& getTextureManager() { return textures; }
+    void dumpTextureCache(std::ostream& out) override { textures.dump(out); }
     bool isIn2D() const { return in2D; }
     int getFps() const { return fps; }
 

@@ -96,6 +96,7 @@ TEST(GameCommandLine, PlusWordsStartCommands)
     Game game(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
     const char* argv[] = {"brindlequay", "+exec", "x.txt", "+map", "test", "stray"};
     game.setCommandLine(6, const_cast<char**>(argv));
-    EXPECT_EQ(game.getCommandLineText(), "exec x.txt;map test stray");
+    const std::vector<std::string> expected{"exec x.txt", "map test stray"};
+    EXPECT_EQ(game.getCommandLineCommands(), expected);
     EXPECT_EQ(Game::current(), &game);
 }

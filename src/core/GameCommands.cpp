@@ -1,0 +1,113 @@
+#include "core/GameCommands.h"
+
+#include <SDL.h>
+#include <SDL_mixer.h>
+
+#include <cstdio>
+#include <fstream>
+#include <string>
+
+#include "console/CommandRegistry.h"
+#include "console/ConsolePrint.h"
+#include "console/VariableRegistry.h"
+#include "core/Game.h"
+#include "world/body/Body.h"
+
+namespace {
+std::string versionText(const SDL_version& v)
+{
+    return std::to_string(v.major) + "." + std::to_string(v.minor) + "." + std::to_string(v.patch);
+}
+
+const CommandRegistry& registry() { return CommandRegistry::instance(); }
+
+int varInt(const char* name)
+{
+    const GameVar* v = findVar(name);
+    return v ? v->intValue : 0;
+}
+}
+
+void GameCommands::registerAll(Game& game)
+{
+    registerCommand("turn player collisions off", "noclip", [&game] { game.toggleNoclip(); });
+
+    registerCommand("warp to 0 0 0", "warp", [&game] {
+        if (Body* p = game.getPlayer()) {
+            p->pos.set(0.0f, 0.0f, 0.0f);
+            p->oldpos.set(0.0f, 0.0f, 0.0f);
+        }
+    });
+
+    registerCommand("print out sdl info", "sdlinfo", [] {
+        SDL_version compiled;
+        SDL_VERSION(&compiled);
+        std::printf("===SDL Info===\n");
+        std::printf("SDL compiled version: : %s\n", versionText(compiled).c_str());
+        std::printf("running with SDL version: %s\n", versionText(*SDL_Linked_Version()).c_str());
+        SDL_version mixCompiled;
+        MIX_VERSION(&mixCompiled);
+        std::printf("SDL_mixer compiled version: : %s\n", versionText(mixCompiled).c_str());
+        std::printf("running with SDL_mixer version: %s\n", versionText(*Mix_Linked_Version()).c_str());
+    });
+
+    registerCommand("dump texture cache info to file", "dumptextures", [&game] {
+        const std::string name = registry().argumentCount > 0 ? registry().arguments[0]
+                                                              : std::string("texturecachedump.txt");
+        std::ofstream out(name);
+        if (out)
+            game.dumpTextures(out);
+    });
+
+    registerCommand("lock mouse in frame", "lockmouse", [] { SDL_WM_GrabInput(SDL_GRAB_ON); });
+    registerCommand("unlock mouse from frame", "unlockmouse", [] { SDL_WM_GrabInput(SDL_GRAB_OFF); });
+    registerCommand("debug res test", "resdbg", [&game] { game.restartVideo(1024, 768, false); });
+
+    registerCommand("load a map", "map", [&game] {
+        game.loadLevel(registry().argumentCount > 0 ? registry().arguments[0] : std::string("test.xml"), "");
+    });
+    registerCommand("unload a map", "unmap", [&game] { game.unloadLevel(); });
+
+    registerCommand("take a screenshot", "screenshot", [&game] { game.requestCapture(); });
+
+    registerCommand("save game", "savegame", [&game] {
+        game.setPendingSaveName(registry().argumentCount > 0 ? registry().arguments[0] : std::string("temp"));
+        game.requestSave();
+    });
+    registerCommand("load game", "loadgame", [&game] {
+        game.loadGame(registry().argumentCount > 0 ? registry().arguments[0] : std::string("temp"));
+    });
+
+    registerCommand("load a specified sky", "sky", [&game] {
+        game.loadSky(registry().argumentCount > 0 ? "data/sky/" + registry().arguments[0] + ".xml"
+                                                  : std::string("data/sky/default.xml"));
+    });
+
+    registerCommand("change the video mode based on vars", "vidrestart", [&game] {
+        game.restartVideo(varInt("vidwidth"), varInt("vidheight"), varInt("vidfullscreen") > 0);
+    });
+
+    registerCommand("pause game", "pause", [&game] {
+        if (game.isPaused())
+            game.unpause();
+        else
+            game.pause();
+    });
+    registerCommand("show map", "+showmap", [&game] {
+        game.setShowMap(true);
+        if (!game.isPaused())
+            game.pause();
+    });
+    registerCommand("stop showing map", "-showmap", [&game] {
+        game.setShowMap(false);
+        if (game.isPaused())
+            game.unpause();
+    });
+
+    registerCommand("write all keybinds and variables to a config file", "writeconfig", [&game] {
+        const std::string name = registry().argumentCount > 0 ? registry().arguments[0]
+                                                              : std::string("data/config.txt");
+        game.writeConfig(name, false);
+        conPrint("Wrote keybinds and variables to " + name);
+    });
+}
