@@ -1,44 +1,99 @@
 #pragma once
-// The in-game console: a scrollback of coloured lines that commands print to.
-#include <deque>
+// The in-game console: a band at the top of the screen showing every message
+// printed during the run as coloured lines, and a command line whose text is
+// run by the command registry. It keeps a history of typed lines, completes
+// command and variable names, scrolls back, and dumps its lines to a file.
+// While it is the input target it receives the key presses.
+#include <memory>
 #include <string>
+#include <vector>
 
+#include "console/ConLine.h"
+#include "core/BasicTimer.h"
 #include "input/InputTarget.h"
 #include "world/geometry/RGBAColour.h"
 
-struct ConsoleEntry {
-    std::string text;
-    RGBAColour colour;
-};
+class GameVar;
 
 class Console : public InputTarget {
 public:
     static const RGBAColour normalColour;
     static const RGBAColour warningColour;
     static const RGBAColour debugColour;
+    static const RGBAColour highlightColour;
+    static const RGBAColour listColour;
+    // Typed lines longer than this take no more characters.
+    static constexpr size_t maxInputLength = 73;
+    // The oldest lines and history entries give way beyond these counts.
+    static constexpr size_t maxLines = 5000;
+    static constexpr size_t maxHistory = 500;
 
-    Console() { uses2D = true; }
+    Console();
     ~Console() override = default;
+
+    // Registers quit, clear, condump, time and tester; looks up the con_ variables; starts the cursor blink.
+    virtual void init();
+    // Draws the band, the lines and the input line; called by the Game every frame in 2D mode.
+    virtual void draw();
 
     virtual void print(const std::string& text);
     virtual void printColoured(const std::string& text, const RGBAColour& colour);
+    virtual void printColoured(const std::string& text, int r, int g, int b, int a);
     virtual void printWarning(const std::string& text);
     virtual void printDebug(const std::string& text);
+    // Deletes every line; the scroll position is left alone.
+    virtual void clear();
+    // Writes every line, oldest first, between a header with a time stamp and a footer.
+    virtual bool dump(const std::string& fileName) const;
 
-    // Draws the console band; called by the Game every frame in 2D mode.
-    virtual void draw() {}
+    // Editing, history, scrolling and completion by key name.
+    void keyDown(int symbol, int character, const std::string& keyName) override;
+    // Prints and runs the input line, then starts a new one.
+    void submit();
+    // Completes the input to the shortest command or variable name it begins.
+    void complete();
 
-    const std::deque<ConsoleEntry>& getLines() const { return lines; }
-
-    // Shown or hidden by the backquote key (InputManager).
+    // Screen size in pixels, set by the Game after each video mode change.
+    void setSize(int w, int h);
     bool isVisible() const { return visible; }
     void setVisible(bool v) { visible = v; }
-    // The line being typed; emptied when the console closes.
     const std::string& getInput() const { return input; }
+    void setInput(const std::string& text) { input = text.substr(0, maxInputLength); }
     void clearInput() { input.clear(); }
 
+    const std::vector<std::unique_ptr<ConLine>>& getLines() const { return lines; }
+    const std::vector<std::string>& getHistory() const { return history; }
+    int getScrollLine() const { return scrollLine; }
+    int getLastLine() const { return lastLine; }
+    int getHistoryCursor() const { return historyCursor; }
+    const std::string& getCompletion() const { return completion; }
+    int getMatchCount() const { return matchCount; }
+    const RGBAColour& getBackgroundColour() const { return backgroundColour; }
+
+    // Height of the band for a screen height and the con_height fraction (clamped to 0.2-1).
+    static int bandHeight(int screenHeight, float fraction);
+
 private:
-    std::deque<ConsoleEntry> lines;
+    void append(const std::string& text, const RGBAColour& colour, uint32_t kind);
+    void updateBackgroundColour();
+
+    int width = 640;
+    int height = 480;
     bool visible = false;
+    int historyCursor = 0;
+    int scrollLine = 0;
+    int lastLine = 0;
+    std::vector<std::unique_ptr<ConLine>> lines;
+    std::vector<std::string> history;
     std::string input;
+    std::string completion;
+    int matchCount = 0;
+    BasicTimer cursorTimer;
+    RGBAColour textColour = normalColour;
+    RGBAColour backgroundColour{0.0f, 0.0f, 0.0f, 255.0f};
+    RGBAColour edgeColour{247.0f, 120.0f, 23.0f, 255.0f};
+    GameVar* conColour = nullptr;
+    GameVar* showWarnings = nullptr;
+    GameVar* showDebug = nullptr;
+    GameVar* conHeight = nullptr;
 };

@@ -89,6 +89,8 @@ bool Game::init()
         SDL_Quit();
         return false;
     }
+    console->init();
+    console->setSize(renderer->getWidth(), renderer->getHeight());
     sound->initialise();
     timer.start();
     if (FontRenderer* fonts = renderer->getFontRenderer()) {
@@ -271,8 +273,11 @@ void Game::runFrame()
 
 void Game::endFrame()
 {
-    if (captureRequested)
+    renderer->drawFps();
+    if (captureRequested) {
+        renderer->takeScreenshot();
         captureRequested = false;
+    }
     renderer->endFrame();
     frameCount += 1;
 }
@@ -420,6 +425,7 @@ void Game::unloadLevel()
 void Game::restartVideo(int width, int height, bool fullscreen)
 {
     renderer->setVideoMode(width, height, fullscreen);
+    console->setSize(renderer->getWidth(), renderer->getHeight());
 }
 
 void Game::addBody(Body* body, bool assignId)

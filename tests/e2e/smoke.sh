@@ -6,6 +6,8 @@ game_dir=$1
 source "$(dirname "$0")/lib.bash"
 work=$(make_game_copy "$game_dir")
 start_game "$work"
+# Start-up takes longer on a loaded machine: count from the window opening.
+wait_for_log "$work" "REND New Res" 30
 sleep 3
 stop_game
 log="$work/outputlog.txt"

@@ -61,7 +61,7 @@ protected:
     {
         std::vector<std::string> out;
         for (const auto& line : game.getConsole()->getLines())
-            out.push_back(line.text);
+            out.push_back(line->text);
         return out;
     }
 

@@ -1,0 +1,250 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "console/CommandRegistry.h"
+#include "console/Console.h"
+#include "console/VariableRegistry.h"
+#include "core/Game.h"
+#include "render/NullRenderer.h"
+#include "sound/NullSound.h"
+
+namespace {
+class ConsoleTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        CommandRegistry::instance().reset();
+        VariableRegistry::instance().clearVariables();
+        CommandRegistry::instance().registerCommands();
+        VariableRegistry::instance().registerCommands();
+        createVar("con_colour", "10,20,30,200", "");
+        createVar("con_height", "0.5", "");
+        createVar("con_showWarnings", "1", "");
+        createVar("con_showDebug", "0", "");
+        console().init();
+    }
+    void TearDown() override
+    {
+        CommandRegistry::instance().reset();
+        VariableRegistry::instance().clearVariables();
+    }
+    Console& console() { return *game.getConsole(); }
+    void type(const std::string& text)
+    {
+        for (char c : text)
+            console().keyDown(c, c, std::string(1, c));
+    }
+    void key(const std::string& name) { console().keyDown(0, 0, name); }
+    std::vector<std::string> texts() const
+    {
+        std::vector<std::string> out;
+        for (const auto& line : game.getConsole()->getLines())
+            out.push_back(line->text);
+        return out;
+    }
+
+    Game game{std::make_unique<NullRenderer>(), std::make_unique<NullSound>()};
+};
+}
+
+TEST_F(ConsoleTest, PrintsInThreeKindsAndColours)
+{
+    console().print("a");
+    console().printWarning("w");
+    console().printDebug("d");
+    console().printColoured("c", 1, 2, 3, 4);
+    const auto& lines = console().getLines();
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_TRUE(lines[0]->flags.hasFlag(ConLine::Normal));
+    EXPECT_EQ(lines[0]->colour, RGBAColour(27, 209, 255, 255));
+    EXPECT_TRUE(lines[1]->flags.hasFlag(ConLine::Warning));
+    EXPECT_EQ(lines[1]->colour, RGBAColour(225, 0, 0, 255));
+    EXPECT_TRUE(lines[2]->flags.hasFlag(ConLine::Debug));
+    EXPECT_EQ(lines[2]->colour, RGBAColour(0, 225, 0, 255));
+    EXPECT_EQ(lines[3]->colour, RGBAColour(1, 2, 3, 4));
+    // A text is one line, whatever it holds.
+    console().print("two\nparts");
+    EXPECT_EQ(console().getLines().size(), 5u);
+}
+
+TEST_F(ConsoleTest, ViewFollowsNewLinesUnlessScrolledBack)
+{
+    for (int i = 0; i < 5; ++i)
+        console().print("line " + std::to_string(i));
+    EXPECT_EQ(console().getScrollLine(), 4);
+    EXPECT_EQ(console().getLastLine(), 4);
+
+    key("pageup");
+    key("pageup");
+    EXPECT_EQ(console().getScrollLine(), 2);
+    console().print("more");
+    EXPECT_EQ(console().getScrollLine(), 2);
+    EXPECT_EQ(console().getLastLine(), 5);
+
+    for (int i = 0; i < 10; ++i)
+        key("pagedown");
+    EXPECT_EQ(console().getScrollLine(), 5);  // never past the newest
+    for (int i = 0; i < 10; ++i)
+        key("pageup");
+    EXPECT_EQ(console().getScrollLine(), 0);  // stops at the oldest
+}
+
+TEST_F(ConsoleTest, TypingEditingAndTheLengthLimit)
+{
+    type("ab");
+    key("backspace");
+    EXPECT_EQ(console().getInput(), "a");
+    console().keyDown(9, 9, "tab_like_but_not");  // symbol outside printable ASCII
+    console().keyDown(300, 'x', "world_1");
+    EXPECT_EQ(console().getInput(), "a");
+    type(std::string(100, 'x'));
+    EXPECT_EQ(console().getInput().size(), Console::maxInputLength);
+    key("`");
+    EXPECT_EQ(console().getInput().size(), Console::maxInputLength);
+    console().clearInput();
+    key("backspace");
+    EXPECT_EQ(console().getInput(), "");
+}
+
+TEST_F(ConsoleTest, SubmitEchoesRunsAndRemembersEvenEmptyLines)
+{
+    type("set gravity 9");
+    key("return");
+    EXPECT_EQ(findVar("gravity")->stringValue, "9");
+    EXPECT_EQ(texts().back(), "set gravity 9");
+    key("kp_enter");
+    EXPECT_EQ(texts().back(), "");
+    EXPECT_EQ(console().getHistory(), (std::vector<std::string>{"set gravity 9", ""}));
+    EXPECT_EQ(console().getHistoryCursor(), 2);
+    EXPECT_EQ(console().getInput(), "");
+}
+
+TEST_F(ConsoleTest, HistoryWalksBackAndForward)
+{
+    key("up");  // empty history: nothing happens
+    EXPECT_EQ(console().getInput(), "");
+    for (const char* line : {"one", "two", "three"}) {
+        type(line);
+        key("return");
+    }
+    key("up");
+    EXPECT_EQ(console().getInput(), "three");
+    key("up");
+    key("up");
+    key("up");
+    EXPECT_EQ(console().getInput(), "one");
+    EXPECT_EQ(console().getHistoryCursor(), 0);
+    key("down");
+    EXPECT_EQ(console().getInput(), "two");
+    key("down");
+    key("down");
+    EXPECT_EQ(console().getInput(), "");
+    EXPECT_EQ(console().getHistoryCursor(), 3);
+}
+
+TEST_F(ConsoleTest, CompletionListsMatchesAndTakesTheShortestName)
+{
+    type("con_");
+    key("tab");
+    EXPECT_EQ(console().getMatchCount(), 4);
+    EXPECT_EQ(console().getCompletion(), "con_colour");  // shortest, first in name order
+    EXPECT_EQ(console().getInput(), "con_colour ");
+    const auto lines = texts();
+    const std::vector<std::string> expected = {
+        "    Auto Complete For:  con_", "    Commands:",      "    Variables:",
+        "    con_colour",               "    con_height",     "    con_showdebug",
+        "    con_showwarnings",         "    4 Matches For: con_", " "};
+    EXPECT_EQ(lines, expected);
+
+    console().clearInput();
+    type("cond");
+    key("tab");
+    EXPECT_EQ(console().getInput(), "condump ");
+    EXPECT_EQ(texts()[texts().size() - 2], "    1 Match For: cond");
+
+    console().clearInput();
+    const size_t before = texts().size();
+    type("zzz");
+    key("tab");
+    EXPECT_EQ(console().getMatchCount(), 0);
+    EXPECT_EQ(console().getInput(), "zzz");
+    EXPECT_EQ(texts().size(), before);
+}
+
+TEST_F(ConsoleTest, DumpWritesEveryLineBetweenHeaderAndFooter)
+{
+    namespace fs = std::filesystem;
+    const fs::path file = fs::temp_directory_path() / "bq_condump_test.txt";
+    console().print("first");
+    console().printDebug("hidden on screen, kept in the dump");
+    CommandRegistry::instance().execute("condump " + file.string());
+    std::ifstream in(file);
+    std::stringstream text;
+    text << in.rdbuf();
+    const std::string dump = text.str();
+    ASSERT_EQ(dump.rfind("=== BEGINNING OF CONSOLE DUMP ===\nTimeStamp: ", 0), 0u) << dump;
+    const size_t body = dump.find("\n\n\nfirst\n");
+    ASSERT_NE(body, std::string::npos) << dump;
+    EXPECT_NE(dump.find("first\nhidden on screen, kept in the dump\n\n\n=== END"), std::string::npos);
+    EXPECT_EQ(dump.substr(dump.size() - 31), "\n\n\n=== END OF CONSOLE DUMP ===\n");
+    fs::remove(file);
+
+    EXPECT_FALSE(console().dump("/nonexistent-dir/x/condump.txt"));
+}
+
+TEST_F(ConsoleTest, ConsoleCommands)
+{
+    CommandRegistry::instance().execute("tester");
+    auto lines = texts();
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0], "Warning: test warning");
+    EXPECT_TRUE(console().getLines()[1]->flags.hasFlag(ConLine::Debug));
+
+    CommandRegistry::instance().execute("time");
+    EXPECT_EQ(texts().back().size(), 24u);  // "Wed Jun 30 21:49:08 1993"
+
+    CommandRegistry::instance().execute("clear");
+    EXPECT_TRUE(console().getLines().empty());
+    console().print("after clear");
+    EXPECT_EQ(console().getScrollLine(), console().getLastLine());
+
+    EXPECT_FALSE(game.isQuitting());
+    CommandRegistry::instance().execute("QUIT");
+    EXPECT_TRUE(game.isQuitting());
+}
+
+TEST_F(ConsoleTest, BandHeightIsClamped)
+{
+    EXPECT_EQ(Console::bandHeight(480, 0.1f), 96);
+    EXPECT_EQ(Console::bandHeight(480, 0.5f), 240);
+    EXPECT_EQ(Console::bandHeight(480, 5.0f), 478);
+    EXPECT_EQ(Console::bandHeight(480, 1.0f), 478);
+    EXPECT_EQ(Console::bandHeight(480, std::nanf("")), 478);
+}
+
+TEST_F(ConsoleTest, DrawingReadsTheBackgroundColourOnceChanged)
+{
+    console().setVisible(true);
+    console().draw();
+    EXPECT_EQ(console().getBackgroundColour(), RGBAColour(10, 20, 30, 200));
+    setVar("con_colour", "1,2,3");  // wrong count: colour unchanged
+    console().draw();
+    EXPECT_EQ(console().getBackgroundColour(), RGBAColour(10, 20, 30, 200));
+    setVar("con_colour", "5,6,7,8");
+    console().draw();
+    EXPECT_EQ(console().getBackgroundColour(), RGBAColour(5, 6, 7, 8));
+    EXPECT_FALSE(findVar("con_colour")->changed);
+}
+
+TEST_F(ConsoleTest, LinesAreCappedSoAFloodCannotExhaustMemory)
+{
+    for (size_t i = 0; i < Console::maxLines + 10; ++i)
+        console().print("x");
+    EXPECT_LE(console().getLines().size(), Console::maxLines);
+    EXPECT_EQ(console().getScrollLine(), console().getLastLine());
+    EXPECT_EQ(console().getLastLine(), static_cast<int>(console().getLines().size()) - 1);
+}
