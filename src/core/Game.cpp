@@ -3,6 +3,7 @@
 #include <SDL.h>
 
 #include <algorithm>
+#include <cmath>
 #include <csignal>
 #include <cstdio>
 #include <fstream>
@@ -16,6 +17,7 @@
 #include "core/Clock.h"
 #include "gui/GUIManager.h"
 #include "input/GameInput.h"
+#include "render/FontRenderer.h"
 #include "render/IRenderer.h"
 #include "render/ImageFontRenderer.h"
 #include "resources/ResourceManager.h"
@@ -85,7 +87,7 @@ bool Game::init()
     // "+set" on the command line wins over the scripts and still comes
     // before the video mode.
     commandLine.runSetCommands();
-    if (!renderer->setVideoMode(640, 480, false)) {
+    if (!setInitialVideoMode()) {
         SDL_Quit();
         return false;
     }
@@ -100,8 +102,36 @@ bool Game::init()
             return false;
         }
     }
+    const GameVar* recordTimes = findVar("recordleveltimes");
+    if (recordTimes && recordTimes->intValue > 0) {
+        std::ofstream times("leveltimes.txt", std::ios::app);
+        times << "\n\n===============================\n New Run \n===============================\n";
+    }
+    if (GameVar* movie = findVar("movierecord"))
+        movie->setInt(0);
     runCommandLine();
     return true;
+}
+
+bool Game::setInitialVideoMode()
+{
+    GameVar* width = getVar("vidwidth");
+    GameVar* height = getVar("vidheight");
+    GameVar* full = getVar("vidfullscreen");
+    GameVar* firstrun = getVar("firstrun");
+    if (firstrun->intValue == 1) {
+        firstrun->setString("0");
+        const SDL_VideoInfo* info = SDL_GetVideoInfo();
+        const int w = info ? info->current_w : 1024;
+        const int h = info ? info->current_h : 768;
+        std::printf("Current Desktop Res: %d x %d\n", w, h);
+        const bool ok = renderer->setVideoMode(w, h, true);
+        width->setInt(w);
+        height->setInt(h);
+        full->setInt(1);
+        return ok;
+    }
+    return renderer->setVideoMode(width->intValue, height->intValue, full->intValue > 0);
 }
 
 bool Game::registerCommands()
@@ -244,8 +274,11 @@ void Game::runFrame()
         if (saveRequested)
             saveGame();
         renderer->beginFrame();
-        if (levelLoaded && worldRunning)
+        if (levelLoaded && worldRunning) {
+            refreshVisibleBodies();
             drawWorld();
+        }
+        drawPausedImage();
         return;
     }
 
@@ -274,6 +307,13 @@ void Game::runFrame()
 void Game::endFrame()
 {
     renderer->drawFps();
+    if (movierecord && movierecord->intValue > 0) {
+        movieClock += timer.frameTime();
+        if (movieClock > 1.0f / static_cast<float>(movierecord->intValue)) {
+            captureRequested = true;
+            movieClock = 0.0f;
+        }
+    }
     if (captureRequested) {
         renderer->takeScreenshot();
         captureRequested = false;
@@ -282,11 +322,43 @@ void Game::endFrame()
     frameCount += 1;
 }
 
+void Game::refreshVisibleBodies()
+{
+    if (!frustumcull || frustumcull->intValue == 0)
+        return;
+    visibleBodies.clear();
+    quadTree.resetCounters();
+    quadTree.collectVisible(*renderer, visibleBodies, true, frustumcull2 && frustumcull2->intValue != 0);
+}
+
+void Game::drawPausedImage()
+{
+    renderer->begin2D();
+    renderer->setBlending(true);
+    renderer->setColour(255, 255, 255, 150);
+    renderer->drawImage(static_cast<float>(renderer->getWidth() / 2 - 128),
+                        static_cast<float>(renderer->getHeight() / 2 - 32), 0.0f, 256.0f, 64.0f,
+                        "data/images/paused.png");
+    renderer->end2D();
+}
+
+void Game::interpolateBodies()
+{
+    const float alpha = simulationAccumulator / stepSeconds;
+    for (Body* body : activeBodies) {
+        if (body->mass < Body::minMass && !body->nonmassmover)
+            continue;
+        body->renderpos = body->oldpos + (body->pos - body->oldpos) * alpha;
+        body->renderpos.z = body->pos.z;
+    }
+}
+
 void Game::updateWorld()
 {
     const float dt = std::min(timer.frameTime(), maxFrameSeconds);
     simulationAccumulator += dt;
     particleAccumulator += dt;
+    refreshVisibleBodies();
 
     while (simulationAccumulator >= stepSeconds) {
         applyGravity(stepSeconds);
@@ -296,8 +368,11 @@ void Game::updateWorld()
         ++stepCount;
         simulationAccumulator -= stepSeconds;
     }
+    if (player)
+        sound->update(player->pos);
     while (particleAccumulator >= particleStepSeconds)
         particleAccumulator -= particleStepSeconds;
+    interpolateBodies();
 }
 
 bool Game::isNearPlayer(const Body& body) const
@@ -379,13 +454,81 @@ void Game::collideBody(Body* body, float step)
         collision.collide(*body, *other, step);
     }
 }
-void Game::drawBodies() {}
+void Game::drawBodies()
+{
+    if (frustumcull && frustumcull->intValue != 0) {
+        for (Body* body : visibleBodies)
+            renderer->drawBody(*body);
+        for (Body* body : visibleBodies)
+            body->drawExtras(*renderer);
+    } else {
+        for (Body* body : bodies)
+            renderer->drawBody(*body);
+        for (Body* body : bodies)
+            body->drawExtras(*renderer);
+    }
+    if (player && std::find(bodies.begin(), bodies.end(), player) == bodies.end())
+        renderer->drawBody(*player);
+}
+
 void Game::drawWorld()
 {
     updateCamera(timer.frameTime());
+    if (player) {
+        const bool chase = chasecam && chasecam->intValue == 1;
+        const Vector& at = chase ? player->camera : player->renderpos;
+        renderer->setCamera(at.x, at.y, showMap ? -1024.0f : -256.0f);
+    }
+    updateAim();
+    const bool bloom = drawbloom && drawbloom->intValue == 1;
+    if (bloom) {
+        renderer->beginCapture();
+        drawScene(true);
+        renderer->endCapture();
+    }
     drawScene(false);
+    if (bloom)
+        renderer->drawGlow();
+    if (debuginfo && debuginfo->intValue > 0)
+        drawDebugText();
 }
-void Game::drawScene(bool) { drawBodies(); }
+
+void Game::drawScene(bool bloomPass)
+{
+    drawBodies();
+    if (bloomPass)
+        return;
+    if (drawgrid && drawgrid->intValue > 0) {
+        renderer->setTexturing(false);
+        renderer->setBlending(false);
+        quadTree.debugDraw(150.0f, [this](const Vector& from, const Vector& to, const RGBAColour& c) {
+            renderer->drawLine(from.x, from.y, to.x, to.y, c.r, c.g, c.b, c.a);
+        });
+        renderer->setBlending(true);
+    }
+}
+
+void Game::drawDebugText()
+{
+    FontRenderer* fonts = renderer->getFontRenderer();
+    if (!fonts)
+        return;
+    renderer->begin2D();
+    fonts->selectFont("vera", 14);
+    if (bodyinfo && bodyinfo->intValue > 0) {
+        renderer->setColour(255, 255, 255, 255);
+        fonts->drawText(20, 140,
+                        std::to_string(bodies.size()) + " TotalBodies : " +
+                            std::to_string(quadTree.getTotalBodyCount()) + " in visible quads : " +
+                            std::to_string(quadTree.getVisibleBodyCount()) + " in frustum");
+    }
+    if (drawspeed && drawspeed->intValue > 0 && player) {
+        renderer->setColour(255, 255, 255, 255);
+        fonts->drawText(static_cast<float>(renderer->getWidth() - 128), 65,
+                        std::to_string(static_cast<int>(player->vel.length2D())) + " UPS");
+    }
+    renderer->end2D();
+}
 
 void Game::loadLevel(const std::string& name, const std::string&)
 {
@@ -424,7 +567,12 @@ void Game::unloadLevel()
 
 void Game::restartVideo(int width, int height, bool fullscreen)
 {
+    getVar("vidwidth")->setInt(width);
+    getVar("vidheight")->setInt(height);
+    getVar("vidfullscreen")->setInt(fullscreen ? 1 : 0);
     renderer->setVideoMode(width, height, fullscreen);
+    if (FontRenderer* fonts = renderer->getFontRenderer())
+        fonts->init();
     console->setSize(renderer->getWidth(), renderer->getHeight());
 }
 
@@ -500,7 +648,33 @@ void Game::clearLevel()
 
 void Game::tickTimer() { timer.tick(); }
 
-void Game::updateCamera(float) {}
+bool Game::followChasePoint(const Vector& target, Vector& chase, float frameTime)
+{
+    const float dx = target.x - chase.x;
+    const float dy = target.y - chase.y;
+    const float d = std::sqrt(dx * dx + dy * dy);
+    if (d < 2.0f)
+        return true;
+    const float ux = dx / d;
+    const float uy = dy / d;
+    if (d > 128.0f) {
+        chase.x = target.x - 128.0f * ux;
+        chase.y = target.y - 128.0f * uy;
+        return false;
+    }
+    if (d > 2.0f) {
+        chase.x += ux * d * frameTime;
+        chase.y += uy * d * frameTime;
+        return false;
+    }
+    return true;
+}
+
+void Game::updateCamera(float frameTime)
+{
+    if (player)
+        cameraSettled = followChasePoint(player->pos, player->camera, frameTime);
+}
 void Game::updateAim() {}
 void Game::saveGame() { saveRequested = false; }
 void Game::loadGame(const std::string&) {}

@@ -12,6 +12,7 @@
 
 #include "console/CommandLine.h"
 #include "core/BasicTimer.h"
+#include "world/geometry/Vector.h"
 #include "input/InputManager.h"
 #include "world/physics/Collision.h"
 #include "world/quadtree/QuadTree.h"
@@ -130,6 +131,11 @@ public:
     virtual void loadSky(const std::string& path);
     void setShowMap(bool on) { showMap = on; }
     bool isShowingMap() const { return showMap; }
+    // The frame-rate and body-count lines drawn over the world when debuginfo is on.
+    virtual void drawDebugText();
+    // Moves a chase point after a target; true when it has settled (within 2 units).
+    static bool followChasePoint(const Vector& target, Vector& chase, float frameTime);
+    bool isCameraSettled() const { return cameraSettled; }
     // Runs the commands given on the command line, each on its own.
     void runCommandLine();
 
@@ -201,7 +207,13 @@ protected:
     std::vector<std::string> commandLineCommands;
     // The same commands split into set commands and the rest, for running.
     CommandLine commandLine;
+
+    bool setInitialVideoMode();
+    void refreshVisibleBodies();
+    void drawPausedImage();
+    void interpolateBodies();
     bool noclip = false;
+    bool cameraSettled = false;
     std::string skyFile;
 
     // Looked up once by registerCommands; the registry owns them.

@@ -24,6 +24,9 @@ public:
     void mouseUp(float x, float y, int button) override;
     void keyDown(int symbol, int character, const std::string& keyName) override;
     void keyUp(int symbol, int character, const std::string& keyName) override;
+    // Losing the input (console or menu opened) lets go of every held
+    // control, so no key stays "down" behind the console.
+    void deactivate() override { releaseAll(); }
 
     // Registers bind, unbind and listbinds, names the mouse buttons and looks
     // up `sensitivity`. Called once by the Game at start-up; overrides that

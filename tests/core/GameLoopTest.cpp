@@ -100,3 +100,24 @@ TEST(GameCommandLine, PlusWordsStartCommands)
     EXPECT_EQ(game.getCommandLineCommands(), expected);
     EXPECT_EQ(Game::current(), &game);
 }
+
+TEST(ChaseCamera, SnapsToRangeClosesInAndSettles)
+{
+    Vector chase(0, 0);
+    // Far behind: put at exactly 128 units on the same side.
+    EXPECT_FALSE(Game::followChasePoint(Vector(300, 0), chase, 0.016f));
+    EXPECT_FLOAT_EQ(chase.x, 172.0f);
+    // Within range: closes in by distance times frame time.
+    Vector near(0, 0);
+    EXPECT_FALSE(Game::followChasePoint(Vector(0, 100), near, 0.1f));
+    EXPECT_FLOAT_EQ(near.y, 10.0f);
+    // Close enough: settled, unmoved.
+    Vector close(0, 0);
+    EXPECT_TRUE(Game::followChasePoint(Vector(1, 1), close, 0.1f));
+    EXPECT_FLOAT_EQ(close.x, 0.0f);
+    // Converges over frames without overshooting.
+    Vector c(0, 0);
+    for (int i = 0; i < 200; ++i)
+        Game::followChasePoint(Vector(50, -20), c, 0.05f);
+    EXPECT_NEAR(c.distance2D(Vector(50, -20)), 0.0f, 2.0f);
+}

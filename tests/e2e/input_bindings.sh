@@ -16,6 +16,7 @@ bind k probe_k
 bind x +probe_x;+probe_y; +probe_z
 bind MOUSE2 probe_mouse2
 bind MWHEELUP probe_wheelup
+unbind d
 map
 SCRIPT
 
@@ -44,6 +45,16 @@ xdotool key --window "$wid" k
 xdotool key --window "$wid" grave
 xdotool key --window "$wid" k
 
+# Bind a key from the console and use it.
+xdotool key --window "$wid" grave
+sleep 0.3
+xdotool type --window "$wid" --delay 30 "bind j probe_j"
+xdotool key --window "$wid" Return
+xdotool key --window "$wid" grave
+sleep 0.3
+xdotool key --window "$wid" j
+sleep 0.3
+
 # The menu layer is still up from the start: the first Escape goes to it and
 # hides it. The next one shows it again and stops the game; the menu then gets
 # the clicks and keys, and Escape returns to the game.
@@ -61,7 +72,7 @@ sleep 0.5
 stop_game
 
 [ "$(count 'Unknown Command: probe_k')" = 3 ] || fail "k ran $(count 'Unknown Command: probe_k') times, want 3"
-for c in +probe_x +probe_y -probe_x -probe_y probe_mouse2 probe_wheelup; do
+for c in probe_j +probe_x +probe_y -probe_x -probe_y probe_mouse2 probe_wheelup; do
   [ "$(count "Unknown Command: $c")" = 1 ] || fail "$c ran $(count "Unknown Command: $c") times, want 1"
 done
 # A segment after "; " is not a "+" segment: it runs on press only.
@@ -69,4 +80,18 @@ done
 gui=$(grep -x -E "Show GUI|Hide GUI" "$log" | paste -sd, -)
 [ "$gui" = "Hide GUI,Show GUI,Hide GUI" ] || fail "Escape toggled the GUI as '$gui'"
 grep -q "^left click at 200, 150" "$log" || fail "the click did not reach the GUI"
+
+# The bindings outlive the run: config.txt keeps them, including the player's
+# unbinding of a default key, and the defaults do not come back next time.
+config="$work/data/config.txt"
+grep -q -x "bind k probe_k" "$config" || fail "config.txt lacks the k binding"
+grep -q -x "bind mouse1 +attack" "$config" || fail "config.txt lacks the default fire binding"
+grep -q -x "bind d " "$config" || fail "config.txt lacks the unbound d"
+rm "$work/data/autoexec.txt"
+start_game "$work"
+xdotool search --sync --name Brindlequay >/dev/null
+sleep 1
+stop_game
+! grep -q "^bind d +moveright" "$config" || fail "the default binding of d came back"
+grep -q -x "bind k probe_k" "$config" || fail "the k binding was lost on the second run"
 echo "input bindings ok"

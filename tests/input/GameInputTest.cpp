@@ -260,3 +260,24 @@ TEST_F(GameInputTest, ShippedDefaultsBindTheControlsAPlayerExpects)
     EXPECT_EQ(in.getBinding("escape"), "");
     EXPECT_EQ(in.getBinding("`"), "");
 }
+
+namespace {
+class CountingInput : public GameInput {
+public:
+    void releaseAll() override { ++releases; }
+    int releases = 0;
+};
+}
+
+TEST_F(GameInputTest, LosingTheInputReleasesHeldControls)
+{
+    auto owned = std::make_unique<CountingInput>();
+    CountingInput* counting = owned.get();
+    game.installGameInput(std::move(owned));
+    InputManager& manager = game.getInputManager();
+    ASSERT_EQ(manager.getCurrentTarget(), "game");
+    manager.keyEvent(true, SDLK_BACKQUOTE, '`');
+    EXPECT_EQ(counting->releases, 1);
+    manager.keyEvent(true, SDLK_BACKQUOTE, '`');  // back without the hooks
+    EXPECT_EQ(counting->releases, 1);
+}

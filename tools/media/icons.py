@@ -59,8 +59,10 @@ def gun_parts(cv, name):
                       S(cv, 38, 16, 56, 23, 1.4))
         A = [B(cv, 22 + k * 6, 16, 1.6, 7.5, 1.2) for k in range(3)] + [sd_circle(cv, 58, 16, 3)]
     elif name == 'swarm':
-        metal = union(B(cv, 30, 16, 20, 9, 4), S(cv, 22, 22, 18, 30, 3))
-        A = [sd_regular(cv, 28 + (k % 3) * 8, 12 + (k // 3) * 8, 3.6, 6) for k in range(6)]
+        hive = sd_regular(cv, 46, 15, 13, 6, rot=np.pi / 6)
+        metal = union(B(cv, 22, 15, 12, 4.5, 2), S(cv, 18, 18, 14, 28, 3), hive, B(cv, 8, 15, 4, 6, 2))
+        A = [sd_regular(cv, 46 + dx, 15 + dy, 3.8, 6, rot=np.pi / 6)
+             for dx, dy in ((0, 0), (6.6, 0), (-6.6, 0), (3.3, 5.7), (-3.3, 5.7), (3.3, -5.7), (-3.3, -5.7))]
     else:  # magneticgun
         metal = union(B(cv, 22, 16, 14, 6, 3), S(cv, 16, 20, 12, 29, 3))
         horse = subtract(sd_circle(cv, 46, 16, 11), union(sd_circle(cv, 46, 16, 6), B(cv, 56, 16, 8, 6, 0)))
