@@ -1,6 +1,7 @@
 #include "core/Game.h"
 
 #include <SDL.h>
+#include <tinyxml.h>
 
 #include <algorithm>
 #include <cmath>
@@ -12,6 +13,7 @@
 #include "console/ConsolePrint.h"
 #include "core/GameCommands.h"
 #include "console/Console.h"
+#include "console/ConsolePrint.h"
 #include "console/GameVar.h"
 #include "console/VariableRegistry.h"
 #include "core/Clock.h"
@@ -25,6 +27,9 @@
 #include "sound/ISound.h"
 #include "sound/NullSound.h"
 #include "world/body/Body.h"
+#include "world/level/BodyFactory.h"
+#include "world/level/GameBodyFactory.h"
+#include "world/level/LevelLoader.h"
 
 namespace {
 Game* currentGame = nullptr;
@@ -83,10 +88,8 @@ bool Game::init()
     // Key events carry the typed character for the console and text boxes.
     SDL_EnableUNICODE(1);
     installGameInput(std::make_unique<GameInput>());
+    getBodyFactory();
     registerCommands();
-    // "+set" on the command line wins over the scripts and still comes
-    // before the video mode.
-    commandLine.runSetCommands();
     if (!setInitialVideoMode()) {
         SDL_Quit();
         return false;
@@ -109,7 +112,7 @@ bool Game::init()
     }
     if (GameVar* movie = findVar("movierecord"))
         movie->setInt(0);
-    runCommandLine();
+    runCommandLine(false);
     return true;
 }
 
@@ -146,7 +149,20 @@ bool Game::registerCommands()
     for (size_t i = 0; i < sizeof(names) / sizeof(names[0]); ++i)
         *handles[i] = getVar(names[i]);
     runStartupScripts();
+    runCommandLine(true);
     return true;
+}
+
+BodyFactory* Game::getBodyFactory()
+{
+    if (!bodyFactory) {
+        gameBodyFactory = std::make_unique<GameBodyFactory>();
+        gameBodyFactory->registerPrototypes();
+        bodyFactory = std::make_unique<BodyFactory>();
+        bodyFactory->registerPrototypes();
+        bodyFactory->setFallbackFactory(gameBodyFactory.get());
+    }
+    return bodyFactory.get();
 }
 
 void Game::writeConfig(const std::string& fileName, bool automatic)
@@ -214,19 +230,27 @@ void Game::setCommandLine(int argc, char** argv)
     commandLineCommands.clear();
     for (int i = 1; i < argc; ++i) {
         const std::string word = argv[i] ? argv[i] : "";
-        if (!word.empty() && word[0] == '+')
+        if (word.size() > 1 && word[0] == '+') {
             commandLineCommands.push_back(word.substr(1));
-        else if (!commandLineCommands.empty())
+        } else if (!commandLineCommands.empty() && !word.empty() && word != "+") {
             commandLineCommands.back() += " " + word;
+        } else {
+            std::printf("Ignoring command-line argument '%s': console commands start with '+', "
+                        "e.g. +map test\n",
+                        word.c_str());
+        }
     }
-    commandLine.parse(argc, argv);
 }
 
-void Game::runCommandLine()
+void Game::runCommandLine(bool settingsOnly)
 {
-    // One at a time, so "+bind p pause" cannot swallow the commands after it;
-    // the "+set" commands already ran after the start-up scripts.
-    commandLine.runOtherCommands();
+    // One at a time, so "+bind p pause" cannot swallow the commands after it.
+    // "+set" runs before the video mode is set so it can choose the mode.
+    for (const std::string& command : commandLineCommands) {
+        const bool isSet = command.compare(0, 4, "set ") == 0 || command == "set";
+        if (isSet == settingsOnly)
+            CommandRegistry::instance().execute(command);
+    }
 }
 
 void Game::pumpEvents()
@@ -532,13 +556,49 @@ void Game::drawDebugText()
 
 void Game::loadLevel(const std::string& name, const std::string&)
 {
+    // A level that does not even parse leaves the running one alone.
+    const std::string path = LevelLoader::levelPath(name);
+    {
+        TiXmlDocument check;
+        if (!ResourceManager::instance().loadDocument(check, LevelLoader::resourcePath(path)) ||
+            !check.RootElement()) {
+            std::printf("Could not load level file: %s\n", path.c_str());
+            conPrint("Failed to load level: " + path);
+            return;
+        }
+    }
+
+    quadTree.setSplitAllowed(true);
+    unloadLevel();
+    // The renderer's resources, the font renderer and the particles are reset
+    // here once those exist.
+
+    nextBodyId = 2;
+    LevelLoader loader(*this, *getBodyFactory());
+    if (!loader.loadLevelFile(name, quadTree))
+        return;
+
     currentLevel = name;
+    if (player) {
+        player->autoid = 1;
+        player->textureId = -1;
+        player->updateBounds();
+        quadTree.insert(player);
+        addBody(player, false);
+        addActiveBody(player);
+    }
+    // The sky manager and the gameplay controller hear of the new level (with
+    // the entry spawn point) here once they exist.
+
     worldRunning = true;
     levelLoaded = true;
     levelPending = false;
     pendingLevel.clear();
     pendingLevelEntry.clear();
     inputManager.setTarget("game");
+    // Leaves do not split while the game runs.
+    quadTree.setSplitAllowed(false);
+    tickTimer();
 }
 
 void Game::requestLevel(const std::string& name, const std::string& entry)
@@ -551,6 +611,7 @@ void Game::requestLevel(const std::string& name, const std::string& entry)
 
 void Game::unloadLevel()
 {
+    // The gameplay controller hears that the level ends here once it exists.
     if (player && player->quadTreeNode) {
         player->quadTreeNode->remove(player);
         player->quadTreeNode = nullptr;

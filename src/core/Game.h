@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "console/CommandLine.h"
 #include "core/BasicTimer.h"
 #include "world/geometry/Vector.h"
 #include "input/InputManager.h"
@@ -18,6 +17,7 @@
 #include "world/quadtree/QuadTree.h"
 
 class Body;
+class BodyFactory;
 class Console;
 class GameInput;
 class GameVar;
@@ -136,14 +136,20 @@ public:
     // Moves a chase point after a target; true when it has settled (within 2 units).
     static bool followChasePoint(const Vector& target, Vector& chase, float frameTime);
     bool isCameraSettled() const { return cameraSettled; }
-    // Runs the commands given on the command line, each on its own.
-    void runCommandLine();
+    // Runs the commands given on the command line, each on its own: the "set"
+    // commands (before the video mode is set) or all the others.
+    void runCommandLine(bool settingsOnly);
 
     // Runs the event pump until the queue is empty.
     void pumpEvents();
     // Console commands given on the command line ("+map test +exec x.txt").
     void setCommandLine(int argc, char** argv);
     const std::vector<std::string>& getCommandLineCommands() const { return commandLineCommands; }
+
+    // The factory levels are read through: a plain Body for "default", the
+    // game's body types through its fallback. Made on first use.
+    BodyFactory* getBodyFactory();
+    void setNextBodyId(int id) { nextBodyId = id; }
 
     std::list<Body*>& getBodies() { return bodies; }
     std::list<Body*>& getActiveBodies() { return activeBodies; }
@@ -178,6 +184,10 @@ protected:
     float gravityOverride = 0.0f;
     bool hasGravityOverride = false;
     Body* player = nullptr;
+    std::unique_ptr<BodyFactory> bodyFactory;
+    // The factory of the game's body types, the fallback of bodyFactory.
+    // Belongs to the gameplay controller once that exists.
+    std::unique_ptr<BodyFactory> gameBodyFactory;
 
     uint32_t startTicks = 0;
     uint32_t frameCount = 0;
@@ -205,8 +215,6 @@ protected:
     float particleAccumulator = 0.0f;
     uint64_t stepCount = 0;
     std::vector<std::string> commandLineCommands;
-    // The same commands split into set commands and the rest, for running.
-    CommandLine commandLine;
 
     bool setInitialVideoMode();
     void refreshVisibleBodies();

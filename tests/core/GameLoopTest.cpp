@@ -4,6 +4,7 @@
 #include "core/Game.h"
 #include "core/ManualClock.h"
 #include "render/NullRenderer.h"
+#include "resources/TempDir.h"
 #include "sound/NullSound.h"
 
 class GameLoopTest : public ::testing::Test {
@@ -11,6 +12,8 @@ protected:
     void SetUp() override
     {
         Clock::install(&clock);
+        dir.write("maps/empty.xml", "<level><Objects/></level>");
+        dir.write("maps/next.xml", "<level><Objects/></level>");
         game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
         game->getTimer().start();
         game->loadLevel("empty", "");
@@ -25,6 +28,7 @@ protected:
         clock.advance(ms);
         game->runFrame();
     }
+    TempDir dir;
     ManualClock clock{5000};
     std::unique_ptr<Game> game;
 };
@@ -94,8 +98,8 @@ TEST_F(GameLoopTest, FramesAreCountedEvenWithoutALevel)
 TEST(GameCommandLine, PlusWordsStartCommands)
 {
     Game game(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
-    const char* argv[] = {"brindlequay", "+exec", "x.txt", "+map", "test", "stray"};
-    game.setCommandLine(6, const_cast<char**>(argv));
+    const char* argv[] = {"brindlequay", "orphan", "+exec", "x.txt", "+map", "test", "stray", "+"};
+    game.setCommandLine(8, const_cast<char**>(argv));
     const std::vector<std::string> expected{"exec x.txt", "map test stray"};
     EXPECT_EQ(game.getCommandLineCommands(), expected);
     EXPECT_EQ(Game::current(), &game);

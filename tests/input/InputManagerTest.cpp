@@ -15,6 +15,7 @@
 #include "input/InputManager.h"
 #include "input/InputTarget.h"
 #include "render/NullRenderer.h"
+#include "resources/TempDir.h"
 #include "sound/NullSound.h"
 
 namespace {
@@ -56,6 +57,13 @@ protected:
     }
     InputManager& input() { return game.getInputManager(); }
     void press(int symbol, int character = 0) { input().keyEvent(true, symbol, character); }
+    // A real (empty) level file, read from a scratch directory.
+    void loadEmptyLevel()
+    {
+        TempDir dir;
+        dir.write("maps/empty.xml", "<level><Objects/></level>");
+        game.loadLevel("empty", "");
+    }
 
     Game game{std::make_unique<NullRenderer>(), std::make_unique<NullSound>()};
     RecordingTarget gameTarget;
@@ -181,7 +189,7 @@ TEST_F(InputManagerTest, BackquoteOpensAndClosesTheConsoleAndReturnsToTheLastTar
 
 TEST_F(InputManagerTest, EscapeOpensTheGuiStopsTheWorldAndIsNotPassedOn)
 {
-    game.loadLevel("empty", "");
+    loadEmptyLevel();
     game.getGUIManager()->setVisible(false);
     EXPECT_EQ(input().getCurrentTarget(), "game");
     gameTarget.events.clear();
@@ -206,7 +214,7 @@ TEST_F(InputManagerTest, EscapeOpensTheGuiStopsTheWorldAndIsNotPassedOn)
 TEST_F(InputManagerTest, EscapeWithTheConsoleOpenGoesToTheConsole)
 {
     RecordingTarget console;
-    game.loadLevel("empty", "");
+    loadEmptyLevel();
     game.getGUIManager()->setVisible(false);
     press(SDLK_BACKQUOTE, '`');
     input().addTarget("console", &console);  // watch what the console gets

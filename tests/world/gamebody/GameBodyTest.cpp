@@ -1,0 +1,437 @@
+#include <gtest/gtest.h>
+
+#include <tinyxml.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/Game.h"
+#include "render/NullRenderer.h"
+#include "sound/NullSound.h"
+#include "world/gamebody/GameBody.h"
+
+namespace {
+// Counts the effect hooks and records who triggered it.
+class ProbeBody : public GameBody {
+public:
+    std::unique_ptr<Body> clone() const override { return std::make_unique<ProbeBody>(); }
+    void showDamage() override { ++bloodShown; }
+    void deathEffects() override { ++deathEffectsShown; }
+    void onTriggered(GameBody* activator) override { triggeredBy.push_back(activator); }
+
+    int bloodShown = 0;
+    int deathEffectsShown = 0;
+    std::vector<GameBody*> triggeredBy;
+};
+
+class GameBodyTest : public ::testing::Test {
+protected:
+    Game game{std::make_unique<NullRenderer>(), std::make_unique<NullSound>()};
+};
+
+void makeHurtable(ProbeBody& b, int health, int armour)
+{
+    b.takedamage = true;
+    b.health = health;
+    b.armour = armour;
+}
+}
+
+TEST_F(GameBodyTest, ConstructionDefaults)
+{
+    GameBody b;
+    EXPECT_EQ(b.type, "gamebody");
+    EXPECT_TRUE(b.entity);
+    EXPECT_TRUE(b.normaliseTexCoords);
+    EXPECT_EQ(b.health, 100);
+    EXPECT_EQ(b.maxhealth, 200);
+    EXPECT_FALSE(b.takedamage);
+    EXPECT_TRUE(b.showdamage);
+    EXPECT_EQ(b.numlives, 1);
+    EXPECT_EQ(b.getOwner(), nullptr);
+    std::unique_ptr<Body> copy = b.clone();
+    EXPECT_NE(dynamic_cast<GameBody*>(copy.get()), nullptr);
+    EXPECT_EQ(copy->type, "gamebody");
+}
+
+TEST_F(GameBodyTest, ArmourAbsorbsDamagePointForPoint)
+{
+    ProbeBody b;
+    makeHurtable(b, 100, 30);
+    b.takeDamage(50, 1);
+    EXPECT_EQ(b.armour, 0);
+    EXPECT_EQ(b.health, 80);
+    EXPECT_EQ(b.bloodShown, 1);
+
+    ProbeBody c;
+    makeHurtable(c, 100, 200);
+    c.takeDamage(50, 1);
+    EXPECT_EQ(c.armour, 150);
+    EXPECT_EQ(c.health, 100);
+
+    int absorbed = -1;
+    EXPECT_EQ(c.absorbArmour(400, absorbed), 150);
+    EXPECT_EQ(absorbed, 150);
+    EXPECT_EQ(c.armour, 0);
+}
+
+TEST_F(GameBodyTest, HealthBelowOneKills)
+{
+    ProbeBody b;
+    makeHurtable(b, 10, 0);
+    b.takeDamage(10, 1);
+    EXPECT_EQ(b.health, 0);
+    EXPECT_TRUE(b.dying);
+    EXPECT_TRUE(b.cancleanup) << "the last life ends with removal at the next move step";
+    EXPECT_EQ(b.deathEffectsShown, 1);
+
+    ProbeBody survivor;
+    makeHurtable(survivor, 11, 0);
+    survivor.takeDamage(10, 1);
+    EXPECT_EQ(survivor.health, 1);
+    EXPECT_FALSE(survivor.dying);
+}
+
+TEST_F(GameBodyTest, BodiesThatCannotBeHurtStillBleed)
+{
+    ProbeBody b;
+    b.takeDamage(500, 1);
+    EXPECT_EQ(b.health, 100);
+    EXPECT_EQ(b.bloodShown, 1);
+
+    ProbeBody quiet;
+    makeHurtable(quiet, 100, 0);
+    quiet.showdamage = false;
+    quiet.takeDamage(20, 1);
+    EXPECT_EQ(quiet.bloodShown, 0);
+    EXPECT_EQ(quiet.health, 80);
+
+    ProbeBody god;
+    makeHurtable(god, 100, 50);
+    god.setGodMode(true);
+    god.takeDamage(500, -1);
+    EXPECT_EQ(god.health, 100);
+    EXPECT_EQ(god.armour, 50);
+    EXPECT_EQ(god.bloodShown, 1);
+}
+
+TEST_F(GameBodyTest, DyingAndLimboIgnoreDamageEntirely)
+{
+    ProbeBody dying;
+    makeHurtable(dying, 100, 0);
+    dying.dying = true;
+    dying.takeDamage(50, 1);
+    ProbeBody limbo;
+    makeHurtable(limbo, 100, 0);
+    limbo.inlimbo = true;
+    limbo.takeDamage(50, 1);
+    for (const ProbeBody* b : {&dying, &limbo}) {
+        EXPECT_EQ(b->health, 100);
+        EXPECT_EQ(b->bloodShown, 0);
+    }
+}
+
+TEST_F(GameBodyTest, InvincibilityScalesAndCanDropDamage)
+{
+    ProbeBody half;
+    makeHurtable(half, 100, 0);
+    half.hasinvinc = true;
+    half.damagetakenfactor = 0.5f;
+    half.takeDamage(25, 1);
+    EXPECT_EQ(half.health, 88) << "integer part of 12.5";
+
+    ProbeBody immune;
+    makeHurtable(immune, 100, 40);
+    immune.hasinvinc = true;
+    immune.damagetakenfactor = 0.0f;
+    immune.takeDamage(25, 1);
+    EXPECT_EQ(immune.health, 100);
+    EXPECT_EQ(immune.armour, 40);
+    EXPECT_EQ(immune.bloodShown, 1) << "blood comes before the damage is dropped";
+}
+
+TEST_F(GameBodyTest, DerivedClassesFilterAndAdjustDamage)
+{
+    class Picky : public ProbeBody {
+    public:
+        bool canBeDamagedBy(int type) override { return type != 4; }
+        int adjustDamage(int amount, int) override { return amount * 2; }
+    };
+    Picky p;
+    p.takedamage = true;
+    p.takeDamage(10, 4);
+    EXPECT_EQ(p.health, 100);
+    p.takeDamage(10, 1);
+    EXPECT_EQ(p.health, 80);
+}
+
+TEST_F(GameBodyTest, CapsAndScaling)
+{
+    GameBody b;
+    b.addHealth(500);
+    EXPECT_EQ(b.health, b.maxhealth);
+    b.addArmour(50);
+    EXPECT_EQ(b.armour, 50);
+    b.addArmour(1000);
+    EXPECT_EQ(b.armour, b.maxarmour);
+    b.damagefactor = 4.0f;
+    EXPECT_EQ(b.scaleDamage(7), 28);
+    b.damagefactor = 0.3f;
+    EXPECT_EQ(b.scaleDamage(10), 3);
+}
+
+TEST_F(GameBodyTest, LivesGoThroughLimboAndTheLastDeathFiresTargets)
+{
+    ProbeBody target;
+    Body plain;
+    ProbeBody b;
+    makeHurtable(b, 40, 0);
+    b.numlives = 3;
+    b.initialhealth = 60;
+    b.vel.set(10.0f, 5.0f);
+    b.addTarget(&plain);
+    b.addTarget(&target);
+
+    for (int death = 1; death <= 2; ++death) {
+        b.takeDamage(100, 1);
+        ASSERT_TRUE(b.inlimbo) << "death " << death;
+        EXPECT_EQ(b.numlives, 3 - death);
+        EXPECT_FALSE(b.dying);
+        EXPECT_FALSE(b.visible);
+        EXPECT_FALSE(b.solid);
+        EXPECT_TRUE(b.vel.isZero());
+        EXPECT_FLOAT_EQ(b.revivetime - GameBody::now(), GameBody::limboMillis);
+        EXPECT_TRUE(target.triggeredBy.empty());
+
+        // Still in limbo before the revival time: held still and hidden.
+        b.vel.set(3.0f, 3.0f);
+        b.think(0.025f);
+        EXPECT_TRUE(b.inlimbo);
+        EXPECT_TRUE(b.vel.isZero());
+        b.takeDamage(100, 1);
+        EXPECT_EQ(b.numlives, 3 - death) << "no death while in limbo";
+
+        b.revivetime = GameBody::now() - 1.0f;
+        b.think(0.025f);
+        EXPECT_FALSE(b.inlimbo);
+        EXPECT_TRUE(b.visible);
+        EXPECT_TRUE(b.solid);
+        EXPECT_EQ(b.health, 60);
+    }
+    EXPECT_FALSE(b.cancleanup);
+
+    b.takeDamage(100, 1);
+    EXPECT_EQ(b.numlives, 0);
+    EXPECT_FALSE(b.inlimbo);
+    EXPECT_TRUE(b.dying);
+    EXPECT_TRUE(b.cancleanup);
+    EXPECT_EQ(b.deathEffectsShown, 3);
+    ASSERT_EQ(target.triggeredBy.size(), 1u);
+    EXPECT_EQ(target.triggeredBy[0], &b);
+    EXPECT_FLOAT_EQ(b.deathtime - GameBody::now(), b.deathdelay);
+
+    b.die();
+    EXPECT_EQ(b.numlives, 0) << "dying blocks a second death";
+}
+
+TEST_F(GameBodyTest, TriggerTargetsSkipsPlainBodiesAndKeepsOrder)
+{
+    ProbeBody first, second;
+    Body plain;
+    GameBody source;
+    source.addTarget(&second);
+    source.addTarget(&plain);
+    source.addTarget(&first);
+    source.addTarget(&second);
+    source.triggerTargets();
+    EXPECT_EQ(second.triggeredBy, (std::vector<GameBody*>{&source, &source}));
+    EXPECT_EQ(first.triggeredBy, (std::vector<GameBody*>{&source}));
+}
+
+TEST_F(GameBodyTest, OwnershipFollowsDeathAndDeletion)
+{
+    GameBody spawner;
+    auto a = std::make_unique<GameBody>();
+    auto b = std::make_unique<GameBody>();
+    spawner.adopt(a.get());
+    spawner.adopt(b.get());
+    spawner.numalive = 2;
+
+    // An owned body that dies for good leaves its owner's list.
+    a->takedamage = true;
+    a->takeDamage(500, 1);
+    EXPECT_EQ(a->getOwner(), nullptr);
+    EXPECT_EQ(spawner.getOwned(), (std::vector<GameBody*>{b.get()}));
+    EXPECT_EQ(spawner.numalive, 1);
+
+    // A body in limbo keeps its owner.
+    b->numlives = 2;
+    b->die();
+    EXPECT_EQ(b->getOwner(), &spawner);
+
+    // The owner dying for good releases what it owns.
+    spawner.die();
+    EXPECT_EQ(b->getOwner(), nullptr);
+    EXPECT_TRUE(spawner.getOwned().empty());
+
+    // Deleting either side leaves no dangling link.
+    auto parent = std::make_unique<GameBody>();
+    auto child = std::make_unique<GameBody>();
+    auto orphan = std::make_unique<GameBody>();
+    parent->adopt(child.get());
+    parent->adopt(orphan.get());
+    parent->numalive = 2;
+    child.reset();
+    EXPECT_EQ(parent->getOwned(), (std::vector<GameBody*>{orphan.get()}));
+    EXPECT_EQ(parent->numalive, 1);
+    parent.reset();
+    EXPECT_EQ(orphan->getOwner(), nullptr);
+}
+
+TEST_F(GameBodyTest, RemoveOwnedTakesTheFirstOccurrenceOnly)
+{
+    GameBody owner, x;
+    owner.adopt(&x);
+    owner.adopt(&x);
+    owner.numalive = 2;
+    owner.removeOwned(&x);
+    EXPECT_EQ(owner.getOwned().size(), 1u);
+    EXPECT_EQ(owner.numalive, 1);
+    owner.releaseOwned();
+    EXPECT_EQ(x.getOwner(), nullptr);
+    EXPECT_TRUE(owner.getOwned().empty());
+}
+
+TEST_F(GameBodyTest, LevelAttributesHealthAndLives)
+{
+    GameBody b;
+    b.readAttributes({{"Health", "50"}, {"LIVES", "3"}, {"glow", "true"}});
+    EXPECT_EQ(b.health, 50);
+    EXPECT_EQ(b.maxhealth, 50);
+    EXPECT_EQ(b.initialhealth, 50);
+    EXPECT_EQ(b.numlives, 3);
+    EXPECT_TRUE(b.hasGlow) << "Body's attributes are read first";
+
+    GameBody absurd;
+    absurd.readAttributes({{"health", "99999999999999999999"}, {"lives", "many"}});
+    EXPECT_EQ(absurd.health, 2147483647);
+    EXPECT_EQ(absurd.numlives, 0);
+}
+
+TEST_F(GameBodyTest, SavedStateRoundTripInKeyOrder)
+{
+    GameBody owner;
+    owner.autoid = 7;
+    GameBody b;
+    owner.adopt(&b);
+    b.pos.set(12.5f, -3.0f);
+    b.vel.set(1.0f, 2.0f);
+    b.autoid = 9;
+    b.texture = "data/images/crate.png";
+    b.health = 42;
+    b.maxhealth = 150;
+    b.armour = 17;
+    b.maxarmour = 99;
+    b.takedamage = true;
+    b.showdamage = false;
+    b.deathtime = 1234.5f;
+    b.deathdelay = 250.0f;
+    b.nextpaintime = 77.0f;
+    b.notarget = true;
+    b.numalive = 3;
+    b.maxalive = 5;
+    b.hasquad = true;
+    b.quadtime = 9000.0f;
+    b.damagefactor = 4.0f;
+    b.hasinvinc = true;
+    b.invinctime = 8000.0f;
+    b.damagetakenfactor = 0.25f;
+    b.numlives = 2;
+    b.inlimbo = true;
+    b.revivetime = 4500.0f;
+    b.initialhealth = 80;
+
+    TiXmlElement element("state");
+    b.writeState(&element);
+
+    std::vector<std::string> keys;
+    for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next())
+        keys.push_back(a->Name());
+    const std::vector<std::string> gameBodyKeys = {
+        "health", "maxhealth", "armour", "maxarmour", "takedamage", "showdamage", "dying", "deathtime",
+        "deathdelay", "nextpaintime", "notarget", "numalive", "maxalive", "ownerid", "hasquad", "quadtime",
+        "damagefactor", "hasinvinc", "invinctime", "damagetakenfactor", "numlives", "inlimbo", "revivetime",
+        "initialhealth"};
+    ASSERT_GE(keys.size(), gameBodyKeys.size());
+    EXPECT_EQ(keys.front(), "renderpos") << "Body's keys come first";
+    EXPECT_EQ(std::vector<std::string>(keys.end() - gameBodyKeys.size(), keys.end()), gameBodyKeys);
+    EXPECT_STREQ(element.Attribute("ownerid"), "7");
+    EXPECT_STREQ(element.Attribute("deathtime"), "1234.500000");
+    EXPECT_STREQ(element.Attribute("notarget"), "true");
+
+    GameBody copy;
+    copy.readState(&element);
+    EXPECT_TRUE(copy.pos.equals(b.pos));
+    EXPECT_TRUE(copy.vel.equals(b.vel));
+    EXPECT_EQ(copy.autoid, 9);
+    EXPECT_EQ(copy.texture, b.texture);
+    EXPECT_EQ(copy.health, 42);
+    EXPECT_EQ(copy.maxhealth, 150);
+    EXPECT_EQ(copy.armour, 17);
+    EXPECT_EQ(copy.maxarmour, 99);
+    EXPECT_TRUE(copy.takedamage);
+    EXPECT_FALSE(copy.showdamage);
+    EXPECT_FLOAT_EQ(copy.deathtime, 1234.5f);
+    EXPECT_FLOAT_EQ(copy.deathdelay, 250.0f);
+    EXPECT_FLOAT_EQ(copy.nextpaintime, 77.0f);
+    EXPECT_TRUE(copy.notarget);
+    EXPECT_EQ(copy.numalive, 3);
+    EXPECT_EQ(copy.maxalive, 5);
+    EXPECT_EQ(copy.ownerid, 7);
+    EXPECT_TRUE(copy.hasquad);
+    EXPECT_FLOAT_EQ(copy.quadtime, 9000.0f);
+    EXPECT_FLOAT_EQ(copy.damagefactor, 4.0f);
+    EXPECT_TRUE(copy.hasinvinc);
+    EXPECT_FLOAT_EQ(copy.invinctime, 8000.0f);
+    EXPECT_FLOAT_EQ(copy.damagetakenfactor, 0.25f);
+    EXPECT_EQ(copy.numlives, 2);
+    EXPECT_TRUE(copy.inlimbo);
+    EXPECT_FLOAT_EQ(copy.revivetime, 4500.0f);
+    EXPECT_EQ(copy.initialhealth, 80);
+    EXPECT_EQ(copy.getOwner(), nullptr) << "the owner is linked at assembly, not by reading";
+
+    TiXmlElement empty("state");
+    GameBody blank;
+    blank.readState(&empty);
+    EXPECT_EQ(blank.health, 0) << "a missing key reads as 0";
+    EXPECT_EQ(blank.numlives, 0);
+    EXPECT_FALSE(blank.showdamage);
+    EXPECT_FLOAT_EQ(blank.damagefactor, 0.0f);
+}
+
+TEST_F(GameBodyTest, BeforeTargetsLinksTheSavedOwner)
+{
+    auto* owner = new GameBody;
+    owner->autoid = 5;
+    auto* other = new GameBody;
+    other->autoid = 6;
+    auto* child = new GameBody;
+    child->ownerid = 5;
+    game.addBody(other, false);
+    game.addBody(owner, false);
+    game.addBody(child, false);
+    child->beforeTargets();
+    EXPECT_EQ(child->getOwner(), owner);
+    EXPECT_EQ(owner->getOwned(), (std::vector<GameBody*>{child}));
+
+    auto* stray = new GameBody;
+    stray->ownerid = 99;
+    game.addBody(stray, false);
+    stray->beforeTargets();
+    EXPECT_EQ(stray->getOwner(), nullptr);
+
+    child->ownerid = 0;
+    child->beforeTargets();
+    EXPECT_EQ(child->getOwner(), nullptr);
+}

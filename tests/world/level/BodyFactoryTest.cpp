@@ -1,0 +1,103 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <typeinfo>
+
+#include "core/Game.h"
+#include "render/NullRenderer.h"
+#include "sound/NullSound.h"
+#include "world/body/Body.h"
+#include "world/gamebody/GameBody.h"
+#include "world/level/BodyFactory.h"
+#include "world/level/GameBodyFactory.h"
+
+namespace {
+std::string captured(const std::function<void()>& action)
+{
+    std::fflush(stdout);
+    ::testing::internal::CaptureStdout();
+    action();
+    std::fflush(stdout);
+    return ::testing::internal::GetCapturedStdout();
+}
+}
+
+TEST(BodyFactoryTest, TypeTableHoldsEveryNameOnceInOrder)
+{
+    const auto& names = GameBodyFactory::typeNames();
+    ASSERT_EQ(names.size(), 93u);
+    EXPECT_EQ(names.front(), "detail");
+    EXPECT_EQ(names[4], "quickhealth") << "registration order";
+    EXPECT_EQ(names.back(), "debugmoveable");
+    EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), names.size());
+
+    GameBodyFactory factory;
+    factory.registerPrototypes();
+    ASSERT_EQ(factory.getPrototypes().size(), names.size());
+    for (size_t i = 0; i < names.size(); ++i)
+        EXPECT_EQ(factory.getPrototypes()[i]->type, names[i]);
+}
+
+TEST(BodyFactoryTest, EveryTableNameCreatesItsTypeSilently)
+{
+    GameBodyFactory factory;
+    factory.registerPrototypes();
+    for (const std::string& name : GameBodyFactory::typeNames()) {
+        std::unique_ptr<Body> body;
+        const std::string out = captured([&] { body = factory.create(name); });
+        ASSERT_NE(body, nullptr) << name;
+        EXPECT_EQ(body->type, name);
+        EXPECT_EQ(out, "") << name;
+        EXPECT_NE(body.get(), factory.findPrototype(name)) << "a fresh clone, not the prototype";
+    }
+}
+
+TEST(BodyFactoryTest, NamesAreCaseSensitiveAndUnknownOnesDefault)
+{
+    Game game(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
+    BodyFactory& factory = *game.getBodyFactory();
+
+    std::unique_ptr<Body> shotgun, capital, plain, empty;
+    EXPECT_EQ(captured([&] { shotgun = factory.create("shotgun"); }), "");
+    EXPECT_EQ(shotgun->type, "shotgun");
+
+    EXPECT_EQ(captured([&] { capital = factory.create("Shotgun"); }), "Defaulting to Body for: Shotgun\n");
+    EXPECT_EQ(capital->type, "default");
+    EXPECT_EQ(typeid(*capital), typeid(Body));
+
+    EXPECT_EQ(captured([&] { plain = factory.create("default"); }), "") << "the game's own prototype";
+    EXPECT_EQ(typeid(*plain), typeid(Body));
+
+    EXPECT_EQ(captured([&] { empty = factory.create(""); }), "Defaulting to Body for: \n");
+    EXPECT_EQ(empty->type, "default");
+}
+
+TEST(BodyFactoryTest, FirstRegisteredPrototypeWinsAndFallbackLoopsEnd)
+{
+    class Tagged : public GameBody {
+    public:
+        explicit Tagged(int t) : tag(t) { type = "thing"; }
+        std::unique_ptr<Body> clone() const override { return std::make_unique<Tagged>(tag); }
+        int tag;
+    };
+    BodyFactory a, b;
+    a.addPrototype(std::make_unique<Tagged>(1));
+    a.addPrototype(std::make_unique<Tagged>(2));
+    auto made = a.create("thing");
+    ASSERT_NE(dynamic_cast<Tagged*>(made.get()), nullptr);
+    EXPECT_EQ(static_cast<Tagged*>(made.get())->tag, 1);
+
+    // b only knows "thing" through a; a cycle back to b must not recurse.
+    b.setFallbackFactory(&a);
+    a.setFallbackFactory(&b);
+    EXPECT_NE(dynamic_cast<Tagged*>(b.create("thing").get()), nullptr);
+    std::unique_ptr<Body> unknown;
+    const std::string out = captured([&] { unknown = b.create("nothing"); });
+    ASSERT_NE(unknown, nullptr);
+    EXPECT_EQ(unknown->type, "default");
+    EXPECT_NE(out.find("Defaulting to Body for: nothing"), std::string::npos);
+}

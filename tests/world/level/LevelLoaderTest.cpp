@@ -1,0 +1,366 @@
+#include <gtest/gtest.h>
+
+#include <tinyxml.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "world/gamebody/GameBody.h"
+#include "world/level/LevelFixture.h"
+#include "world/quadtree/QuadTree.h"
+
+namespace {
+const char* const plainParams =
+    "targets=\"\" solid=\"true\" outlined=\"true\" outlinecolour=\"0,0,0,255\" outlinewidth=\"1\" "
+    "texhscale=\"1\" texhshift=\"0\" texvscale=\"1\" texvshift=\"0\" texrotate=\"0\" texture=\"\" "
+    "textured=\"false\" visible=\"true\" z-shift=\"0\" mass=\"0\"";
+
+std::unique_ptr<TiXmlDocument> parse(const std::string& text)
+{
+    auto doc = std::make_unique<TiXmlDocument>();
+    doc->Parse(text.c_str());
+    return doc;
+}
+
+const TiXmlElement* firstP(const TiXmlDocument& doc)
+{
+    return doc.RootElement()->FirstChildElement("Objects")->FirstChildElement("P");
+}
+}
+
+class LevelLoaderTest : public LevelFixture {};
+
+TEST_F(LevelLoaderTest, PathRule)
+{
+    EXPECT_EQ(LevelLoader::levelPath("test"), "maps/test.xml");
+    EXPECT_EQ(LevelLoader::levelPath("test.xml"), "maps/test.xml");
+    EXPECT_EQ(LevelLoader::levelPath("episode1/start"), "maps/episode1\\start.xml");
+    EXPECT_EQ(LevelLoader::levelPath("a/b/c.xml"), "maps/a\\b\\c.xml");
+    EXPECT_EQ(LevelLoader::levelPath("old.xml.bak"), "maps/old.xml.bak") << ".xml anywhere: no second suffix";
+    EXPECT_EQ(LevelLoader::levelPath(""), "maps/.xml");
+    EXPECT_EQ(LevelLoader::resourcePath("maps/episode1\\start.xml"), "maps/episode1/start.xml");
+}
+
+TEST_F(LevelLoaderTest, LevelsInSubFoldersLoad)
+{
+    dir.write("maps/episode1/start.xml", level(body("default", "floor", plainParams, rect(0, 0, 64, 16))));
+    EXPECT_TRUE(loader.loadLevelFile("episode1/start", game.getQuadTree()));
+    EXPECT_NE(find("floor"), nullptr);
+}
+
+TEST_F(LevelLoaderTest, ParamsAreReadAndMissingOnesKeepDefaults)
+{
+    auto doc = parse(level(body("default", "slab",
+                                "targets=\"a,b\" solid=\"false\" entity=\"true\" outlined=\"false\" "
+                                "outlinecolour=\"1,2,3,4\" outlinewidth=\"3\" texhscale=\"2\" texhshift=\"0.5\" "
+                                "texvscale=\"3\" texvshift=\"0.25\" texrotate=\"45\" texture=\"data/images/x.png\" "
+                                "textured=\"true\" visible=\"false\" z-shift=\"0.3\" mass=\"4\"",
+                                rect(0, 0, 10, 10))));
+    auto b = loader.loadBody(firstP(*doc), false);
+    ASSERT_NE(b, nullptr);
+    EXPECT_EQ(b->id, "slab");
+    EXPECT_EQ(b->targets, "a,b");
+    EXPECT_FALSE(b->solid);
+    EXPECT_TRUE(b->entity);
+    EXPECT_FALSE(b->outlined);
+    EXPECT_EQ(b->outlineColour, RGBAColour(1, 2, 3, 4));
+    EXPECT_EQ(b->outlinewidth, 3);
+    EXPECT_FLOAT_EQ(b->texhscale, 2.0f);
+    EXPECT_FLOAT_EQ(b->texhshift, 0.5f);
+    EXPECT_FLOAT_EQ(b->texvscale, 3.0f);
+    EXPECT_FLOAT_EQ(b->texvshift, 0.25f);
+    EXPECT_FLOAT_EQ(b->texrotate, 45.0f);
+    EXPECT_EQ(b->texture, "data/images/x.png");
+    EXPECT_TRUE(b->textured);
+    EXPECT_FALSE(b->visible);
+    EXPECT_FLOAT_EQ(b->zShift, 0.3f);
+    EXPECT_FLOAT_EQ(b->mass, 4.0f);
+    EXPECT_FLOAT_EQ(b->invMass, 0.25f);
+    EXPECT_TRUE(b->loaded);
+    EXPECT_FLOAT_EQ(b->pos.x, 5.0f);
+    EXPECT_FLOAT_EQ(b->pos.y, 5.0f);
+    EXPECT_TRUE(b->renderpos.equals(b->pos));
+    EXPECT_FLOAT_EQ(b->localVertices[0].x, -5.0f);
+    EXPECT_FLOAT_EQ(b->bounds->maxX, 10.0f);
+
+    // Empty or missing values keep the defaults; only "true" makes an entity.
+    auto sparse = parse(level(body("default", "", "solid=\"\" mass=\"\" outlinecolour=\"9,9\"", rect(0, 0, 4, 4))));
+    auto s = loader.loadBody(firstP(*sparse), false);
+    ASSERT_NE(s, nullptr);
+    EXPECT_EQ(s->id, "generic");
+    EXPECT_TRUE(s->solid);
+    EXPECT_FALSE(s->entity);
+    EXPECT_FLOAT_EQ(s->mass, 100.0f);
+    EXPECT_EQ(s->outlineColour, RGBAColour(0, 0, 0, 0));
+    EXPECT_EQ(s->outlinewidth, 1);
+}
+
+TEST_F(LevelLoaderTest, MassThresholdsAndTheActiveList)
+{
+    writeLevel("masses", body("default", "zero", "mass=\"0\"", rect(0, 0, 8, 8)) +
+                             body("default", "tiny", "mass=\"0.00000005\"", rect(10, 0, 18, 8)) +
+                             body("default", "light", "mass=\"0.5\"", rect(20, 0, 28, 8)) +
+                             body("default", "negative", "mass=\"-5\"", rect(30, 0, 38, 8)) +
+                             body("spawnpoint", "entity", "entity=\"true\" mass=\"0\"", rect(40, 0, 48, 8)));
+    ASSERT_TRUE(loader.loadLevelFile("masses", game.getQuadTree()));
+    for (const char* id : {"zero", "tiny", "negative"}) {
+        Body* b = find(id);
+        ASSERT_NE(b, nullptr) << id;
+        EXPECT_EQ(b->mass, 0.0f) << id;
+        EXPECT_EQ(b->invMass, 0.0f) << id;
+        EXPECT_FALSE(isActive(b)) << id;
+    }
+    EXPECT_FLOAT_EQ(find("light")->invMass, 2.0f);
+    EXPECT_TRUE(isActive(find("light")));
+    EXPECT_TRUE(isActive(find("entity"))) << "entities are active whatever their mass";
+    EXPECT_EQ(game.getBodies().size(), 5u);
+}
+
+TEST_F(LevelLoaderTest, VerticesColoursAndTextureCoordinates)
+{
+    const std::string verts =
+        "<verts><v origin=\"0,0,0.5\" colour=\"10,20,30,40\" texcoords=\"2,3\"/>"
+        "<v origin=\"8,0\" colour=\"bad\"/></verts>"
+        "<verts><v origin=\"8,8\" colour=\"1,1,1,1\" texcoords=\"4,5\"/></verts>";
+    auto doc = parse(level(body("default", "tri", "", verts) + body("gamebody", "tri2", "", verts)));
+    auto b = loader.loadBody(firstP(*doc), false);
+    ASSERT_NE(b, nullptr);
+    ASSERT_EQ(b->worldVertices.size(), 3u) << "several verts elements are read in order";
+    EXPECT_FLOAT_EQ(b->worldVertices[0].z, 0.5f);
+    EXPECT_EQ(b->colours[0], RGBAColour(10, 20, 30, 40));
+    EXPECT_EQ(b->colours[1], RGBAColour(255, 255, 255, 255)) << "an unreadable colour is white";
+    ASSERT_EQ(b->texCoords.size(), 3u) << "texture coordinates stay parallel to the vertices";
+    EXPECT_FLOAT_EQ(b->texCoords[0].u, 2.0f);
+    EXPECT_FLOAT_EQ(b->texCoords[1].u, 0.0f);
+    EXPECT_FLOAT_EQ(b->texCoords[2].v, 5.0f);
+
+    // Entity classes normalise the coordinates so the smallest u and v are 0.
+    BodyFactory factory;
+    factory.addPrototype(std::make_unique<GameBody>());
+    LevelLoader entityLoader(game, factory);
+    auto g = entityLoader.loadBody(firstP(*doc)->NextSiblingElement("P"), false);
+    ASSERT_NE(g, nullptr);
+    EXPECT_FLOAT_EQ(g->texCoords[0].u, 2.0f);
+    EXPECT_FLOAT_EQ(g->texCoords[0].v, 3.0f);
+    EXPECT_FLOAT_EQ(g->texCoords[1].u, 0.0f);
+    EXPECT_FLOAT_EQ(g->texCoords[2].u, 4.0f);
+}
+
+TEST_F(LevelLoaderTest, AttributesAreCollectedAndRead)
+{
+    BodyFactory factory;
+    factory.addPrototype(std::make_unique<GameBody>());
+    LevelLoader entityLoader(game, factory);
+    auto doc = parse(level(body("gamebody", "boss", "entity=\"true\"",
+                                rect(0, 0, 8, 8) +
+                                    "<attributes><a name=\"health\" value=\"10\"/><a name=\"lives\" value=\"2\"/>"
+                                    "</attributes><attributes><a name=\"health\" value=\"50\"/>"
+                                    "<a name=\"note\" value=\"hi\"/><a/></attributes>")));
+    auto b = entityLoader.loadBody(firstP(*doc), false);
+    auto* g = dynamic_cast<GameBody*>(b.get());
+    ASSERT_NE(g, nullptr);
+    EXPECT_EQ(g->attributes.at("health"), "50") << "a later pair replaces an earlier one";
+    EXPECT_EQ(g->attributes.at("note"), "hi");
+    EXPECT_EQ(g->health, 50);
+    EXPECT_EQ(g->maxhealth, 50);
+    EXPECT_EQ(g->initialhealth, 50);
+    EXPECT_EQ(g->numlives, 2);
+}
+
+TEST_F(LevelLoaderTest, BrokenBodiesAreReportedAndSkipped)
+{
+    std::string many = "<verts>";
+    for (int i = 0; i < 5000; ++i)
+        many += "<v origin=\"" + std::to_string(std::cos(i * 0.001) * 100) + "," +
+                std::to_string(std::sin(i * 0.001) * 100) + "\" colour=\"1,1,1,1\"/>";
+    many += "</verts>";
+    writeLevel("broken",
+               body("default", "two", "", "<verts><v origin=\"0,0\"/><v origin=\"5,5\"/></verts>") +
+                   body("default", "line", "", "<verts><v origin=\"0,0\"/><v origin=\"5,5\"/><v origin=\"10,10\"/></verts>") +
+                   body("default", "far", "", rect(0, 0, 1e30f, 10)) +
+                   body("default", "nan", "", "<verts><v origin=\"nan,0\"/><v origin=\"5,5\"/><v origin=\"0,9\"/></verts>") +
+                   body("default", "many", "", many) + body("default", "none", "", "") +
+                   "<Unknown><P type=\"default\"/></Unknown>\n" + body("default", "good", "", rect(0, 0, 8, 8)));
+    std::string out;
+    bool ok = false;
+    out = captured([&] { ok = loader.loadLevelFile("broken", game.getQuadTree()); });
+    ASSERT_TRUE(ok);
+    std::vector<std::string> ids;
+    for (Body* b : game.getBodies())
+        ids.push_back(b->id);
+    EXPECT_EQ(ids, (std::vector<std::string>{"nan", "good"})) << out;
+    EXPECT_EQ(find("nan")->worldVertices[0].x, 0.0f) << "a non-number reads as 0";
+    for (const char* id : {"two", "line", "far", "many", "none"})
+        EXPECT_NE(out.find(std::string("Skipping body ") + id), std::string::npos) << id << "\n" << out;
+}
+
+TEST_F(LevelLoaderTest, SkipEntitiesDropsOnlyEntities)
+{
+    auto doc = parse(level(body("spawnpoint", "s", "entity=\"true\"", rect(0, 0, 8, 8))));
+    EXPECT_EQ(loader.loadBody(firstP(*doc), true), nullptr);
+    EXPECT_NE(loader.loadBody(firstP(*doc), false), nullptr);
+    auto plain = parse(level(body("spawnpoint", "s", "entity=\"false\"", rect(0, 0, 8, 8))));
+    EXPECT_NE(loader.loadBody(firstP(*plain), true), nullptr);
+}
+
+TEST_F(LevelLoaderTest, QuadtreeSquareIncludesTheOrigin)
+{
+    writeLevel("faraway", body("default", "a", "", rect(1000, 2000, 1100, 2100)) +
+                              body("default", "b", "", rect(1500, 2050, 1600, 2400)));
+    ASSERT_TRUE(loader.loadLevelFile("faraway", game.getQuadTree()));
+    const QuadTree& tree = game.getQuadTree();
+    // min = (0, 0), max = (1600, 2400): size 2400 + 16 around (800, 1200).
+    EXPECT_FLOAT_EQ(tree.getCentre().x, 800.0f);
+    EXPECT_FLOAT_EQ(tree.getCentre().y, 1200.0f);
+    EXPECT_FLOAT_EQ(tree.getSize(), 2416.0f);
+    EXPECT_EQ(tree.getChildren().size(), 4u);
+    EXPECT_EQ(tree.countAllBodies(), 2);
+}
+
+TEST_F(LevelLoaderTest, EntitiesAreNumberedInListOrder)
+{
+    writeLevel("ids", body("default", "wall", "", rect(0, 0, 8, 8)) +
+                          body("spawnpoint", "first", "entity=\"true\"", rect(10, 0, 18, 8)) +
+                          body("default", "box", "mass=\"5\"", rect(20, 0, 28, 8)) +
+                          body("spawnpoint", "second", "entity=\"true\"", rect(30, 0, 38, 8)));
+    ASSERT_TRUE(loader.loadLevelFile("ids", game.getQuadTree()));
+    EXPECT_EQ(find("wall")->autoid, 0);
+    EXPECT_EQ(find("first")->autoid, 2);
+    EXPECT_EQ(find("box")->autoid, 0);
+    EXPECT_EQ(find("second")->autoid, 3);
+    EXPECT_EQ(game.getNextBodyId(), 4);
+}
+
+namespace {
+// Records the assembly hooks, and what its targets were at each.
+class HookBody : public GameBody {
+public:
+    explicit HookBody(std::vector<std::string>* journal = nullptr) : log(journal) { type = "hook"; }
+    std::unique_ptr<Body> clone() const override { return std::make_unique<HookBody>(log); }
+    void beforeTargets() override { note("before"); }
+    void afterTargets() override { note("after"); }
+    void restored() override { note("restored"); }
+    void levelStart() override { note("start"); }
+    void afterAssembly() override { note("assembled"); }
+
+private:
+    void note(const std::string& hook)
+    {
+        if (log)
+            log->push_back(id + ":" + hook + ":" + std::to_string(targetList.size()));
+    }
+    std::vector<std::string>* log;
+};
+}
+
+TEST_F(LevelLoaderTest, SharedIdsAllBecomeTargetsAndHooksRunInOrder)
+{
+    std::vector<std::string> journal;
+    BodyFactory factory;
+    factory.addPrototype(std::make_unique<HookBody>(&journal));
+    factory.setFallbackFactory(game.getBodyFactory());
+    LevelLoader hookLoader(game, factory);
+    writeLevel("doors", body("door", "gate", "entity=\"true\"", rect(0, 0, 8, 32)) +
+                            body("hook", "switch", "entity=\"true\" targets=\",gate,,nobody,switch\"",
+                                 rect(20, 0, 28, 8)) +
+                            body("door", "gate", "entity=\"true\"", rect(40, 0, 48, 32)));
+    ASSERT_TRUE(hookLoader.loadLevelFile("doors", game.getQuadTree()));
+    Body* sw = find("switch");
+    ASSERT_NE(sw, nullptr);
+    ASSERT_EQ(sw->targetList.size(), 3u);
+    EXPECT_EQ(sw->targetList[0]->id, "gate");
+    EXPECT_EQ(sw->targetList[1]->id, "gate");
+    EXPECT_NE(sw->targetList[0], sw->targetList[1]);
+    EXPECT_EQ(sw->targetList[2], sw) << "a body may target its own id";
+    EXPECT_EQ(journal, (std::vector<std::string>{"switch:before:0", "switch:after:3", "switch:start:3",
+                                                 "switch:assembled:3"}));
+}
+
+TEST_F(LevelLoaderTest, LevelDebugDumpsTheWorld)
+{
+    writeLevel("dump", body("default", "a", "", rect(0, 0, 8, 8)) + body("default", "b", "", rect(9, 0, 17, 8)));
+    std::string quiet = captured([&] { loader.loadLevelFile("dump", game.getQuadTree()); });
+    EXPECT_EQ(quiet.find("====================="), std::string::npos);
+
+    game.unloadLevel();
+    createVar("load_leveldebug", "1", "");
+    const std::string out = captured([&] { loader.loadLevelFile("dump", game.getQuadTree()); });
+    const size_t first = out.find("=====================\n");
+    ASSERT_NE(first, std::string::npos);
+    const size_t last = out.find("=====================\n", first + 1);
+    ASSERT_NE(last, std::string::npos);
+    const std::string dump = out.substr(first, last - first);
+    EXPECT_NE(dump.find(" id: a"), std::string::npos);
+    EXPECT_NE(dump.find(" id: b"), std::string::npos);
+}
+
+TEST_F(LevelLoaderTest, UnreadableLevelsFailWithMessages)
+{
+    std::string out = captured([&] { EXPECT_FALSE(loader.loadLevelFile("missing", game.getQuadTree())); });
+    EXPECT_NE(out.find("Could not load level file: maps/missing.xml"), std::string::npos);
+    dir.write("maps/garbage.xml", "<level><Objects><P type=");
+    out = captured([&] { EXPECT_FALSE(loader.loadLevelFile("garbage", game.getQuadTree())); });
+    EXPECT_NE(out.find("Could not load level file: maps/garbage.xml"), std::string::npos);
+    dir.write("maps/empty.xml", "");
+    EXPECT_FALSE(loader.loadLevelFile("empty", game.getQuadTree()));
+    EXPECT_TRUE(game.getBodies().empty());
+
+    // A root without "Objects" is an empty level, not an error.
+    dir.write("maps/bare.xml", "<level/>");
+    EXPECT_TRUE(loader.loadLevelFile("bare", game.getQuadTree()));
+}
+
+TEST_F(LevelLoaderTest, WrittenObjectsRestoreEntitiesWithoutTheLevelCopies)
+{
+    BodyFactory factory;
+    factory.addPrototype(std::make_unique<GameBody>());
+    factory.setFallbackFactory(game.getBodyFactory());
+    LevelLoader entityLoader(game, factory);
+    writeLevel("saved", body("default", "floor", plainParams, rect(-100, -16, 100, 0)) +
+                            body("gamebody", "keeper", "entity=\"true\" mass=\"10\" outlinewidth=\"2\"",
+                                 rect(0, 0, 16, 16) + "<attributes><a name=\"note\" value=\"x\"/></attributes>") +
+                            body("gamebody", "victim", "entity=\"true\"", rect(20, 0, 36, 16)) +
+                            body("gamebody", "minion", "entity=\"true\"", rect(40, 0, 56, 16)));
+    ASSERT_TRUE(entityLoader.loadLevelFile("saved", game.getQuadTree()));
+    auto* keeper = dynamic_cast<GameBody*>(find("keeper"));
+    auto* minion = dynamic_cast<GameBody*>(find("minion"));
+    ASSERT_NE(keeper, nullptr);
+    keeper->adopt(minion);
+    keeper->health = 33;
+    keeper->pos.set(8.0f, 40.0f);
+    keeper->transform();
+    find("victim")->cancleanup = true;
+    game.moveBodies(0.0f);
+    ASSERT_EQ(find("victim"), nullptr);
+
+    TiXmlElement save("save");
+    LevelLoader::writeObjects(&save, game.getBodies());
+    const TiXmlElement* objects = save.FirstChildElement("Objects");
+    ASSERT_NE(objects, nullptr);
+    int count = 0;
+    for (const TiXmlElement* p = objects->FirstChildElement("P"); p; p = p->NextSiblingElement("P"))
+        ++count;
+    EXPECT_EQ(count, 2) << "entities only";
+    const TiXmlElement* p = objects->FirstChildElement("P");
+    EXPECT_STREQ(p->Attribute("idname"), "keeper");
+    EXPECT_STREQ(p->FirstChildElement("params")->Attribute("outlinewidth"), "2");
+    EXPECT_STREQ(p->FirstChildElement("params")->Attribute("mass"), "10.000000");
+    EXPECT_STREQ(p->FirstChildElement("params")->Attribute("entity"), "true");
+
+    game.unloadLevel();
+    ASSERT_TRUE(entityLoader.loadSavedLevel("saved", objects, game.getQuadTree()));
+    EXPECT_EQ(game.getBodies().size(), 3u) << "floor, keeper and minion; the victim stays dead";
+    auto* restored = dynamic_cast<GameBody*>(find("keeper"));
+    auto* restoredMinion = dynamic_cast<GameBody*>(find("minion"));
+    ASSERT_NE(restored, nullptr);
+    ASSERT_NE(restoredMinion, nullptr);
+    EXPECT_EQ(restored->health, 33);
+    EXPECT_FLOAT_EQ(restored->pos.y, 40.0f);
+    EXPECT_EQ(restored->autoid, 2) << "saved autoids are kept";
+    EXPECT_EQ(restoredMinion->autoid, 4);
+    EXPECT_EQ(restored->attributes.at("note"), "x");
+    EXPECT_EQ(restoredMinion->getOwner(), restored);
+    EXPECT_FLOAT_EQ(restored->invMass, 0.1f);
+}
