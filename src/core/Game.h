@@ -160,6 +160,8 @@ public:
     bool isLevelPending() const { return levelPending; }
     bool isShutDown() const { return shutDown; }
     uint32_t getFrameCount() const { return frameCount; }
+    // Counts a frame swapped outside the main loop (cinematics).
+    void countFrame() { ++frameCount; }
     uint64_t getStepCount() const { return stepCount; }
     float getSimulationAccumulator() const { return simulationAccumulator; }
     float getParticleAccumulator() const { return particleAccumulator; }
