@@ -7,7 +7,7 @@ packages=(
   build-essential cmake pkg-config
   libsdl1.2-compat-dev libsdl-mixer1.2-dev libdevil-dev libtinyxml-dev zlib1g-dev
   libgl-dev libglu1-mesa-dev libgl1-mesa-dri
-  libgtest-dev libgmock-dev libbenchmark-dev
+  libgtest-dev libgmock-dev libbenchmark-dev libbox2d-dev
   xvfb xauth xdotool x11-utils
   python3 python3-pil python3-numpy
   ttf-bitstream-vera zip unzip vorbis-tools

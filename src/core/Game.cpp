@@ -112,7 +112,7 @@ bool Game::init()
     }
     if (GameVar* movie = findVar("movierecord"))
         movie->setInt(0);
-    runCommandLine();
+    runCommandLine(false);
     return true;
 }
 
@@ -149,6 +149,7 @@ bool Game::registerCommands()
     for (size_t i = 0; i < sizeof(names) / sizeof(names[0]); ++i)
         *handles[i] = getVar(names[i]);
     runStartupScripts();
+    runCommandLine(true);
     return true;
 }
 
@@ -229,18 +230,27 @@ void Game::setCommandLine(int argc, char** argv)
     commandLineCommands.clear();
     for (int i = 1; i < argc; ++i) {
         const std::string word = argv[i] ? argv[i] : "";
-        if (!word.empty() && word[0] == '+')
+        if (word.size() > 1 && word[0] == '+') {
             commandLineCommands.push_back(word.substr(1));
-        else if (!commandLineCommands.empty())
+        } else if (!commandLineCommands.empty() && !word.empty() && word != "+") {
             commandLineCommands.back() += " " + word;
+        } else {
+            std::printf("Ignoring command-line argument '%s': console commands start with '+', "
+                        "e.g. +map test\n",
+                        word.c_str());
+        }
     }
 }
 
-void Game::runCommandLine()
+void Game::runCommandLine(bool settingsOnly)
 {
     // One at a time, so "+bind p pause" cannot swallow the commands after it.
-    for (const std::string& command : commandLineCommands)
-        CommandRegistry::instance().execute(command);
+    // "+set" runs before the video mode is set so it can choose the mode.
+    for (const std::string& command : commandLineCommands) {
+        const bool isSet = command.compare(0, 4, "set ") == 0 || command == "set";
+        if (isSet == settingsOnly)
+            CommandRegistry::instance().execute(command);
+    }
 }
 
 void Game::pumpEvents()

@@ -136,8 +136,9 @@ public:
     // Moves a chase point after a target; true when it has settled (within 2 units).
     static bool followChasePoint(const Vector& target, Vector& chase, float frameTime);
     bool isCameraSettled() const { return cameraSettled; }
-    // Runs the commands given on the command line, each on its own.
-    void runCommandLine();
+    // Runs the commands given on the command line, each on its own: the "set"
+    // commands (before the video mode is set) or all the others.
+    void runCommandLine(bool settingsOnly);
 
     // Runs the event pump until the queue is empty.
     void pumpEvents();
@@ -159,6 +160,8 @@ public:
     bool isLevelPending() const { return levelPending; }
     bool isShutDown() const { return shutDown; }
     uint32_t getFrameCount() const { return frameCount; }
+    // Counts a frame swapped outside the main loop (cinematics).
+    void countFrame() { ++frameCount; }
     uint64_t getStepCount() const { return stepCount; }
     float getSimulationAccumulator() const { return simulationAccumulator; }
     float getParticleAccumulator() const { return particleAccumulator; }

@@ -5,7 +5,10 @@
 #include <ctime>
 
 #include "core/Clock.h"
+#include "console/GameVar.h"
+#include "console/VariableRegistry.h"
 #include "core/Game.h"
+#include "core/GameLogoScene.h"
 #include "resources/ResourceManager.h"
 
 int gameMain(int argc, char** argv)
@@ -27,6 +30,13 @@ int gameMain(int argc, char** argv)
         return 0;
 
     game.setStartTicks(Clock::ticks());
+    {
+        GameLogoScene logo;
+        // Scripted runs (tests, demos) can skip the card with "set skiplogo 1".
+        const GameVar* skip = findVar("skiplogo");
+        if (!game.isQuitting() && !(skip && skip->intValue > 0))
+            logo.run();
+    }
     while (!game.isQuitting()) {
         game.pumpEvents();
         if (!game.isQuitting())

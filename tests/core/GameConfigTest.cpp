@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "console/CommandRegistry.h"
+#include "console/RegistryFixture.h"
 #include "console/Console.h"
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
@@ -21,20 +22,18 @@ std::string readFile(const std::string& name)
     return s.str();
 }
 
-class GameConfigTest : public ::testing::Test {
+class GameConfigTest : public RegistryFixture {
 protected:
     void SetUp() override
     {
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
+        RegistryFixture::SetUp();
         game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
         game->installGameInput(std::make_unique<GameInput>());
     }
     void TearDown() override
     {
         game.reset();
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
+        RegistryFixture::TearDown();
         std::remove("mine.txt");
     }
     std::unique_ptr<Game> game;
@@ -111,4 +110,17 @@ TEST_F(GameCommandsTest, SavegameIsDeferredToTheNextFrame)
 {
     CommandRegistry::instance().execute("savegame slot1");
     EXPECT_TRUE(game->isSaveRequested());
+}
+
+TEST_F(GameCommandsTest, CommandLineSetsRunBeforeTheOthers)
+{
+    GameVar* width = createVar("vidwidth", "1024", "");
+    width->setType("int");
+    const char* argv[] = {"brindlequay", "+writeconfig", "mine.txt", "+set", "vidwidth", "800"};
+    game->setCommandLine(6, const_cast<char**>(argv));
+    game->runCommandLine(true);
+    EXPECT_EQ(width->intValue, 800);
+    EXPECT_FALSE(std::ifstream("mine.txt").good());
+    game->runCommandLine(false);
+    EXPECT_NE(readFile("mine.txt").find("vidwidth 800"), std::string::npos);
 }

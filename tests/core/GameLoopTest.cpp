@@ -98,8 +98,8 @@ TEST_F(GameLoopTest, FramesAreCountedEvenWithoutALevel)
 TEST(GameCommandLine, PlusWordsStartCommands)
 {
     Game game(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
-    const char* argv[] = {"brindlequay", "+exec", "x.txt", "+map", "test", "stray"};
-    game.setCommandLine(6, const_cast<char**>(argv));
+    const char* argv[] = {"brindlequay", "orphan", "+exec", "x.txt", "+map", "test", "stray", "+"};
+    game.setCommandLine(8, const_cast<char**>(argv));
     const std::vector<std::string> expected{"exec x.txt", "map test stray"};
     EXPECT_EQ(game.getCommandLineCommands(), expected);
     EXPECT_EQ(Game::current(), &game);

@@ -5,14 +5,11 @@ set -euo pipefail
 game_dir=$1
 source "$(dirname "$0")/lib.bash"
 work=$(make_game_copy "$game_dir")
-start_game "$work"
+start_game "$work" +set skiplogo 1
 wait_for_log "$work" "REND New Res" 20
 sleep 1
 win=$(xdotool search --sync --name Brindlequay | head -n 1) || fail "no game window"
 xdotool windowactivate --sync "$win" >/dev/null 2>&1 || xdotool windowfocus "$win" || true
-# Skip the logo card, then open the console.
-xdotool key --window "$win" space
-sleep 1
 xdotool key --window "$win" grave
 sleep 0.5
 xdotool type --window "$win" --delay 40 "listvars con_"

@@ -12,6 +12,7 @@ log="$work/outputlog.txt"
 # the log. autoexec.txt runs after the default controls, then loads a level so
 # the game has the input.
 cat > "$work/data/autoexec.txt" <<'SCRIPT'
+set skiplogo 1
 bind k probe_k
 bind x +probe_x;+probe_y; +probe_z
 bind MOUSE2 probe_mouse2

@@ -364,8 +364,8 @@ def sky(rng, kind, n=256):
         col = col / np.maximum(a[..., None], 1e-3)
         return straight_image(col, a)
     if kind == 'clouds':
-        v = fbm(rng, n, beta=2.6, lo=1)
-        a = smoothstep(0.45, 0.85, v)
+        v = fbm(rng, n, beta=3.2, lo=1, hi=20)
+        a = smoothstep(0.45, 0.8, v)
         col = mix(rgb('8a9ab8'), rgb('ffffff'), smoothstep(0.5, 0.95, v)[..., None])
         return straight_image(col, a * 0.9)
     if kind == 'nebula':

@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include <deque>
+
+#include "core/Clock.h"
+#include "core/Game.h"
+#include "core/GameLogoScene.h"
+#include "core/ManualClock.h"
+#include "render/NullRenderer.h"
+#include "sound/NullSound.h"
+
+namespace {
+// The card with events fed by the test instead of SDL.
+class ScriptedLogo : public GameLogoScene {
+public:
+    std::deque<SDL_Event> events;
+    void push(Uint8 type)
+    {
+        SDL_Event e{};
+        e.type = type;
+        events.push_back(e);
+    }
+
+protected:
+    bool pollEvent(SDL_Event& event) override
+    {
+        if (events.empty())
+            return false;
+        event = events.front();
+        events.pop_front();
+        return true;
+    }
+};
+
+class GameLogoSceneTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        Clock::install(&clock);
+        game.getTimer().start();
+        logo.running = true;
+        logo.sceneTimer.start();
+    }
+    void TearDown() override { Clock::install(nullptr); }
+    bool frameAfter(uint32_t ms)
+    {
+        clock.advance(ms);
+        return logo.frame(game);
+    }
+
+    ManualClock clock{1000};
+    Game game{std::make_unique<NullRenderer>(), std::make_unique<NullSound>()};
+    ScriptedLogo logo;
+};
+}
+
+TEST_F(GameLogoSceneTest, FadesInThenOutAndEnds)
+{
+    int frames = 0;
+    float peak = 0.0f;
+    while (frameAfter(100) && frames < 1000) {
+        peak = std::max(peak, logo.alpha);
+        ++frames;
+    }
+    EXPECT_FALSE(logo.running);
+    EXPECT_GE(peak, 255.0f);
+    // 255 / 80 seconds up and as long down, in frames of 0.1 s.
+    EXPECT_NEAR(frames, 64, 3);
+    EXPECT_EQ(game.getFrameCount(), static_cast<uint32_t>(frames + 1));
+}
+
+TEST_F(GameLogoSceneTest, AFourSecondFrameTurnsTheFadeAtTheNextFrame)
+{
+    logo.updateFade(4.0f);
+    EXPECT_FLOAT_EQ(logo.alpha, 320.0f);
+    EXPECT_FALSE(logo.fadingOut);
+    logo.updateFade(0.1f);
+    EXPECT_TRUE(logo.fadingOut);
+    EXPECT_FLOAT_EQ(logo.alpha, 255.0f - 8.0f);
+    EXPECT_TRUE(logo.running);
+}
+
+TEST_F(GameLogoSceneTest, KeysSkipOnlyAfterTheFirstMoment)
+{
+    logo.push(SDL_KEYDOWN);
+    EXPECT_TRUE(frameAfter(200));  // 0.2 s: too early
+    logo.push(SDL_MOUSEMOTION);
+    EXPECT_TRUE(frameAfter(200));  // motion never skips
+    logo.push(SDL_MOUSEBUTTONUP);
+    EXPECT_FALSE(frameAfter(50));
+    EXPECT_FALSE(game.isQuitting());
+}
+
+TEST_F(GameLogoSceneTest, ClosingTheWindowEndsTheCardAndTheGame)
+{
+    logo.push(SDL_QUIT);
+    EXPECT_FALSE(frameAfter(10));
+    EXPECT_TRUE(game.isQuitting());
+}
+
+TEST_F(GameLogoSceneTest, AnUnskippableSceneIgnoresInput)
+{
+    logo.skippable = false;
+    logo.push(SDL_QUIT);
+    logo.push(SDL_KEYDOWN);
+    EXPECT_TRUE(frameAfter(500));
+    EXPECT_TRUE(frameAfter(500));
+    EXPECT_FALSE(game.isQuitting());
+}
