@@ -1,7 +1,7 @@
 // libFuzzer target: arbitrary bytes as a level file, loaded the way "map"
 // loads it, then stepped a few times so the physics meets the geometry too.
-// Build with clang and -DBQ_FUZZ=ON; run on a scratch copy of the seeds:
-//   cp -r fuzz/corpus/level_loader /tmp/seeds && build-fuzz/fuzz_level_loader /tmp/seeds
+// Build with clang and -DBQ_FUZZ=ON; new inputs go to the first directory:
+//   build-fuzz/fuzz/bq_fuzz_level_loader /tmp/new-inputs fuzz/corpus/level_loader
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,6 +20,27 @@ namespace {
 Game* game = nullptr;
 std::vector<std::string> absoluteArgs;
 std::vector<char*> argPointers;
+char scratch[] = "/tmp/bqlevelfuzzXXXXXX";
+
+void removeScratch()
+{
+    const std::string command = std::string("rm -rf '") + scratch + "'";
+    if (std::system(command.c_str()) != 0)
+        std::fprintf(stderr, "could not remove %s\n", scratch);
+}
+
+void setUp()
+{
+    if (!mkdtemp(scratch) || chdir(scratch) != 0 || mkdir("maps", 0700) != 0)
+        std::abort();
+    std::atexit(removeScratch);
+    // The loader's chatter goes nowhere; the fuzzer reports on stderr.
+    if (!std::freopen("/dev/null", "w", stdout))
+        std::abort();
+    static Game theGame(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
+    theGame.setGravityOverride(-80.0f);
+    game = &theGame;
+}
 }
 
 // The game reads levels relative to the working directory, so the fuzzer runs
@@ -42,21 +63,15 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
     argPointers.push_back(nullptr);
     *argv = argPointers.data();
 
-    char pattern[] = "/tmp/bqfuzzXXXXXX";
-    const char* dir = mkdtemp(pattern);
-    if (!dir || chdir(dir) != 0 || mkdir("maps", 0700) != 0)
-        std::abort();
-    // The loader's chatter goes nowhere; the fuzzer reports on stderr.
-    if (!std::freopen("/dev/null", "w", stdout))
-        std::abort();
-    static Game theGame(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
-    theGame.setGravityOverride(-80.0f);
-    game = &theGame;
+    setUp();
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    // The replay driver has no initialise step (and passes absolute paths).
+    if (!game)
+        setUp();
     {
         std::ofstream out("maps/fuzz.xml", std::ios::binary | std::ios::trunc);
         out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
