@@ -10,13 +10,16 @@
 #include <fstream>
 
 #include "console/CommandRegistry.h"
-#include "console/ConsolePrint.h"
-#include "core/GameCommands.h"
 #include "console/Console.h"
 #include "console/ConsolePrint.h"
+#include "core/GameCommands.h"
 #include "console/GameVar.h"
 #include "console/VariableRegistry.h"
 #include "core/Clock.h"
+#include "core/GameResourceBundle.h"
+#include "gameplay/DefaultGameplay.h"
+#include "gameplay/IGameplay.h"
+#include "gameplay/player/Player.h"
 #include "gui/GUIManager.h"
 #include "input/GameInput.h"
 #include "render/FontRenderer.h"
@@ -60,6 +63,7 @@ Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
 
 Game::~Game()
 {
+    releaseGameplay();
     clearLevel();
     if (currentGame == this)
         currentGame = nullptr;
@@ -87,8 +91,7 @@ bool Game::init()
     }
     // Key events carry the typed character for the console and text boxes.
     SDL_EnableUNICODE(1);
-    installGameInput(std::make_unique<GameInput>());
-    getBodyFactory();
+    startGameplay();
     registerCommands();
     if (!setInitialVideoMode()) {
         SDL_Quit();
@@ -216,6 +219,54 @@ void Game::runStartupScripts()
         registry.execute("exec autoexec.txt");
 }
 
+void Game::setGameplay(std::unique_ptr<IGameplay> controller)
+{
+    if (controller.get() == gameplay.get())
+        return;
+    if (gameplay)
+        releaseGameplay();
+    gameplay = std::move(controller);
+    if (!gameplay)
+        return;
+    GameResourceBundle bundle;
+    bundle.game = this;
+    bundle.sound = sound.get();
+    bundle.renderer = renderer.get();
+    bundle.inputManager = &inputManager;
+    bundle.guiManager = guiManager.get();
+    bundle.console = console.get();
+    bundle.timer = &timer;
+    bundle.quadTree = &quadTree;
+    gameplay->setScreenSize(renderer->getWidth(), renderer->getHeight());
+    gameplay->init(bundle);
+}
+
+bool Game::releaseGameplay()
+{
+    if (!gameplay)
+        return true;
+    const bool result = gameplay->shutdown();
+    gameplay.reset();
+    return result;
+}
+
+void Game::startGameplay()
+{
+    setGameplay(std::make_unique<DefaultGameplay>());
+    installGameInput(std::unique_ptr<GameInput>(gameplay->createInput()));
+    // Level files name the game's body types through the controller's factory.
+    getBodyFactory()->setFallbackFactory(gameplay->getBodyFactory());
+
+    persistentPlayer.reset(gameplay->createBody("player"));
+    player = persistentPlayer.get();
+    if (player) {
+        player->autoid = 1;
+        player->makeRectangle(16.0f, 16.0f);
+        player->setMass(100.0f);
+        player->updateBounds();
+    }
+}
+
 void Game::installGameInput(std::unique_ptr<GameInput> input)
 {
     gameInput = std::move(input);
@@ -302,6 +353,7 @@ void Game::runFrame()
             refreshVisibleBodies();
             drawWorld();
         }
+        drawGameplayOverlay();
         drawPausedImage();
         return;
     }
@@ -326,6 +378,15 @@ void Game::runFrame()
         updateWorld();
         drawWorld();
     }
+    drawGameplayOverlay();
+}
+
+void Game::drawGameplayOverlay()
+{
+    if (!gameplay || !levelLoaded)
+        return;
+    gameplay->drawOverlay(renderer.get());
+    gameplay->drawHud(renderer.get(), timer.frameTime());
 }
 
 void Game::endFrame()
@@ -384,11 +445,21 @@ void Game::updateWorld()
     particleAccumulator += dt;
     refreshVisibleBodies();
 
+    if (gameInput)
+        gameInput->update(player);
     while (simulationAccumulator >= stepSeconds) {
+        if (gameInput)
+            gameInput->step(player, stepSeconds);
+        if (gameplay) {
+            gameplay->preStep();
+            gameplay->update(stepSeconds);
+        }
         applyGravity(stepSeconds);
         freezeVelocities();
         collideBodies(stepSeconds);
         moveBodies(stepSeconds);
+        if (gameplay)
+            gameplay->postStep();
         ++stepCount;
         simulationAccumulator -= stepSeconds;
     }
@@ -498,6 +569,7 @@ void Game::drawBodies()
 void Game::drawWorld()
 {
     updateCamera(timer.frameTime());
+    updateAim();
     if (player) {
         const bool chase = chasecam && chasecam->intValue == 1;
         const Vector& at = chase ? player->camera : player->renderpos;
@@ -554,7 +626,7 @@ void Game::drawDebugText()
     renderer->end2D();
 }
 
-void Game::loadLevel(const std::string& name, const std::string&)
+void Game::loadLevel(const std::string& name, const std::string& entry)
 {
     // A level that does not even parse leaves the running one alone.
     const std::string path = LevelLoader::levelPath(name);
@@ -587,8 +659,13 @@ void Game::loadLevel(const std::string& name, const std::string&)
         addBody(player, false);
         addActiveBody(player);
     }
-    // The sky manager and the gameplay controller hear of the new level (with
-    // the entry spawn point) here once they exist.
+    // The sky manager hears of the new level here once it exists.
+    if (gameplay) {
+        gameplay->startLevel(entry);
+        // The spawn point moved the player: index it where it now stands.
+        if (player)
+            quadTree.update(player);
+    }
 
     worldRunning = true;
     levelLoaded = true;
@@ -611,7 +688,8 @@ void Game::requestLevel(const std::string& name, const std::string& entry)
 
 void Game::unloadLevel()
 {
-    // The gameplay controller hears that the level ends here once it exists.
+    if (gameplay)
+        gameplay->endLevel();
     if (player && player->quadTreeNode) {
         player->quadTreeNode->remove(player);
         player->quadTreeNode = nullptr;
@@ -709,6 +787,16 @@ void Game::clearLevel()
 
 void Game::tickTimer() { timer.tick(); }
 
+void Game::updateAim()
+{
+    // The game cursor is virtual (moved by relative motion); aim where it
+    // points in the world as the camera now sees it.
+    auto* p = dynamic_cast<Player*>(player);
+    if (!p || !gameInput)
+        return;
+    p->mouseWorldPos = renderer->screenToWorld(gameInput->getMouseX(), gameInput->getMouseY());
+}
+
 bool Game::followChasePoint(const Vector& target, Vector& chase, float frameTime)
 {
     const float dx = target.x - chase.x;
@@ -736,7 +824,6 @@ void Game::updateCamera(float frameTime)
     if (player)
         cameraSettled = followChasePoint(player->pos, player->camera, frameTime);
 }
-void Game::updateAim() {}
 void Game::saveGame() { saveRequested = false; }
 void Game::loadGame(const std::string&) {}
 
@@ -754,6 +841,8 @@ void Game::pause()
 {
     paused = true;
     timer.pause();
+    if (gameplay)
+        gameplay->pause();
     sound->play("data/sounds/events/Off3.wav", 0, 100);
 }
 
@@ -761,11 +850,14 @@ void Game::unpause()
 {
     paused = false;
     timer.resume();
+    if (gameplay)
+        gameplay->resume();
     sound->play("data/sounds/events/On3.wav", 0, 100);
 }
 
 void Game::shutdown()
 {
+    releaseGameplay();
     writeConfig("data/config.txt", true);
     clearLevel();
     bodies.clear();

@@ -22,6 +22,7 @@ class Console;
 class GameInput;
 class GameVar;
 class GUIManager;
+class IGameplay;
 class IRenderer;
 class ISound;
 
@@ -109,6 +110,19 @@ public:
     virtual void pause();
     virtual void unpause();
 
+    // Installs a gameplay controller (taking ownership): the old one is
+    // released first, the new one gets the screen size and the game's services.
+    virtual void setGameplay(std::unique_ptr<IGameplay> controller);
+    // Shuts the controller down and deletes it; its result, or true without one.
+    virtual bool releaseGameplay();
+    IGameplay* getGameplay() const { return gameplay.get(); }
+    // The controller's level timer and HUD over the picture, every frame.
+    void drawGameplayOverlay();
+    // Start-up of play: the DefaultGameplay controller, its input target
+    // "game", and the player (id 1, 16 x 16, mass 100). Part of init; headless
+    // tests call it on their own.
+    void startGameplay();
+
     // Stores the game's input target, lets it register its commands and makes
     // it the input manager's target "game".
     void installGameInput(std::unique_ptr<GameInput> input);
@@ -176,6 +190,9 @@ protected:
     InputManager inputManager;
     std::unique_ptr<Console> console;
     std::unique_ptr<GameInput> gameInput;
+    std::unique_ptr<IGameplay> gameplay;
+    // The player lives from start-up to shutdown, across levels.
+    std::unique_ptr<Body> persistentPlayer;
 
     std::list<Body*> bodies;
     std::list<Body*> activeBodies;

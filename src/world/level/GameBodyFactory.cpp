@@ -2,6 +2,13 @@
 
 #include <memory>
 
+#include "gameplay/RaceBlock.h"
+#include "gameplay/RaceCheckpoint.h"
+#include "gameplay/RaceEnd.h"
+#include "gameplay/RaceEndBlock.h"
+#include "gameplay/RaceReset.h"
+#include "gameplay/RaceStart.h"
+#include "gameplay/player/Player.h"
 #include "world/body/Body.h"
 #include "world/level/PlaceholderBody.h"
 
@@ -32,7 +39,7 @@ const TypeEntry typeTable[] = {
     {"megaquad",                 nullptr}, // MegaQuadDamage
     {"invincibility",            nullptr}, // Invincibility
     {"screenwiper",              nullptr}, // ScreenWiper
-    {"player",                   nullptr}, // Player
+    {"player", []() -> std::unique_ptr<Body> { return std::make_unique<Player>(); }},
     {"spawnpoint",               nullptr}, // SpawnPoint
     {"levelchange",              nullptr}, // LevelChange
     {"door",                     nullptr}, // Door
@@ -106,12 +113,12 @@ const TypeEntry typeTable[] = {
     {"swarmmember",              nullptr}, // SwarmMember
     {"friendly",                 nullptr}, // Friendly
     {"gib",                      nullptr}, // Gib
-    {"racecheckpoint",           nullptr}, // RaceCheckpoint
-    {"racestart",                nullptr}, // RaceStart
-    {"raceend",                  nullptr}, // RaceEnd
-    {"raceendblock",             nullptr}, // RaceEndBlock
-    {"raceblock",                nullptr}, // RaceBlock
-    {"racereset",                nullptr}, // RaceReset
+    {"racecheckpoint", []() -> std::unique_ptr<Body> { return std::make_unique<RaceCheckpoint>(); }},
+    {"racestart", []() -> std::unique_ptr<Body> { return std::make_unique<RaceStart>(); }},
+    {"raceend", []() -> std::unique_ptr<Body> { return std::make_unique<RaceEnd>(); }},
+    {"raceendblock", []() -> std::unique_ptr<Body> { return std::make_unique<RaceEndBlock>(); }},
+    {"raceblock", []() -> std::unique_ptr<Body> { return std::make_unique<RaceBlock>(); }},
+    {"racereset", []() -> std::unique_ptr<Body> { return std::make_unique<RaceReset>(); }},
     {"debugmoveable",            nullptr}, // DebugMoveable
 };
 }

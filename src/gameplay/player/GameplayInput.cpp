@@ -1,0 +1,209 @@
+#include "gameplay/player/GameplayInput.h"
+
+#include <cstdio>
+
+#include "console/CommandRegistry.h"
+#include "console/ConsolePrint.h"
+#include "console/GameVar.h"
+#include "console/VariableRegistry.h"
+#include "gameplay/GameplaySingleton.h"
+#include "gameplay/player/Player.h"
+
+bool GameplayInput::moveRight = false;
+bool GameplayInput::moveLeft = false;
+bool GameplayInput::moveUp = false;
+bool GameplayInput::moveDown = false;
+bool GameplayInput::boost = false;
+bool GameplayInput::grapple = false;
+bool GameplayInput::attack = false;
+bool GameplayInput::fireById = false;
+bool GameplayInput::slow = false;
+bool GameplayInput::nextWeaponRequested = false;
+bool GameplayInput::previousWeaponRequested = false;
+int GameplayInput::fireWeaponId = 0;
+
+namespace {
+Player* currentPlayer() { return GameplaySingleton::get().resources.player; }
+
+// "+fire 3" and "-fire 3" name the weapon; without an argument the last id stays.
+void readWeaponId()
+{
+    CommandRegistry& reg = CommandRegistry::instance();
+    if (reg.argumentCount > 0)
+        GameplayInput::fireWeaponId = GameVar::parseInt(reg.arg(0));
+}
+
+void holdCommand(const char* description, const char* name, bool& flag, bool value)
+{
+    registerCommand(description, name, [&flag, value] { flag = value; });
+}
+}
+
+void GameplayInput::init()
+{
+    GameInput::init();
+    registerCommands();
+}
+
+void GameplayInput::registerCommands()
+{
+    holdCommand("move right", "+moveright", moveRight, true);
+    holdCommand("stop moving right", "-moveright", moveRight, false);
+    holdCommand("move left", "+moveleft", moveLeft, true);
+    holdCommand("stop moving left", "-moveleft", moveLeft, false);
+    holdCommand("move up", "+moveup", moveUp, true);
+    holdCommand("stop moving up", "-moveup", moveUp, false);
+    holdCommand("move down or crouch", "+movedown", moveDown, true);
+    holdCommand("stop moving down or stand up", "-movedown", moveDown, false);
+    holdCommand("quick burst of thrusters", "+boost", boost, true);
+    holdCommand("stop the quick thruster burst", "-boost", boost, false);
+    holdCommand("fire your grappling hook", "+grapple", grapple, true);
+    holdCommand("release your grip on the grapple", "-grapple", grapple, false);
+    holdCommand("fire your weapon", "+attack", attack, true);
+    holdCommand("stop firing your weapon", "-attack", attack, false);
+    registerCommand("fire a given weapon id", "+fire", [] {
+        fireById = true;
+        readWeaponId();
+    });
+    registerCommand("stop firing the weapon with id", "-fire", [] {
+        fireById = false;
+        readWeaponId();
+    });
+    registerCommand("change to next weapon", "nextweap", [] { nextWeaponRequested = true; });
+    registerCommand("change to previous weapon", "prevweap", [] { previousWeaponRequested = true; });
+    registerCommand("toggles whether the AI will see you or not", "invis", [] {
+        Player* p = currentPlayer();
+        if (!p)
+            return;
+        p->notarget = !p->notarget;
+        conPrint(p->notarget ? "Invisible on" : "Invisible off");
+    });
+    registerCommand("toggle invincibility", "god", [] {
+        Player* p = currentPlayer();
+        if (!p)
+            return;
+        p->setGodMode(!p->isGodMode());
+        conPrint(p->isGodMode() ? "God mode on" : "God mode off");
+    });
+    // Stuck or fell somewhere without a way out: die and restart the level.
+    registerCommand("kill yourself and restart the level", "kill", [] {
+        Player* p = currentPlayer();
+        if (!p || p->dead)
+            return;
+        p->health = 0;
+        p->die();
+    });
+    holdCommand("", "+slow", slow, true);
+    holdCommand("stop slowing down", "-slow", slow, false);
+
+    moveMode = getVar("movemode");
+    frictionVar = findVar("playerfriction");
+    brakeVar = findVar("playerbrake");
+    gripVar = findVar("playergrip");
+}
+
+void GameplayInput::step(Body* player, float stepLength)
+{
+    if (auto* p = dynamic_cast<Player*>(player))
+        applyControls(p, stepLength);
+}
+
+void GameplayInput::update(Body* player) { updatePlayer(dynamic_cast<Player*>(player)); }
+
+void GameplayInput::releaseAll()
+{
+    moveRight = moveLeft = moveUp = moveDown = false;
+    boost = grapple = attack = fireById = slow = false;
+    nextWeaponRequested = previousWeaponRequested = false;
+}
+
+void GameplayInput::deactivate() { releaseAll(); }
+
+Vector GameplayInput::computeForce(Player& player, float stepTime)
+{
+    const float m = player.mass;
+    const float horizontal = static_cast<float>(moveRight) - static_cast<float>(moveLeft);
+    const float up = moveUp ? 1.0f : 0.0f;
+    const float down = moveDown ? 1.0f : 0.0f;
+    Vector force;
+
+    if (moveMode && moveMode->intValue == platformMode) {
+        if (player.takeGroundContact()) {
+            force.x = horizontal * 190.0f * m;
+            player.canJump = true;
+            player.airTime = 0.0f;
+        } else {
+            force.x = horizontal * 80.0f * m;
+        }
+        if (player.airTime > jumpAllowance)
+            player.canJump = false;
+        force.y = down * -320.0f * m;
+        if (player.canJump)
+            force.y += up * 320.0f * m;
+        player.airTime += stepTime;
+    } else {
+        force.x = horizontal * 300.0f * m;
+        force.y = down * -300.0f * m + up * 300.0f * m;
+    }
+
+    // Drag on the raw velocity, deliberately not scaled by the mass.
+    if (stepTime > 0.0f) {
+        force.x -= 0.9f * player.vel.x;
+        force.y -= 0.9f * player.vel.y;
+    }
+    return force;
+}
+
+void GameplayInput::applyGrip(Player& player) const
+{
+    // Below this the body's contact snaps to rest; kept low while running so
+    // the first steps from a standstill are not eaten by it.
+    constexpr float runningGrip = 0.1f;
+    if (moveLeft != moveRight) {
+        if (frictionVar)
+            player.friction = frictionVar->floatValue;
+        if (gripVar)
+            player.staticFrictionSpeed = runningGrip;
+    } else {
+        if (brakeVar)
+            player.friction = brakeVar->floatValue;
+        if (gripVar)
+            player.staticFrictionSpeed = gripVar->floatValue;
+    }
+}
+
+void GameplayInput::applyControls(Player* player, float stepTime)
+{
+    if (!player || player->dead)
+        return;
+    applyGrip(*player);
+    player->applyForce(computeForce(*player, stepTime), stepTime);
+}
+
+void GameplayInput::updatePlayer(Player* player)
+{
+    if (!player) {
+        if (fireById)
+            std::printf("NULL PLAYER for fireweap\n");
+        else if (fireWeaponId > 0 && fireWeaponId < 12)
+            std::printf("NULL PLAYER for unfireweap\n");
+        return;
+    }
+    if (player->dead)
+        return;
+
+    if (attack) {
+        player->isfiring = true;
+        player->fireCurrentWeapon();
+    } else if (fireById) {
+        player->isfiring = true;
+    } else {
+        player->isfiring = false;
+        player->stopFiring();
+    }
+
+    if (nextWeaponRequested)
+        nextWeaponRequested = false;
+    if (previousWeaponRequested)
+        previousWeaponRequested = false;
+}

@@ -1,0 +1,61 @@
+#pragma once
+// The input target "game" during play: registers the player's control
+// commands, keeps their held state, and turns it into a movement force once
+// per simulation step (free thrust or platform mode with a short jump
+// allowance, chosen by "movemode") and into weapon actions once per frame.
+#include "input/GameInput.h"
+
+class GameVar;
+class Player;
+
+class GameplayInput : public GameInput {
+public:
+    // Movement modes of "movemode": platform is 2, anything else is free thrust.
+    static constexpr int platformMode = 2;
+    // Upward push is allowed this long after leaving the ground (seconds).
+    static constexpr float jumpAllowance = 0.3f;
+
+    GameplayInput() = default;
+    ~GameplayInput() override = default;
+
+    // The bindings' commands, then the control commands.
+    void init() override;
+    // Per simulation step: applyControls for a live Player.
+    void step(Body* player, float stepLength) override;
+    // Per frame: updatePlayer for a live Player.
+    void update(Body* player) override;
+    // All held controls let go.
+    void releaseAll() override;
+    // Losing the input lets go of everything, so no key stays stuck down.
+    void deactivate() override;
+
+    // The control commands and the "movemode" handle.
+    virtual void registerCommands();
+    // Movement force for one step (nothing while the player is dead).
+    virtual void applyControls(Player* player, float stepTime);
+    // Firing and weapon selection (nothing while the player is dead).
+    virtual void updatePlayer(Player* player);
+
+    // The player's grip on what it stands on: sliding friction while it is
+    // steered sideways, stronger braking and static grip when it is not, so
+    // it stops when the keys are released and stands still on ramps. Read
+    // from "playerfriction", "playerbrake" and "playergrip"; the body's own
+    // values stay when those variables do not exist.
+    void applyGrip(Player& player) const;
+
+    // The force applyControls would apply, without applying it (and with the
+    // same side effects on the jump state). Exposed for tuning and tests.
+    Vector computeForce(Player& player, float stepTime);
+
+    // Held state of the controls, process-wide like the bindings that set it.
+    static bool moveRight, moveLeft, moveUp, moveDown;
+    static bool boost, grapple, attack, fireById, slow;
+    static bool nextWeaponRequested, previousWeaponRequested;
+    static int fireWeaponId;
+
+private:
+    GameVar* moveMode = nullptr;
+    GameVar* frictionVar = nullptr;
+    GameVar* brakeVar = nullptr;
+    GameVar* gripVar = nullptr;
+};

@@ -1,0 +1,210 @@
+#include "gameplay/player/Player.h"
+
+#include <tinyxml.h>
+
+#include <cstdlib>
+
+#include "core/Game.h"
+#include "gameplay/GameplaySingleton.h"
+#include "render/GameHUD.h"
+#include "render/IRenderer.h"
+#include "sound/ISound.h"
+
+namespace {
+// Second flag set: the player's side (enemies aim at it, friendly fire skips it).
+constexpr uint32_t playerSideBit = 1u << 4;
+
+GameHUD* hud() { return GameplaySingleton::get().hud; }
+}
+
+Player::Player()
+{
+    type = "player";
+    id = "anarch";
+    kind = 1;
+    setTexture("data/images/debugsmiley.tga");
+    textured = true;
+    hasGlow = true;
+    thinks = true;
+    takedamage = true;
+    // The first row of the upgrade table.
+    maxhealth = 100;
+    maxarmour = 100;
+    flags2.setFlag(playerSideBit);
+}
+
+std::unique_ptr<Body> Player::clone() const { return std::make_unique<Player>(); }
+
+float Player::now() { return GameplaySingleton::get().levelTime(); }
+
+void Player::playSound(int soundId)
+{
+    if (Game* game = Game::current())
+        if (ISound* sound = game->getSound())
+            sound->playIdAt(soundId, pos, 0);
+}
+
+void Player::die()
+{
+    if (dying || dead)
+        return;
+    stopFiring();
+    deathEffects();
+
+    setMass(0.0f);
+    gravitymultiplier = 0.0f;
+    vel = Vector();
+
+    justRestarted = true;
+    dying = true;
+    dead = true;
+    visible = false;
+    solid = false;
+    takedamage = false;
+    restartTime = now() + restartDelayMs;
+}
+
+void Player::think(float)
+{
+    const float t = now();
+    if (dead && t > restartTime) {
+        Game* game = Game::current();
+        if (game && !game->isLevelPending()) {
+            game->requestLevel(game->getCurrentLevel(), "");
+            justRestarted = true;
+            playSound(15);
+        }
+    }
+
+    if (hasquad && quadtime < t) {
+        quadtime = 0.0f;
+        hasquad = false;
+        damagefactor = 1.0f;
+        playSound(27);
+    }
+    if (hasinvinc && invinctime < t) {
+        invinctime = 0.0f;
+        hasinvinc = false;
+        damagetakenfactor = 1.0f;
+    }
+}
+
+void Player::onTouch(TouchInfo& info)
+{
+    Body* other = info.other;
+    if (!other || !solid || !other->solid || !collidesWith(other) || !other->collidesWith(this))
+        return;
+    // The contact normal points at the body whose collision pass found the
+    // contact; turn it so that it points at the player.
+    Vector n = info.normal;
+    const Vector away(pos.x - other->pos.x, pos.y - other->pos.y);
+    if (n.dot2(away) < 0.0f)
+        n = n * -1.0f;
+    if (n.y >= 0.5f && n.y <= 1.0f)
+        groundContact = true;
+}
+
+bool Player::takeGroundContact()
+{
+    const bool touched = groundContact || onGround;
+    groundContact = false;
+    onGround = false;
+    return touched;
+}
+
+void Player::drawExtras(IRenderer& renderer)
+{
+    const float z = zShift + 0.2f;
+    if (grappling && hook) {
+        beamEnd = hook->pos;
+        renderer.bindTexture("data/particles/beam.tga");
+        if (hookAttached)
+            renderer.setColour(255.0f, 0.0f, 0.0f, 200.0f);
+        else
+            renderer.setColour(0.0f, 255.0f, 255.0f, 200.0f);
+        renderer.drawTiledBeam(pos, beamEnd, z, 4.0f, 64.0f, true);
+    }
+    if (hasinvinc) {
+        renderer.setColour(255.0f, 0.0f, 0.0f, 200.0f);
+        renderer.drawSprite(pos.x, pos.y, z, 18.0f, 24.0f, "data/particles/magneticpulse.png");
+    }
+    if (hasquad) {
+        renderer.setColour(0.0f, 255.0f, 0.0f, 200.0f);
+        renderer.drawSprite(pos.x, pos.y, z, 24.0f, 18.0f, "data/particles/magneticpulse.png");
+    }
+}
+
+void Player::readState(TiXmlElement* element)
+{
+    GameBody::readState(element);
+    if (!element)
+        return;
+    const char* text = element->Attribute("cash");
+    cash = text ? std::atoi(text) : 0;
+}
+
+void Player::writeState(TiXmlElement* element)
+{
+    GameBody::writeState(element);
+    if (element)
+        element->SetAttribute("cash", cash);
+}
+
+void Player::levelLoaded() { levelReset(); }
+
+// The power-up effects are particle systems attached to the player; with no
+// effect definitions loaded there is nothing to attach.
+void Player::applyQuadEffect() {}
+void Player::applyInvincibleEffect() {}
+
+void Player::fireCurrentWeapon() {}
+
+void Player::stopFiring() {}
+
+void Player::giveInvincibility(float factor)
+{
+    if (!hasinvinc)
+        applyInvincibleEffect();
+    hasinvinc = true;
+    damagetakenfactor = factor;
+    invinctime = now() + powerUpMs;
+    playSound(25);
+    if (GameHUD* h = hud())
+        h->pickupMessage("Invincibility");
+}
+
+void Player::giveQuad(float factor)
+{
+    if (!hasquad)
+        applyQuadEffect();
+    hasquad = true;
+    if (factor > damagefactor)
+        damagefactor = factor;
+    quadtime = now() + powerUpMs;
+    playSound(25);
+    if (GameHUD* h = hud())
+        h->pickupMessage("Quad Damage");
+}
+
+void Player::giveCash(int amount)
+{
+    cash += amount;
+    playSound(24);
+    if (GameHUD* h = hud())
+        h->pickupMessage("Cash");
+}
+
+void Player::levelReset()
+{
+    if (!justRestarted)
+        return;
+    justRestarted = false;
+    dead = false;
+    dying = false;
+    setMass(100.0f);
+    visible = true;
+    solid = true;
+    gravitymultiplier = 1.0f;
+    takedamage = true;
+    health = maxhealth;
+}

@@ -1,0 +1,380 @@
+#include <tinyxml.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "gameplay/GameplayFixture.h"
+#include "gameplay/RaceBlock.h"
+#include "gameplay/RaceEnd.h"
+#include "gameplay/RaceEndBlock.h"
+#include "gameplay/RaceStart.h"
+#include "world/gamebody/GameBody.h"
+
+namespace {
+// Counts its steps and thinks.
+class CountingBody : public GameBody {
+public:
+    void step(float) override { ++steps; }
+    void think(float) override { ++thinkCount; }
+    int steps = 0;
+    int thinkCount = 0;
+};
+
+TouchInfo touchBy(Body* other, Body* self)
+{
+    TouchInfo info;
+    info.other = other;
+    info.self = self;
+    info.normal = Vector(0.0f, 1.0f);
+    return info;
+}
+}
+
+TEST(GameplayClockTest, TextFormAndRebasing)
+{
+    ManualClock clock(50000);
+    Clock::install(&clock);
+    BasicTimer saved;
+    saved.startTime = 1000.0f;
+    saved.currentTime = 4000.0f;
+    saved.previousTime = 3975.0f;
+    saved.ticksPerSecond = 1000.0f;
+    saved.paused = false;
+    const std::string text = DefaultGameplay::clockToText(saved);
+    EXPECT_EQ(text, "1000.000000,4000.000000,3975.000000,1000.000000,false");
+
+    BasicTimer loaded;
+    ASSERT_TRUE(DefaultGameplay::clockFromText(loaded, text));
+    // Elapsed and frame times survive; the clock now reads from the present.
+    EXPECT_FLOAT_EQ(loaded.currentTime, 50000.0f);
+    EXPECT_FLOAT_EQ(loaded.startTime, 47000.0f);
+    EXPECT_FLOAT_EQ(loaded.previousTime, 49975.0f);
+    EXPECT_FALSE(loaded.paused);
+
+    EXPECT_FALSE(DefaultGameplay::clockFromText(loaded, "12,34"));
+    EXPECT_FLOAT_EQ(loaded.startTime, 47000.0f);
+
+    // Resuming removes the time spent paused.
+    loaded.pauseTime = loaded.currentTime;
+    loaded.paused = true;
+    clock.advance(10000);
+    DefaultGameplay::resumeClock(loaded);
+    EXPECT_FLOAT_EQ(loaded.currentTime - loaded.startTime, 3000.0f);
+    EXPECT_FLOAT_EQ(loaded.currentTime - loaded.previousTime, 25.0f);
+    EXPECT_FALSE(loaded.paused);
+    Clock::install(nullptr);
+}
+
+class DefaultGameplayTest : public GameplayFixture {};
+
+TEST_F(DefaultGameplayTest, SaveAndLoadKeepLevelAndRaceTimes)
+{
+    loadLevel();
+    frames(40);  // one second of level time
+    gameplay->startRace();
+    frames(20);
+    const float level = levelTime();
+    const float race = gameplay->raceTime();
+
+    TiXmlElement saved("gameplay");
+    gameplay->save(&saved);
+    EXPECT_STREQ(saved.Attribute("raceactive"), "true");
+
+    clock.advance(60000);
+    gameplay->resetRace();
+    gameplay->load(&saved);
+    EXPECT_TRUE(gameplay->isRaceActive());
+    EXPECT_FLOAT_EQ(levelTime(), level);
+    EXPECT_FLOAT_EQ(gameplay->raceTime(), race);
+
+    // A restored level keeps the player's timers; a fresh one shifts them.
+    player->quadtime = 5000.0f;
+    gameplay->startLevel("");
+    EXPECT_FLOAT_EQ(player->quadtime, 5000.0f);
+    EXPECT_FLOAT_EQ(levelTime(), level);
+
+    frames(40);
+    const float elapsed = levelTime();
+    gameplay->startLevel("");
+    EXPECT_FLOAT_EQ(player->quadtime, 5000.0f - elapsed);
+    EXPECT_FLOAT_EQ(levelTime(), 0.0f);
+
+    // Missing attributes: no race, clocks untouched.
+    TiXmlElement empty("gameplay");
+    gameplay->load(&empty);
+    EXPECT_FALSE(gameplay->isRaceActive());
+}
+
+TEST_F(DefaultGameplayTest, ThinksOnlyWhenLevelTimeIsStrictlyLater)
+{
+    loadLevel();
+    auto* body = new CountingBody();
+    body->makeRectangle(4.0f, 4.0f);
+    body->setPosition(Vector(-500.0f, 50.0f));
+    body->setMass(0.0f);
+    body->thinks = true;
+    body->thinkInterval = 100.0f;
+    body->nextthink = 50.0f;
+    game->spawnBody(body);
+
+    frame();  // level time 25
+    frame();  // level time 50: equal is not later
+    EXPECT_EQ(body->thinkCount, 0);
+    EXPECT_EQ(body->steps, 2);
+    frame();  // 75
+    EXPECT_EQ(body->thinkCount, 1);
+    EXPECT_FLOAT_EQ(body->nextthink, 175.0f);
+    frames(4);  // 175 is not later than 175
+    EXPECT_EQ(body->thinkCount, 1);
+    frame();  // 200
+    EXPECT_EQ(body->thinkCount, 2);
+
+    body->thinks = false;
+    frames(20);
+    EXPECT_EQ(body->thinkCount, 2);
+    EXPECT_EQ(body->steps, 28);
+}
+
+TEST_F(DefaultGameplayTest, SpawnPointChoice)
+{
+    const std::string points = spawnPoint("a", -500.0f, 50.0f, false) + spawnPoint("b", 500.0f, 50.0f, true) +
+                               spawnPoint("c", -300.0f, 50.0f, true);
+    // No entry: the first start point, even though "a" comes first.
+    loadLevel(points);
+    ASSERT_EQ(gameplay->getSpawnPoints().size(), 3u);
+    EXPECT_FLOAT_EQ(player->pos.x, 500.0f);
+    EXPECT_FLOAT_EQ(player->pos.y, 50.0f);
+
+    loadLevel(points, "a");
+    EXPECT_FLOAT_EQ(player->pos.x, -500.0f);
+
+    loadLevel(points, "nosuchpoint");
+    EXPECT_FLOAT_EQ(player->pos.x, 500.0f);
+
+    // Nearest: "c" beats "a" from the origin; an equal distance keeps the first.
+    Body probe;
+    EXPECT_EQ(gameplay->nearestSpawnPoint(&probe)->id, "c");
+    probe.pos = Vector(0.0f, 50.0f);
+    const std::string tie = spawnPoint("left", -100.0f, 50.0f, false) + spawnPoint("right", 100.0f, 50.0f, false);
+    player->setPosition(Vector(-700.0f, 8.0f));
+    loadLevel(tie);
+    EXPECT_EQ(gameplay->nearestSpawnPoint(&probe)->id, "left");
+    // Without a start point the player stays where it was.
+    EXPECT_FLOAT_EQ(player->pos.x, -700.0f);
+    EXPECT_EQ(gameplay->startSpawnPoint(), nullptr);
+
+    gameplay->endLevel();
+    EXPECT_TRUE(gameplay->getSpawnPoints().empty());
+    EXPECT_EQ(gameplay->nearestSpawnPoint(&probe), nullptr);
+}
+
+TEST_F(DefaultGameplayTest, GibsAreCappedByMaxGibs)
+{
+    int count = 8;
+    gameplay->allocateGibs(count);
+    EXPECT_EQ(count, 8);
+    count = 5;
+    gameplay->allocateGibs(count);
+    EXPECT_EQ(count, 2);
+    EXPECT_EQ(gameplay->getGibCount(), 10);
+    count = 3;
+    gameplay->allocateGibs(count);
+    EXPECT_EQ(count, 0);
+    EXPECT_EQ(gameplay->getGibCount(), 10);
+}
+
+TEST_F(DefaultGameplayTest, RaceStartFinishAndFinishAgain)
+{
+    loadLevel();
+    GameHUD& hud = gameplay->getHud();
+    auto start = gameplay->createBody("racestart");
+    auto end = gameplay->createBody("raceend");
+    ASSERT_NE(dynamic_cast<RaceStart*>(start), nullptr);
+    ASSERT_NE(dynamic_cast<RaceEnd*>(end), nullptr);
+    std::unique_ptr<Body> startOwner(start), endOwner(end);
+
+    // The finish line means nothing outside a race.
+    TouchInfo t = touchBy(player, end);
+    end->onTouch(t);
+    EXPECT_FALSE(dynamic_cast<RaceEnd*>(end)->triggered);
+    EXPECT_FALSE(gameplay->isRaceActive());
+
+    t = touchBy(player, start);
+    start->onTouch(t);
+    EXPECT_TRUE(gameplay->isRaceActive());
+    EXPECT_EQ(hud.lastMessage(), "Race Started!!");
+    frames(60);  // 1.5 s
+    gameplay->checkpointReached();
+    EXPECT_EQ(hud.lastMessage(), "Checkpoint: 1.5");
+
+    t = touchBy(player, end);
+    end->onTouch(t);
+    EXPECT_FALSE(gameplay->isRaceActive());
+    EXPECT_EQ(hud.lastMessage(), "Race Finished: 1.5");
+    const size_t messages = hud.getMessages().size();
+
+    // Finishing again says nothing and the final time stays frozen.
+    frames(10);
+    gameplay->finishRace();
+    EXPECT_EQ(hud.getMessages().size(), messages);
+    EXPECT_FLOAT_EQ(gameplay->raceTime(), 1500.0f);
+    EXPECT_TRUE(gameplay->getRaceTimer().paused);
+
+    // Someone other than the player does not start a race.
+    Body stranger;
+    t = touchBy(&stranger, start);
+    dynamic_cast<RaceStart*>(start)->triggered = false;
+    start->onTouch(t);
+    EXPECT_FALSE(gameplay->isRaceActive());
+}
+
+TEST_F(DefaultGameplayTest, EndBlockFinishesWhenEveryBlockIsDelivered)
+{
+    const std::string extra =
+        box("raceblock", "a", -620, 0, -600, 20, "mass=\"10\" solid=\"true\" entity=\"true\"") +
+        box("raceblock", "b", -520, 0, -500, 20, "mass=\"10\" solid=\"true\" entity=\"true\"") +
+        box("raceendblock", "goal", -900, 0, -880, 20, "mass=\"0\" solid=\"false\" entity=\"true\"",
+            attribute("blocks", "a,b") + attribute("untriggertimer", "500"));
+    loadLevel(extra);
+    RaceBlock* a = nullptr;
+    RaceBlock* b = nullptr;
+    RaceEndBlock* goal = nullptr;
+    for (Body* body : game->getBodies()) {
+        if (body->id == "a")
+            a = dynamic_cast<RaceBlock*>(body);
+        if (body->id == "b")
+            b = dynamic_cast<RaceBlock*>(body);
+        if (body->id == "goal")
+            goal = dynamic_cast<RaceEndBlock*>(body);
+    }
+    ASSERT_TRUE(a && b && goal);
+    const Vector homeA = a->pos;
+
+    // Outside a race a block is not counted.
+    TouchInfo t = touchBy(a, goal);
+    goal->onTouch(t);
+    EXPECT_FALSE(a->delivered);
+
+    gameplay->startRace();
+    a->setPosition(Vector(-850.0f, 10.0f));
+    goal->onTouch(t);
+    EXPECT_TRUE(a->delivered);
+    EXPECT_TRUE(gameplay->isRaceActive());
+    // The player touching the goal counts for nothing.
+    t = touchBy(player, goal);
+    goal->onTouch(t);
+    EXPECT_TRUE(gameplay->isRaceActive());
+
+    t = touchBy(b, goal);
+    goal->onTouch(t);
+    EXPECT_FALSE(gameplay->isRaceActive());
+    EXPECT_TRUE(goal->triggered);
+
+    // Delivering "a" again does nothing: it is already delivered.
+    gameplay->startRace();
+    t = touchBy(a, goal);
+    goal->onTouch(t);
+    EXPECT_TRUE(gameplay->isRaceActive());
+
+    // Re-arming sends the delivered blocks home.
+    frames(30);
+    EXPECT_FALSE(goal->triggered);
+    EXPECT_FALSE(a->delivered);
+    EXPECT_FALSE(b->delivered);
+    EXPECT_FLOAT_EQ(a->pos.x, homeA.x);
+    EXPECT_TRUE(goal->deliveredBlocks.empty());
+}
+
+TEST_F(DefaultGameplayTest, ResetRaceSendsBlocksHome)
+{
+    loadLevel(box("raceblock", "a", -620, 0, -600, 20, "mass=\"10\" solid=\"true\" entity=\"true\""));
+    RaceBlock* a = nullptr;
+    for (Body* body : game->getBodies())
+        if (body->id == "a")
+            a = dynamic_cast<RaceBlock*>(body);
+    ASSERT_NE(a, nullptr);
+    const Vector home = a->pos;
+    gameplay->startRace();
+    a->delivered = true;
+    a->setPosition(Vector(0.0f, 300.0f));
+    a->vel = Vector(5.0f, 5.0f);
+    gameplay->resetRace();
+    EXPECT_FALSE(gameplay->isRaceActive());
+    EXPECT_EQ(gameplay->getHud().lastMessage(), "Race reset.");
+    EXPECT_FALSE(a->delivered);
+    EXPECT_FLOAT_EQ(a->pos.x, home.x);
+    EXPECT_FLOAT_EQ(a->pos.y, home.y);
+    EXPECT_TRUE(a->vel.isZero());
+}
+
+TEST_F(DefaultGameplayTest, DebugCommandsMoveAndLaunchThePlayer)
+{
+    loadLevel(box("namedpoint", "node1", -410, 90, -390, 110, "mass=\"0\" solid=\"false\" entity=\"true\"") +
+              box("namedpoint", "node2", 590, 90, 610, 110, "mass=\"0\" solid=\"false\" entity=\"true\""));
+    player->vel = Vector(10.0f, 10.0f);
+    run("warpto node2");
+    EXPECT_FLOAT_EQ(player->pos.x, 600.0f);
+    EXPECT_FLOAT_EQ(player->pos.y, 100.0f);
+    EXPECT_TRUE(player->vel.isZero());
+
+    run("warpto");  // usage only
+    EXPECT_FLOAT_EQ(player->pos.x, 600.0f);
+
+    player->setPosition(Vector(-300.0f, 100.0f));
+    run("warpnearest");
+    EXPECT_FLOAT_EQ(player->pos.x, -400.0f);
+
+    run("fireplayer -400,400 200");
+    EXPECT_NEAR(player->vel.x, 0.0f, 1e-3f);
+    EXPECT_NEAR(player->vel.y, 200.0f, 1e-3f);
+    run("fireplayer 5,5");  // too few arguments: unchanged
+    EXPECT_NEAR(player->vel.y, 200.0f, 1e-3f);
+
+    player->mouseWorldPos = Vector(-100.0f, 100.0f);
+    run("fireplayeratmouse 50");
+    EXPECT_NEAR(player->vel.x, 50.0f, 1e-3f);
+    EXPECT_NEAR(player->vel.y, 0.0f, 1e-3f);
+
+    run("killvelocity");
+    EXPECT_TRUE(player->vel.isZero());
+
+    std::remove("playerinfo.txt");
+    run("playerinfo");
+    std::ifstream in("playerinfo.txt");
+    std::stringstream text;
+    text << in.rdbuf();
+    EXPECT_NE(text.str().find("Player pos, vel: -400,100,0 0,0,0\n"), std::string::npos) << text.str();
+    EXPECT_NE(text.str().find("Player Mouse Pos: -100,100,0\n"), std::string::npos);
+    EXPECT_NE(text.str().find("Current Level: gameplaytest : at time: "), std::string::npos);
+}
+
+TEST_F(DefaultGameplayTest, PauseLeavesLevelAndRaceClocksWhereTheyWere)
+{
+    loadLevel();
+    frames(10);
+    gameplay->startRace();
+    frames(4);
+    const float level = levelTime();
+    const float race = gameplay->raceTime();
+    game->pause();
+    frames(40, 250);
+    game->unpause();
+    frame();
+    EXPECT_FLOAT_EQ(levelTime(), level + 25.0f);
+    EXPECT_FLOAT_EQ(gameplay->raceTime(), race + 25.0f);
+}
+
+TEST_F(DefaultGameplayTest, CreateBodyKnowsTheGameTypesOnly)
+{
+    EXPECT_EQ(gameplay->createBody("nosuchtype"), nullptr);
+    EXPECT_EQ(gameplay->createBody("Player"), nullptr);
+    std::unique_ptr<Body> block(gameplay->createBody("raceblock"));
+    ASSERT_NE(block, nullptr);
+    EXPECT_EQ(block->type, "raceblock");
+    // The game's player came from the same factory at start-up.
+    EXPECT_EQ(player->type, "player");
+    EXPECT_EQ(player->kind, 1);
+    EXPECT_EQ(player->autoid, 1);
+    EXPECT_FLOAT_EQ(player->mass, 100.0f);
+    EXPECT_EQ(GameplaySingleton::get().resources.player, player);
+}

@@ -1,0 +1,121 @@
+#pragma once
+// A headless game with the gameplay controller installed, a manual clock and
+// a small hand-built world: a floor from x -1000 to 1000 at y 0 and a ledge
+// 32 units high from x 100 to 300. Frames are stepped by advancing the clock.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+
+#include "console/CommandRegistry.h"
+#include "console/VariableRegistry.h"
+#include "core/Clock.h"
+#include "core/Game.h"
+#include "core/ManualClock.h"
+#include "gameplay/DefaultGameplay.h"
+#include "gameplay/GameplaySingleton.h"
+#include "gameplay/player/GameplayInput.h"
+#include "gameplay/player/Player.h"
+#include "render/NullRenderer.h"
+#include "sound/NullSound.h"
+#include "world/body/Body.h"
+
+class GameplayFixture : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        Clock::install(&clock);
+        CommandRegistry::instance().reset();
+        VariableRegistry::instance().clearVariables();
+        createVar("movemode", "2", "");
+        createVar("maxgibs", "10", "");
+        createVar("drawtimer", "0", "");
+        createVar("playerfriction", "0.04", "");
+        createVar("playerbrake", "0.3", "");
+        createVar("playergrip", "40", "");
+        GameplayInput::fireWeaponId = 0;
+        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
+        game->getTimer().start();
+        game->setGravityOverride(-80.0f);
+        game->startGameplay();
+        gameplay = dynamic_cast<DefaultGameplay*>(game->getGameplay());
+        player = dynamic_cast<Player*>(game->getPlayer());
+        input = dynamic_cast<GameplayInput*>(game->getGameInput());
+        ASSERT_NE(gameplay, nullptr);
+        ASSERT_NE(player, nullptr);
+        ASSERT_NE(input, nullptr);
+        input->releaseAll();
+    }
+
+    void TearDown() override
+    {
+        if (input)
+            input->releaseAll();
+        game.reset();
+        CommandRegistry::instance().reset();
+        VariableRegistry::instance().clearVariables();
+        Clock::install(nullptr);
+    }
+
+    // A "P" element for a box from (x0, y0) to (x1, y1).
+    static std::string box(const std::string& type, const std::string& id, float x0, float y0, float x1,
+                           float y1, const std::string& params = "mass=\"0\" solid=\"true\"",
+                           const std::string& attributes = "")
+    {
+        auto v = [](float x, float y) {
+            return "<v origin=\"" + std::to_string(x) + "," + std::to_string(y) +
+                   "\" colour=\"255,255,255,255\"/>";
+        };
+        std::string p = "<P type=\"" + type + "\" idname=\"" + id + "\"><params " + params + "/><verts>" +
+                        v(x0, y0) + v(x1, y0) + v(x1, y1) + v(x0, y1) + "</verts>";
+        if (!attributes.empty())
+            p += "<attributes>" + attributes + "</attributes>";
+        return p + "</P>";
+    }
+    static std::string attribute(const std::string& name, const std::string& value)
+    {
+        return "<a name=\"" + name + "\" value=\"" + value + "\"/>";
+    }
+
+    // Writes maps/<name>.xml with the floor, the ledge and `extra`, and loads it.
+    void loadLevel(const std::string& extra = "", const std::string& entry = "",
+                   const std::string& name = "gameplaytest")
+    {
+        std::filesystem::create_directories("maps");
+        std::ofstream out("maps/" + name + ".xml");
+        out << "<level><Objects>" << box("default", "floor", -1000, -100, 1000, 0)
+            << box("default", "ledge", 100, 0, 300, 32) << extra << "</Objects></level>";
+        out.close();
+        game->loadLevel(name, entry);
+        ASSERT_TRUE(game->isLevelLoaded());
+    }
+
+    // A spawn point (a small non-solid entity) at (x, y).
+    static std::string spawnPoint(const std::string& id, float x, float y, bool start)
+    {
+        return box("spawnpoint", id, x - 4, y - 4, x + 4, y + 4,
+                   "mass=\"0\" solid=\"false\" entity=\"true\"",
+                   start ? attribute("startpoint", "true") : "");
+    }
+
+    // One frame of `ms` milliseconds.
+    void frame(uint32_t ms = 25)
+    {
+        clock.advance(ms);
+        game->runFrame();
+    }
+    void frames(int count, uint32_t ms = 25)
+    {
+        for (int i = 0; i < count; ++i)
+            frame(ms);
+    }
+    void run(const std::string& text) { CommandRegistry::instance().execute(text); }
+
+    ManualClock clock{10000};
+    std::unique_ptr<Game> game;
+    DefaultGameplay* gameplay = nullptr;
+    Player* player = nullptr;
+    GameplayInput* input = nullptr;
+};

@@ -1,0 +1,214 @@
+#include <cstdlib>
+
+#include "gameplay/GameplayFixture.h"
+
+class PlayerControlsTest : public GameplayFixture {
+protected:
+    void setMode(int mode) { setVar("movemode", std::to_string(mode)); }
+    Vector force(float step = 0.025f) { return input->computeForce(*player, step); }
+};
+
+TEST_F(PlayerControlsTest, PlatformForcesOnGroundAndInTheAir)
+{
+    setMode(2);
+    const float m = player->mass;
+    GameplayInput::moveRight = true;
+    player->onGround = true;
+    EXPECT_FLOAT_EQ(force().x, 190.0f * m);
+    EXPECT_FLOAT_EQ(force().x, 80.0f * m);  // the contact was used up
+
+    // Left and right together cancel out.
+    GameplayInput::moveLeft = true;
+    player->onGround = true;
+    EXPECT_FLOAT_EQ(force().x, 0.0f);
+    GameplayInput::moveRight = false;
+    EXPECT_FLOAT_EQ(force().x, -80.0f * m);
+
+    // Down pushes down whether or not the player stands on something.
+    GameplayInput::moveLeft = false;
+    GameplayInput::moveDown = true;
+    EXPECT_FLOAT_EQ(force().y, -320.0f * m);
+}
+
+TEST_F(PlayerControlsTest, JumpAllowanceEndsAfterAirTimeAndReturnsOnLanding)
+{
+    setMode(2);
+    const float m = player->mass;
+    GameplayInput::moveUp = true;
+    player->onGround = true;
+    int pushes = 0;
+    int step = 0;
+    for (; step < 40; ++step) {
+        if (force().y > 0.0f)
+            ++pushes;
+        else
+            break;
+    }
+    // The ground step plus every step until the air time passes 0.3 s.
+    EXPECT_GE(pushes, 12);
+    EXPECT_LE(pushes, 13);
+    EXPECT_FALSE(player->canJump);
+    // Once refused the push stays refused, however long up is held...
+    for (int i = 0; i < 20; ++i)
+        EXPECT_FLOAT_EQ(force().y, 0.0f);
+    // ...until the player lands again.
+    player->onGround = true;
+    EXPECT_FLOAT_EQ(force().y, 320.0f * m);
+    EXPECT_TRUE(player->canJump);
+    EXPECT_FLOAT_EQ(player->airTime, 0.025f);
+}
+
+TEST_F(PlayerControlsTest, FreeModeThrustAndDamping)
+{
+    setMode(1);
+    const float m = player->mass;
+    GameplayInput::moveUp = true;
+    GameplayInput::moveRight = true;
+    Vector f = force();
+    EXPECT_FLOAT_EQ(f.x, 300.0f * m);
+    EXPECT_FLOAT_EQ(f.y, 300.0f * m);
+    GameplayInput::moveDown = true;
+    EXPECT_FLOAT_EQ(force().y, 0.0f);
+
+    // Damping works on the raw velocity, and not at all for a zero step.
+    input->releaseAll();
+    player->vel = Vector(100.0f, -50.0f);
+    f = force(0.025f);
+    EXPECT_FLOAT_EQ(f.x, -90.0f);
+    EXPECT_FLOAT_EQ(f.y, 45.0f);
+    f = force(0.0f);
+    EXPECT_FLOAT_EQ(f.x, 0.0f);
+    EXPECT_FLOAT_EQ(f.y, 0.0f);
+
+    // A dead player is not pushed.
+    player->dead = true;
+    GameplayInput::moveRight = true;
+    input->applyControls(player, 0.025f);
+    EXPECT_FLOAT_EQ(player->vel.x, 100.0f);
+}
+
+TEST_F(PlayerControlsTest, CommandsSetAndReleaseTheHeldState)
+{
+    run("+moveright");
+    run("+attack");
+    run("+fire 3");
+    EXPECT_TRUE(GameplayInput::moveRight);
+    EXPECT_TRUE(GameplayInput::attack);
+    EXPECT_TRUE(GameplayInput::fireById);
+    EXPECT_EQ(GameplayInput::fireWeaponId, 3);
+    run("-fire");
+    EXPECT_FALSE(GameplayInput::fireById);
+    EXPECT_EQ(GameplayInput::fireWeaponId, 3);
+    run("-moveright");
+    EXPECT_FALSE(GameplayInput::moveRight);
+
+    // Losing the input lets go of everything.
+    run("+moveleft");
+    input->deactivate();
+    EXPECT_FALSE(GameplayInput::moveLeft);
+    EXPECT_FALSE(GameplayInput::attack);
+
+    run("god");
+    EXPECT_TRUE(player->isGodMode());
+    run("god");
+    EXPECT_FALSE(player->isGodMode());
+    run("invis");
+    EXPECT_TRUE(player->notarget);
+}
+
+TEST_F(PlayerControlsTest, PlatformJumpReachesALedgeTwiceThePlayersHeight)
+{
+    setMode(2);
+    loadLevel();
+    player->setPosition(Vector(40.0f, 8.0f));
+    frames(20);  // settle on the floor
+    EXPECT_NEAR(player->pos.y, 8.0f, 0.5f);
+
+    GameplayInput::moveRight = true;
+    GameplayInput::moveUp = true;
+    frames(16);
+    GameplayInput::moveUp = false;
+    frames(60);
+    GameplayInput::moveRight = false;
+    frames(40);
+    // Standing on the ledge top (32) with its 16-unit body.
+    EXPECT_GT(player->pos.x, 108.0f);
+    EXPECT_NEAR(player->pos.y, 40.0f, 0.5f);
+}
+
+TEST_F(PlayerControlsTest, StopsWhenTheKeysAreReleased)
+{
+    setMode(2);
+    loadLevel();
+    player->setPosition(Vector(-500.0f, 8.0f));
+    frames(10);
+    GameplayInput::moveRight = true;
+    frames(40);
+    EXPECT_GT(player->vel.x, 40.0f);
+    GameplayInput::moveRight = false;
+    frames(40);
+    EXPECT_NEAR(player->vel.x, 0.0f, 0.5f);
+    const float x = player->pos.x;
+    frames(40);
+    EXPECT_NEAR(player->pos.x, x, 0.5f);
+}
+
+TEST_F(PlayerControlsTest, FreeModeFliesAgainstGravity)
+{
+    setMode(1);
+    loadLevel();
+    player->setPosition(Vector(-500.0f, 8.0f));
+    frames(10);
+    GameplayInput::moveUp = true;
+    frames(40);
+    EXPECT_GT(player->pos.y, 60.0f);
+    GameplayInput::moveUp = false;
+    GameplayInput::moveLeft = true;
+    frames(20);
+    EXPECT_LT(player->pos.x, -510.0f);
+}
+
+// The shipped test level, with the shipped movement defaults.
+class TestLevelFeelTest : public PlayerControlsTest {
+protected:
+    void SetUp() override
+    {
+        PlayerControlsTest::SetUp();
+        const char* source = std::getenv("BQ_SOURCE_DIR");
+        if (!source)
+            GTEST_SKIP() << "BQ_SOURCE_DIR not set";
+        std::filesystem::create_directories("maps");
+        std::filesystem::copy_file(std::string(source) + "/maps/test.xml", "maps/feeltest.xml",
+                                   std::filesystem::copy_options::overwrite_existing);
+        setMode(2);
+        game->loadLevel("feeltest", "");
+        ASSERT_TRUE(game->isLevelLoaded());
+    }
+    void placeAt(float x, float y)
+    {
+        player->setPosition(Vector(x, y));
+        player->vel = Vector();
+        frames(40);
+    }
+};
+
+TEST_F(TestLevelFeelTest, StandsStillOnTheRampsAndWalksUpThem)
+{
+    // The two 18 degree ramps, rising to the right at x 400 and falling at x 760.
+    placeAt(500.0f, 50.0f);
+    Vector rest = player->pos;
+    frames(120);
+    EXPECT_NEAR(player->pos.x, rest.x, 3.0f);
+    EXPECT_NEAR(player->pos.y, rest.y, 1.0f);
+
+    placeAt(860.0f, 50.0f);
+    rest = player->pos;
+    frames(120);
+    EXPECT_NEAR(player->pos.x, rest.x, 3.0f);
+
+    placeAt(360.0f, 8.0f);
+    GameplayInput::moveRight = true;
+    frames(200);
+    GameplayInput::moveRight = false;
+    EXPECT_GT(player->pos.x, 600.0f);
+}
