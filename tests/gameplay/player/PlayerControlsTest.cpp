@@ -1,3 +1,5 @@
+#include <cstdlib>
+
 #include "gameplay/GameplayFixture.h"
 
 class PlayerControlsTest : public GameplayFixture {
@@ -164,4 +166,49 @@ TEST_F(PlayerControlsTest, FreeModeFliesAgainstGravity)
     GameplayInput::moveLeft = true;
     frames(20);
     EXPECT_LT(player->pos.x, -510.0f);
+}
+
+// The shipped test level, with the shipped movement defaults.
+class TestLevelFeelTest : public PlayerControlsTest {
+protected:
+    void SetUp() override
+    {
+        PlayerControlsTest::SetUp();
+        const char* source = std::getenv("BQ_SOURCE_DIR");
+        if (!source)
+            GTEST_SKIP() << "BQ_SOURCE_DIR not set";
+        std::filesystem::create_directories("maps");
+        std::filesystem::copy_file(std::string(source) + "/maps/test.xml", "maps/feeltest.xml",
+                                   std::filesystem::copy_options::overwrite_existing);
+        setMode(2);
+        game->loadLevel("feeltest", "");
+        ASSERT_TRUE(game->isLevelLoaded());
+    }
+    void placeAt(float x, float y)
+    {
+        player->setPosition(Vector(x, y));
+        player->vel = Vector();
+        frames(40);
+    }
+};
+
+TEST_F(TestLevelFeelTest, StandsStillOnTheRampsAndWalksUpThem)
+{
+    // The two 18 degree ramps, rising to the right at x 400 and falling at x 760.
+    placeAt(500.0f, 50.0f);
+    Vector rest = player->pos;
+    frames(120);
+    EXPECT_NEAR(player->pos.x, rest.x, 3.0f);
+    EXPECT_NEAR(player->pos.y, rest.y, 1.0f);
+
+    placeAt(860.0f, 50.0f);
+    rest = player->pos;
+    frames(120);
+    EXPECT_NEAR(player->pos.x, rest.x, 3.0f);
+
+    placeAt(360.0f, 8.0f);
+    GameplayInput::moveRight = true;
+    frames(200);
+    GameplayInput::moveRight = false;
+    EXPECT_GT(player->pos.x, 600.0f);
 }

@@ -1,0 +1,130 @@
+// The level files that ship with the game and the fuzzing seeds: the test
+// level must load cleanly and settle, and every seed must load (or be
+// refused) without harm, so the corpus is exercised in every test run.
+#include <gtest/gtest.h>
+
+#include <dirent.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "world/gamebody/GameBody.h"
+#include "world/level/LevelFixture.h"
+
+namespace {
+std::string sourceDir()
+{
+    const char* dir = std::getenv("BQ_SOURCE_DIR");
+    return dir ? dir : "..";
+}
+
+std::string readFile(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+bool finite(const Vector& v) { return std::isfinite(v.x) && std::isfinite(v.y); }
+}
+
+class LevelFilesTest : public LevelFixture {
+protected:
+    void step(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            game.applyGravity(Game::stepSeconds);
+            game.freezeVelocities();
+            game.collideBodies(Game::stepSeconds);
+            game.moveBodies(Game::stepSeconds);
+        }
+    }
+};
+
+TEST_F(LevelFilesTest, TestLevelLoadsCleanlyAndSettles)
+{
+    const std::string text = readFile(sourceDir() + "/maps/test.xml");
+    ASSERT_FALSE(text.empty());
+    dir.write("maps/test.xml", text);
+    game.setGravityOverride(-80.0f);
+
+    std::string out = captured([&] { game.loadLevel("test.xml", ""); });
+    ASSERT_TRUE(game.isLevelLoaded()) << out;
+    EXPECT_EQ(out.find("Defaulting to Body"), std::string::npos) << out;
+    EXPECT_EQ(out.find("insertion failed"), std::string::npos) << out;
+    EXPECT_EQ(out.find("Skipping body"), std::string::npos) << out;
+
+    size_t declared = 0;
+    for (size_t at = text.find("<P "); at != std::string::npos; at = text.find("<P ", at + 1))
+        ++declared;
+    EXPECT_EQ(game.getBodies().size(), declared);
+    EXPECT_EQ(game.getQuadTree().countAllBodies(), static_cast<int>(declared));
+
+    // The walkway switch opens both halves of the alcove gate.
+    Body* sw = find("gate_switch");
+    ASSERT_NE(sw, nullptr);
+    ASSERT_EQ(sw->targetList.size(), 2u);
+    for (Body* t : sw->targetList)
+        EXPECT_EQ(t->id, "gate");
+    std::set<std::string> spawns;
+    for (Body* b : game.getBodies())
+        if (b->type == "spawnpoint")
+            spawns.insert(b->id);
+    EXPECT_EQ(spawns, (std::set<std::string>{"start", "east", "walkway"}));
+    EXPECT_EQ(find("start")->attributes.at("startpoint"), "true");
+
+    // Ten seconds of play: the boxes fall a little, land and come to rest
+    // inside the level; the stacked pair stays stacked.
+    std::vector<Body*> movers;
+    for (Body* b : game.getActiveBodies())
+        if (b->isMovable())
+            movers.push_back(b);
+    ASSERT_GE(movers.size(), 5u);
+    const float startA = find("box_a")->pos.y;
+    step(400);
+    for (Body* b : movers) {
+        ASSERT_TRUE(finite(b->pos)) << b->id;
+        EXPECT_GT(b->pos.x, -480.0f) << b->id;
+        EXPECT_LT(b->pos.x, 1760.0f) << b->id;
+        EXPECT_GT(b->pos.y, -48.0f) << b->id;
+        EXPECT_LT(b->vel.length2D(), 20.0f) << b->id << " still moving";
+        EXPECT_NE(b->quadTreeNode, nullptr) << b->id << " left the index";
+    }
+    EXPECT_NEAR(find("box_a")->pos.y, startA, 4.0f);
+    EXPECT_GT(find("box_b")->pos.y, find("box_a")->pos.y + 20.0f);
+}
+
+TEST_F(LevelFilesTest, EveryFuzzSeedLoadsOrIsRefusedSafely)
+{
+    const std::string corpus = sourceDir() + "/fuzz/corpus/level_loader";
+    DIR* listing = opendir(corpus.c_str());
+    ASSERT_NE(listing, nullptr) << corpus;
+    std::vector<std::string> seeds;
+    while (const dirent* entry = readdir(listing))
+        if (entry->d_name[0] != '.')
+            seeds.push_back(entry->d_name);
+    closedir(listing);
+    ASSERT_GE(seeds.size(), 5u);
+
+    game.setGravityOverride(-80.0f);
+    for (const std::string& seed : seeds) {
+        SCOPED_TRACE(seed);
+        dir.write("maps/fuzz.xml", readFile(corpus + "/" + seed));
+        captured([&] {
+            game.loadLevel("fuzz", "");
+            step(4);
+        });
+        for (Body* b : game.getBodies()) {
+            EXPECT_TRUE(finite(b->pos)) << b->id;
+            EXPECT_GE(b->worldVertices.size(), 3u) << b->id;
+        }
+        game.unloadLevel();
+        EXPECT_TRUE(game.getBodies().empty());
+    }
+}
