@@ -5,7 +5,8 @@ set -euo pipefail
 game_dir=$1
 source "$(dirname "$0")/lib.bash"
 work=$(make_game_copy "$game_dir")
-start_game "$work" +set movierecord 8
+# Recording starts after start-up, which resets movierecord to 0.
+start_game "$work" +movierecord 8
 wait_for_log "$work" "REND New Res" 30
 # The card fades in for about 3.2 s and out again.
 wait_for_log "$work" "Writing screenshot to screenshots/movie0030.png" 30
