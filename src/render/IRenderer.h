@@ -68,9 +68,9 @@ public:
     virtual void drawImage(float x, float y, float z, float w, float h, const std::string& name) = 0;
     virtual void drawSprite(float cx, float cy, float z, float w, float h, const std::string& name) = 0;
     // Triangle fan through the first count vertices, closed by the first.
-    virtual void drawPolygon(int count, const std::vector<std::unique_ptr<Vector>>& vertices) = 0;
-    virtual void drawPolygon(int count, const std::vector<std::unique_ptr<Vector>>& vertices,
-                             const std::vector<std::unique_ptr<RGBAColour>>& colours) = 0;
+    virtual void drawPolygon(int count, const std::vector<Vector>& vertices) = 0;
+    virtual void drawPolygon(int count, const std::vector<Vector>& vertices,
+                             const std::vector<RGBAColour>& colours) = 0;
     virtual void drawLines(const std::vector<const Quad*>& quads) = 0;
     virtual void drawLine(float x1, float y1, float x2, float y2, float r, float g, float b,
                           float a) = 0;

@@ -50,9 +50,9 @@ public:
     void drawImage(float, float, float, float, float, const std::string&, bool, bool) override {}
     void drawImage(float, float, float, float, float, const std::string&) override {}
     void drawSprite(float, float, float, float, float, const std::string&) override {}
-    void drawPolygon(int, const std::vector<std::unique_ptr<Vector>>&) override {}
-    void drawPolygon(int, const std::vector<std::unique_ptr<Vector>>&,
-                     const std::vector<std::unique_ptr<RGBAColour>>&) override
+    void drawPolygon(int, const std::vector<Vector>&) override {}
+    void drawPolygon(int, const std::vector<Vector>&,
+                     const std::vector<RGBAColour>&) override
     {
     }
     void drawLines(const std::vector<const Quad*>&) override {}

@@ -19,6 +19,7 @@
 #include "console/VariableRegistry.h"
 #include "core/Clock.h"
 #include "render/FontRenderer.h"
+#include "world/body/Body.h"
 #include "world/geometry/Quad.h"
 #include "world/geometry/RGBAColour.h"
 
@@ -398,31 +399,31 @@ void Renderer::drawSprite(float cx, float cy, float z, float w, float h, const s
     drawCentredQuad(cx, cy, z, w * 0.5f, h * 0.5f, true);
 }
 
-void Renderer::drawPolygon(int count, const std::vector<std::unique_ptr<Vector>>& vertices)
+void Renderer::drawPolygon(int count, const std::vector<Vector>& vertices)
 {
     const int n = std::min(count, static_cast<int>(vertices.size()));
     if (n <= 0)
         return;
     glBegin(GL_TRIANGLE_FAN);
     for (int i = 0; i < n; ++i)
-        glVertex3f(vertices[i]->x, vertices[i]->y, vertices[i]->z);
-    glVertex3f(vertices[0]->x, vertices[0]->y, vertices[0]->z);
+        glVertex3f(vertices[i].x, vertices[i].y, vertices[i].z);
+    glVertex3f(vertices[0].x, vertices[0].y, vertices[0].z);
     glEnd();
 }
 
-void Renderer::drawPolygon(int count, const std::vector<std::unique_ptr<Vector>>& vertices,
-                           const std::vector<std::unique_ptr<RGBAColour>>& colours)
+void Renderer::drawPolygon(int count, const std::vector<Vector>& vertices,
+                           const std::vector<RGBAColour>& colours)
 {
     const int n = std::min({count, static_cast<int>(vertices.size()), static_cast<int>(colours.size())});
     if (n <= 0)
         return;
     glBegin(GL_TRIANGLE_FAN);
     for (int i = 0; i < n; ++i) {
-        setColour(*colours[i]);
-        glVertex3f(vertices[i]->x, vertices[i]->y, vertices[i]->z);
+        setColour(colours[i]);
+        glVertex3f(vertices[i].x, vertices[i].y, vertices[i].z);
     }
-    setColour(*colours[0]);
-    glVertex3f(vertices[0]->x, vertices[0]->y, vertices[0]->z);
+    setColour(colours[0]);
+    glVertex3f(vertices[0].x, vertices[0].y, vertices[0].z);
     glEnd();
 }
 
@@ -642,9 +643,156 @@ std::vector<std::pair<Vector, Vector>> Renderer::tiledBeamSegments(const Vector&
     return segments;
 }
 
-void Renderer::drawBody(Body&) {}
+void Renderer::emitBodyPolygon(const Body& body, bool textured)
+{
+    const auto& vertices = body.localVertices;
+    if (vertices.empty())
+        return;
+    const size_t colourCount = body.colours.size();
+    const size_t texCount = body.texCoords.size();
+    auto emit = [&](size_t i) {
+        if (i < colourCount)
+            setColour(body.colours[i]);
+        if (textured && i < texCount)
+            glTexCoord2f(body.texCoords[i].u, body.texCoords[i].v);
+        glVertex2f(vertices[i].x, vertices[i].y);
+    };
+    glBegin(GL_TRIANGLE_FAN);
+    for (size_t i = 0; i < vertices.size(); ++i)
+        emit(i);
+    emit(0);
+    glEnd();
+}
 
-void Renderer::drawBodySimple(Body&) {}
+void Renderer::drawBodyString(Body& body, bool black)
+{
+    if (varInt(rbodyString) != 1 || !fontRenderer)
+        return;
+    const std::string text = body.type + " " + body.id +
+                             (body.mass >= Body::minMass ? (black ? " : Movable" : ": Movable")
+                                                         : (black ? " : Unmovable" : ": Unmovable")) +
+                             " " + std::to_string(body.renderpos.z + body.zShift);
+    if (black)
+        setColour(0.0f, 0.0f, 0.0f);
+    else
+        setColour(255.0f, 255.0f, 255.0f);
+    fontRenderer->selectFont("vera", 12);
+    fontRenderer->drawText(body.renderpos.x, body.renderpos.y + 24.0f, text);
+}
+
+void Renderer::drawBody(Body& body)
+{
+    if (varInt(drawBodies) <= 0)
+        return;
+    if (body.isText()) {
+        body.drawText(*this);
+        return;
+    }
+    if (!body.visible)
+        return;
+    constexpr float radiansToDegrees = 180.0f / 3.1415927f;
+    glPushMatrix();
+    glTranslatef(body.renderpos.x, body.renderpos.y, body.renderpos.z + body.zShift);
+    glRotatef(body.rotation * radiansToDegrees, 0.0f, 0.0f, 1.0f);
+
+    const bool textured = body.textured && !body.texture.empty();
+    if (textured) {
+        setTexturing(true);
+        setBlending(true);
+        setAlphaBlend();
+        if (varInt(cacheTextureIds) < 1) {
+            bindTexture(body.texture);
+        } else if (body.textureId < 0) {
+            bindTexture(body.texture);
+            body.textureId = getTextureId(body.texture);
+        } else {
+            bindTextureId(body.textureId);
+        }
+    } else {
+        setTexturing(false);
+        setBlending(false);
+    }
+
+    const bool liquid = body.isLiquid();
+    if (liquid) {
+        float shiftU = 0.0f, shiftV = 0.0f, scaleU = 1.0f, scaleV = 1.0f;
+        body.liquidTextureMotion(shiftU, shiftV, 0.0f, 0.0f, scaleU, scaleV);
+        glMatrixMode(GL_TEXTURE);
+        glLoadIdentity();
+        glTranslatef(shiftU, shiftV, 0.0f);
+        glScalef(scaleU, scaleV, 1.0f);
+        glMatrixMode(GL_MODELVIEW);
+    }
+
+    emitBodyPolygon(body, textured);
+
+    if (body.outlined && varInt(drawOutlines) != 0 && !capturing && body.localVertices.size() > 1) {
+        setColour(body.outlineColour);
+        glDisable(GL_DEPTH_TEST);
+        setAlphaBlend();
+        setBlending(true);
+        setTexturing(true);
+        bindTexture("data/particles/brightpart.tga");
+        const auto& v = body.localVertices;
+        for (size_t i = 0; i + 1 < v.size(); ++i)
+            drawBeam(v[i], v[i + 1], 0.001f, 2.0f, true, true);
+        glEnable(GL_DEPTH_TEST);
+    }
+
+    glPopMatrix();
+    if (liquid) {
+        glMatrixMode(GL_TEXTURE);
+        glLoadIdentity();
+        glMatrixMode(GL_MODELVIEW);
+    }
+    body.drawExtras(*this);
+    drawBodyString(body, false);
+}
+
+void Renderer::drawBodySimple(Body& body)
+{
+    if (!body.visible)
+        return;
+    constexpr float radiansToDegrees = 180.0f / 3.1415927f;
+    glPushMatrix();
+    glTranslatef(body.renderpos.x, body.renderpos.y, body.renderpos.z + body.zShift);
+    glRotatef(body.rotation * radiansToDegrees, 0.0f, 0.0f, 1.0f);
+
+    const bool textured = body.textured && !body.texture.empty();
+    if (textured) {
+        setTexturing(true);
+        setBlending(true);
+        setAlphaBlend();
+        bindTexture(body.texture);
+    } else {
+        setTexturing(false);
+        setBlending(false);
+    }
+    if (capturing) {
+        // Opaque bodies darken the glow capture where they stand.
+        setBlending(true);
+        glBlendFunc(GL_ZERO, GL_ONE_MINUS_SRC_ALPHA);
+    }
+    emitBodyPolygon(body, textured);
+
+    if (body.outlined && varInt(drawOutlines) != 0 && !capturing && !body.localVertices.empty()) {
+        GLfloat previousWidth = 1.0f;
+        glGetFloatv(GL_LINE_WIDTH, &previousWidth);
+        setTexturing(false);
+        setColour(body.outlineColour);
+        glLineWidth(static_cast<float>(std::max(body.outlinewidth, 1)));
+        glBegin(GL_LINE_LOOP);
+        for (const Vector& v : body.localVertices)
+            glVertex3f(v.x, v.y, v.z + 0.1f);
+        glEnd();
+        glLineWidth(previousWidth);
+    }
+    glPopMatrix();
+    if (capturing)
+        setAlphaBlend();
+    body.drawExtras(*this);
+    drawBodyString(body, true);
+}
 
 void Renderer::setFontRenderer(FontRenderer* f) { fontRenderer.reset(f); }
 

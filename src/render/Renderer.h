@@ -55,9 +55,9 @@ public:
                    bool additive, bool clamp) override;
     void drawImage(float x, float y, float z, float w, float h, const std::string& name) override;
     void drawSprite(float cx, float cy, float z, float w, float h, const std::string& name) override;
-    void drawPolygon(int count, const std::vector<std::unique_ptr<Vector>>& vertices) override;
-    void drawPolygon(int count, const std::vector<std::unique_ptr<Vector>>& vertices,
-                     const std::vector<std::unique_ptr<RGBAColour>>& colours) override;
+    void drawPolygon(int count, const std::vector<Vector>& vertices) override;
+    void drawPolygon(int count, const std::vector<Vector>& vertices,
+                     const std::vector<RGBAColour>& colours) override;
     void drawLines(const std::vector<const Quad*>& quads) override;
     void drawLine(float x1, float y1, float x2, float y2, float r, float g, float b,
                   float a) override;
@@ -146,6 +146,10 @@ private:
     void lookUpVariables();
     void updateFpsCounter();
     void emitBeamQuad(float z, bool flip);
+    // Triangle fan through the body's local vertices with their colours (and texture coordinates).
+    void emitBodyPolygon(const Body& body, bool textured);
+    // The debug label over a body when rbodystring is 1.
+    void drawBodyString(Body& body, bool black);
 
     TextureManager textures;
     std::unique_ptr<FontRenderer> fontRenderer;
