@@ -4,14 +4,9 @@
 
 #include <algorithm>
 
-#include "core/Clock.h"
 #include "core/Game.h"
-#include "world/level/LevelValues.h"
-
-#if __has_include("gameplay/GameplaySingleton.h")
 #include "gameplay/GameplaySingleton.h"
-#define BQ_HAVE_LEVEL_CLOCK 1
-#endif
+#include "world/level/LevelValues.h"
 
 GameBody::GameBody()
 {
@@ -37,17 +32,7 @@ GameBody::~GameBody()
 
 std::unique_ptr<Body> GameBody::clone() const { return std::make_unique<GameBody>(); }
 
-float GameBody::now()
-{
-#ifdef BQ_HAVE_LEVEL_CLOCK
-    return levelTime();
-#else
-    // Until the gameplay controller keeps a level clock, the game timer serves.
-    if (Game* game = Game::current())
-        return game->getTimer().currentTime - game->getTimer().startTime;
-    return static_cast<float>(Clock::ticks());
-#endif
-}
+float GameBody::now() { return levelTime(); }
 
 void GameBody::addHealth(int n)
 {

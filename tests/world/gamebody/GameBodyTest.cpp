@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/Game.h"
+#include "gameplay/GameplaySingleton.h"
 #include "render/NullRenderer.h"
 #include "sound/NullSound.h"
 #include "world/gamebody/GameBody.h"
@@ -27,6 +28,13 @@ public:
 
 class GameBodyTest : public ::testing::Test {
 protected:
+    void SetUp() override
+    {
+        GameplaySingleton::get().levelTimer.startTime = 1000.0f;
+        GameplaySingleton::get().levelTimer.currentTime = 6000.0f;
+    }
+    void TearDown() override { GameplaySingleton::destroy(); }
+
     Game game{std::make_unique<NullRenderer>(), std::make_unique<NullSound>()};
 };
 
@@ -212,7 +220,12 @@ TEST_F(GameBodyTest, LivesGoThroughLimboAndTheLastDeathFiresTargets)
         b.takeDamage(100, 1);
         EXPECT_EQ(b.numlives, 3 - death) << "no death while in limbo";
 
-        b.revivetime = GameBody::now() - 1.0f;
+        // Revival comes once more than 3000 ms of level time have passed.
+        BasicTimer& clock = GameplaySingleton::get().levelTimer;
+        clock.currentTime += GameBody::limboMillis;
+        b.think(0.025f);
+        EXPECT_TRUE(b.inlimbo) << "exactly 3000 ms is not yet past";
+        clock.currentTime += 1.0f;
         b.think(0.025f);
         EXPECT_FALSE(b.inlimbo);
         EXPECT_TRUE(b.visible);
