@@ -23,7 +23,8 @@ start_game() {
   Xvfb "$DISPLAY" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
   XVFB_PID=$!
   for _ in $(seq 50); do xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 && break; sleep 0.1; done
-  trap 'stop_game; kill $XVFB_PID 2>/dev/null || true' EXIT
+  E2E_DIR=$dir
+  trap 'stop_game; kill $XVFB_PID 2>/dev/null || true; [ -n "${BQ_KEEP_E2E:-}" ] || rm -rf "$E2E_DIR"' EXIT
   (cd "$dir" && SDL_AUDIODRIVER=dummy exec ./brindlequay "$@" >/dev/null 2>"$dir/stderr.txt") &
   GAME_PID=$!
 }

@@ -14,6 +14,7 @@
 #include "core/Clock.h"
 #include "core/Game.h"
 #include "core/ManualClock.h"
+#include "resources/TempDir.h"
 #include "gameplay/DefaultGameplay.h"
 #include "gameplay/GameplaySingleton.h"
 #include "gameplay/player/GameplayInput.h"
@@ -24,6 +25,9 @@
 
 class GameplayFixture : public ::testing::Test {
 protected:
+    // ctest runs tests as parallel processes; each writes its levels privately.
+    TempDir scratch;
+
     void SetUp() override
     {
         Clock::install(&clock);
