@@ -35,36 +35,9 @@ grep -q "^con_height = 0.5" "$dump" || fail "completed name did not run"
 tail -n 1 "$dump" | grep -q "=== END OF CONSOLE DUMP ===" || fail "dump footer missing"
 shot="$work/screenshots/screenshot0000.png"
 [ -s "$shot" ] || fail "no screenshot"
-python3 - "$shot" <<'PY' || fail "screenshots do not show the console"
-import sys, zlib, struct
-
-def read_png(path):
-    data = open(path, "rb").read()
-    pos, chunks, width = 8, b"", 0
-    while pos < len(data):
-        length, kind = struct.unpack(">I4s", data[pos:pos + 8])
-        body = data[pos + 8:pos + 8 + length]
-        if kind == b"IHDR":
-            width, height, depth, colour = struct.unpack(">IIBB", body[:10])
-            channels = {2: 3, 6: 4}[colour]
-        elif kind == b"IDAT":
-            chunks += body
-        pos += 12 + length
-    raw = zlib.decompress(chunks)
-    stride = width * channels
-    rows, prev = [], bytearray(stride)
-    for y in range(height):
-        f, line = raw[y * (stride + 1)], bytearray(raw[y * (stride + 1) + 1:(y + 1) * (stride + 1)])
-        for i in range(stride):
-            a = line[i - channels] if i >= channels else 0
-            b, c = prev[i], prev[i - channels] if i >= channels else 0
-            p = a + b - c
-            pred = [0, a, b, (a + b) // 2,
-                    a if abs(p - a) <= abs(p - b) and abs(p - a) <= abs(p - c) else (b if abs(p - b) <= abs(p - c) else c)][f]
-            line[i] = (line[i] + pred) & 255
-        rows.append(line)
-        prev = line
-    return width, height, channels, rows
+PYTHONPATH="$(dirname "$0")" /usr/bin/python3 - "$shot" <<'PY' || fail "screenshots do not show the console"
+import sys
+from png_rows import read_png
 
 for path in sys.argv[1:]:
     w, h, ch, rows = read_png(path)

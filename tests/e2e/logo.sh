@@ -12,36 +12,9 @@ wait_for_log "$work" "REND New Res" 30
 wait_for_log "$work" "Writing screenshot to screenshots/movie0030.png" 30
 stop_game
 ls "$work"/screenshots/movie*.png >/dev/null 2>&1 || fail "no movie frames of the logo card"
-python3 - "$work"/screenshots/movie002[2468].png <<'PY' || fail "the logo card does not show its two lines"
-import sys, zlib, struct
-
-def read_png(path):
-    data = open(path, "rb").read()
-    pos, chunks = 8, b""
-    while pos < len(data):
-        length, kind = struct.unpack(">I4s", data[pos:pos + 8])
-        body = data[pos + 8:pos + 8 + length]
-        if kind == b"IHDR":
-            width, height, depth, colour = struct.unpack(">IIBB", body[:10])
-            channels = {2: 3, 6: 4}[colour]
-        elif kind == b"IDAT":
-            chunks += body
-        pos += 12 + length
-    raw = zlib.decompress(chunks)
-    stride = width * channels
-    rows, prev = [], bytearray(stride)
-    for y in range(height):
-        f, line = raw[y * (stride + 1)], bytearray(raw[y * (stride + 1) + 1:(y + 1) * (stride + 1)])
-        for i in range(stride):
-            a = line[i - channels] if i >= channels else 0
-            b, c = prev[i], prev[i - channels] if i >= channels else 0
-            p = a + b - c
-            pa, pb, pc = abs(p - a), abs(p - b), abs(p - c)
-            pred = [0, a, b, (a + b) // 2, a if pa <= pb and pa <= pc else (b if pb <= pc else c)][f]
-            line[i] = (line[i] + pred) & 255
-        rows.append(line)
-        prev = line
-    return width, height, channels, rows
+PYTHONPATH="$(dirname "$0")" /usr/bin/python3 - "$work"/screenshots/movie002[2468].png <<'PY' || fail "the logo card does not show its two lines"
+import sys
+from png_rows import read_png
 
 best = None
 for path in sys.argv[1:]:
