@@ -278,10 +278,11 @@ def bar_piece(rng, part, w, h, glow=False):
 
 def weapon_selected(rng):
     cv = Canvas(64, 32)
-    outer = sd_box(cv, 32, 16, 27, 11.5, 5)
-    inner = sd_box(cv, 32, 16, 23.5, 8, 3.5)
+    # Inset, and without a halo of its own, so that its glow twin's halo
+    # has room to fade out inside the image.
+    outer = sd_box(cv, 32, 16, 25, 10, 4.5)
+    inner = sd_box(cv, 32, 16, 21.5, 6.5, 3)
     ring = subtract(outer, inner)
-    cv.glow(ring, rgb('ffb42a'), 2, 0.5)
     cv.shape(ring, rgb('ffcc4a'), outline=rgb('5a3000'), ow=0.8, bevel=2, gloss=0.6)
     cv.over(rgb('ffb42a'), cv.coverage(inner) * 0.12)
     return cv.image()

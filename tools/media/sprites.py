@@ -341,7 +341,8 @@ def egg(rng, level=1, cracked=False, size=64):
 
 
 def engineer(rng, size=64):
-    cv = Canvas(size, size)
+    # The wrench reaches the right edge of the design square.
+    cv = Canvas(size, size, zoom=0.92)
     base = rgb('e0a21e')
     ol = outline_of(base)
     # Wrench arm.
