@@ -38,13 +38,14 @@ ParticleSystem* ParticleCommands::startAt(ParticleManager& manager, const std::s
 
 void ParticleCommands::registerAll(Game& game)
 {
-    registerCommand("start a particle effect at the mouse: spawnparticle <name> [x y]", "spawnparticle", [&game] {
+    registerCommand("start a particle effect at the mouse: spawnparticle <name> [x y [beam start x y]]",
+                    "spawnparticle", [&game] {
         const CommandRegistry& registry = CommandRegistry::instance();
         ParticleManager* manager = game.getParticleManager();
         if (!manager)
             return;
         if (registry.argumentCount < 1) {
-            conPrint("usage: spawnparticle <name> [x y]; listparticles shows the names");
+            conPrint("usage: spawnparticle <name> [x y [fromx fromy]]; listparticles shows the names");
             return;
         }
         const std::string& name = registry.arguments[0];
@@ -59,6 +60,8 @@ void ParticleCommands::registerAll(Game& game)
         }
         if (registry.argumentCount >= 3)
             to.set(parseFloat(registry.arguments[1]), parseFloat(registry.arguments[2]), to.z);
+        if (registry.argumentCount >= 5)
+            from.set(parseFloat(registry.arguments[3]), parseFloat(registry.arguments[4]), from.z);
         from.z += 0.2f;
         to.z += 0.2f;
         if (!manager->findDefinition(name))

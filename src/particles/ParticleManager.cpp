@@ -149,7 +149,7 @@ void ParticleManager::update(float dt)
     for (auto it = systems.begin(); it != systems.end();) {
         ParticleSystem& s = **it;
         bool culled = isOutsideView(s);
-        if (!s.visible || (culled && s.age - s.lastStep > culledStepSeconds))
+        if (!s.visible || (culled && s.age + dt - s.lastStep > culledStepSeconds))
             culled = false;
         if (s.update(dt, culled)) {
             ++it;

@@ -24,7 +24,7 @@ struct CountingObserver : ParticleSystemObserver {
 };
 
 const char* const fullAttributes =
-    "texture='particles/spark.tga' flowRate='10' initialParticles='2' posVarLow='0,0,0' posVarHigh='0,0,0' "
+    "texture='particles/spark.tga' initialParticles='2' posVarLow='0,0,0' posVarHigh='0,0,0' "
     "vel='0,0,0' velVarLow='0,0,0' velVarHigh='0,0,0' acc='0,0,0' accVarLow='0,0,0' accVarHigh='0,0,0' "
     "colour='255,255,255,255' colourVarLow='0,0,0,0' colourVarHigh='0,0,0,0' colourVel='0,0,0,0' "
     "colourVelVarLow='0,0,0,0' colourVelVarHigh='0,0,0,0' dimension='4,4' dimensionVarLow='0,0' "
@@ -62,9 +62,9 @@ TEST_F(ParticleManagerTest, DefaultDefinitionAndEmptyCount)
 
 TEST_F(ParticleManagerTest, DefinitionsParseWithDefaultsAndLaterIdsReplaceEarlierOnes)
 {
-    writeDefs(std::string("<a id='puff' ") + fullAttributes + "/>" + "<b id='puff' " + fullAttributes +
-              "flowRate='77' maxParticles='5' glowSteps='3' generationShape='sphere'/>" + "<c id='plain' " +
-              fullAttributes + "/>");
+    writeDefs(std::string("<a id='puff' flowRate='10' ") + fullAttributes + "/>" + "<b id='puff' " +
+              fullAttributes + "flowRate='77' maxParticles='5' glowSteps='3' generationShape='sphere'/>" +
+              "<c id='plain' flowRate='10' " + fullAttributes + "/>");
     ASSERT_TRUE(manager.loadDefinitions("defs.xml"));
     const ParticleSystemParams* puff = manager.findDefinition("puff");
     ASSERT_NE(puff, nullptr);
@@ -84,7 +84,7 @@ TEST_F(ParticleManagerTest, MalformedNumbersReadTheirLeadingNumberOrZero)
 {
     writeDefs("<p id='odd' flowRate='12abc' initialParticles='abc' maxParticles='1e9' "
               "systemLifeTime=' 2.5s' particleLifeTime='nan' blendMode='0x10' animFPS='-' "
-              "generationShapeVar1='.5e1x' generationShapeVar2='1e999' glowSteps='0' "
+              "generationShapeVar1='.5e1x' generationShapeVar2='1e999' glowSteps='0' posVarLow='-3e7,2,0' "
               "vel='inf,nan,1e40' colour='1,2' dimension='3,4,5,6'/>");
     ASSERT_TRUE(manager.loadDefinitions("defs.xml"));
     const ParticleSystemParams* d = manager.findDefinition("odd");
@@ -97,13 +97,14 @@ TEST_F(ParticleManagerTest, MalformedNumbersReadTheirLeadingNumberOrZero)
     EXPECT_EQ(d->blendMode, 0);
     EXPECT_EQ(d->animFPS, 0);
     EXPECT_FLOAT_EQ(d->generationShapeVar1, 5.0f);
-    EXPECT_FLOAT_EQ(d->generationShapeVar2, ParticleSystemParams::maxMagnitude);
+    EXPECT_FLOAT_EQ(d->generationShapeVar2, 0.0f) << "beyond the float range reads as 0";
     EXPECT_EQ(d->glowSteps, 1);
     EXPECT_FLOAT_EQ(d->vel.x, 0.0f);
     EXPECT_FLOAT_EQ(d->vel.y, 0.0f);
-    EXPECT_FLOAT_EQ(d->vel.z, ParticleSystemParams::maxMagnitude);
+    EXPECT_FLOAT_EQ(d->vel.z, 0.0f);
     EXPECT_FLOAT_EQ(d->colour.a, 0.0f) << "a two-number colour is ignored";
     EXPECT_FLOAT_EQ(d->dimension.height, 4.0f);
+    EXPECT_FLOAT_EQ(d->posVarLow.x, -ParticleSystemParams::maxMagnitude) << "absurd but finite: clamped";
     // Missing required attributes read as zero: a usable, invisible effect.
     ParticleSystem* s = manager.createSystem("odd");
     ASSERT_NE(s, nullptr);
@@ -151,7 +152,7 @@ TEST_F(ParticleManagerTest, UnknownNamesFallBackToDefaultButKeepTheirClass)
     EXPECT_EQ(typeid(*plain), typeid(ParticleSystem));
     EXPECT_EQ(plain->id, 2);
 
-    writeDefs(std::string("<p id='lightning' ") + fullAttributes + "/>");
+    writeDefs(std::string("<p id='lightning' flowRate='0' ") + fullAttributes + "/>");
     manager.loadDefinitions("defs.xml");
     EXPECT_NE(dynamic_cast<LightningParticleSystem*>(manager.createSystem("lightning")), nullptr);
 
