@@ -14,23 +14,13 @@
 #include "particles/ParticleSystem.h"
 #include "render/NullRenderer.h"
 #include "resources/ResourceManager.h"
+#include "FuzzScratch.h"
 
 static char scratch[] = "/tmp/bqparticlefuzzXXXXXX";
 
-static void removeScratch()
-{
-    const std::string command = std::string("rm -rf '") + scratch + "'";
-    if (std::system(command.c_str()) != 0)
-        std::fprintf(stderr, "could not remove %s\n", scratch);
-}
-
 static bool setUp()
 {
-    if (!std::freopen("/dev/null", "w", stdout))
-        std::abort();
-    if (!mkdtemp(scratch) || chdir(scratch) != 0)
-        std::abort();
-    std::atexit(removeScratch);
+    fuzzscratch::enter(scratch);
     ResourceManager::instance().clearArchives();
     return true;
 }

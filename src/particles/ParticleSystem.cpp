@@ -176,6 +176,23 @@ void ParticleSystem::draw()
     renderer->setTexturing(true);
 }
 
+void ParticleSystem::drawSegments(float tileLength)
+{
+    if (!renderer)
+        return;
+    bindOwnTexture();
+    setBlendMode();
+    for (int i = 0; i < activeCount; ++i) {
+        const Particle& p = pool[static_cast<size_t>(i)];
+        renderer->setColour(p.colour);
+        const float z = p.position.z + 0.2f;
+        if (tileLength > 0.0f)
+            renderer->drawTiledBeam(p.position, p.endPoint, z, p.width, tileLength, true, false);
+        else
+            renderer->drawBeam(p.position, p.endPoint, z, p.width, true, false);
+    }
+}
+
 void ParticleSystem::emit(const Vector& from, const Vector& to, int count)
 {
     // Never more attempts than free slots: a huge count costs nothing.

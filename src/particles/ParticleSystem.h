@@ -98,6 +98,9 @@ protected:
     // The definition's texture, the fallback image when it is missing, or
     // texturing off for a definition without one.
     void bindOwnTexture();
+    // Each particle as a beam of its own width from its position to its end
+    // point, its texture repeating every tileLength units (0: stretched once).
+    void drawSegments(float tileLength);
     // The definition's blend mode: 2 alpha, anything else additive.
     void setBlendMode();
 
