@@ -2,9 +2,12 @@
 
 #include <tinyxml.h>
 
+#include <cmath>
 #include <cstdlib>
 
+#include "core/Clock.h"
 #include "core/Game.h"
+#include "core/ManualClock.h"
 #include "particles/LightningParticleSystem.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleSystem.h"
@@ -205,14 +208,34 @@ class ParticleGameTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
+        Clock::install(&clock);
         dir.write("maps/empty.xml", "<level><Objects/></level>");
         game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
         game->startGameplay();
+        game->getTimer().start();
         game->loadLevel("empty", "");
     }
+    void TearDown() override
+    {
+        game.reset();
+        Clock::install(nullptr);
+    }
     TempDir dir;
+    ManualClock clock{5000};
     std::unique_ptr<Game> game;
 };
+
+TEST_F(ParticleGameTest, FramesAdvanceParticlesInFixedStepsOfOneHundredAndTwentiethOfASecond)
+{
+    ParticleSystem* s = game->getParticleManager()->createSystem("default");
+    s->systemLifeTime = 0.0f;
+    clock.advance(100);
+    game->runFrame();
+    // 0.1 s is twelve particle steps, give or take one for float rounding.
+    const float stepped = s->age / Game::particleStepSeconds;
+    EXPECT_NEAR(stepped, 12.0f, 1.01f);
+    EXPECT_NEAR(std::round(stepped) * Game::particleStepSeconds, s->age, 1e-4f);
+}
 
 TEST_F(ParticleGameTest, LevelChangeRemovesEverySystemAndFreesTheBodiesThatFollowedThem)
 {
