@@ -66,7 +66,7 @@ void LightningParticleSystem::draw()
         const Particle& p = pool[static_cast<size_t>(i)];
         if (!(p.colour.a >= 1.0f))
             continue;
-        renderer->bindTextureId(variantTextures[std::max(0, std::min(2, p.variant - 1))]);
+        bindVariant(variantTextures[std::max(0, std::min(2, p.variant - 1))]);
         const int steps = std::max(1, p.glowSteps);
         int alpha = static_cast<int>(p.colour.a);
         const int alphaStep = alpha / steps;

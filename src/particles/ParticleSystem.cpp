@@ -154,6 +154,14 @@ void ParticleSystem::bindOwnTexture()
         renderer->setTexturing(false);
 }
 
+void ParticleSystem::bindVariant(int glId)
+{
+    if (glId >= 0)
+        renderer->bindTextureId(glId);
+    else
+        bindOwnTexture();
+}
+
 void ParticleSystem::setBlendMode()
 {
     renderer->setBlending(true);
@@ -263,6 +271,9 @@ void ParticleSystem::stop(float seconds)
 {
     emitting = false;
     stopTimer = seconds;
+    // No delay means now: an endless system must not linger empty forever.
+    if (!(seconds > 0.0f))
+        alive = false;
 }
 
 void ParticleSystem::generate(const Vector& from, const Vector&, Vector& outPosition, Vector& outVelocity)

@@ -51,7 +51,8 @@ public:
     // The last live particle moves into the slot; returns the removed one.
     virtual Particle* removeParticle(int index);
     virtual void emitInitial();
-    // Emission ends now; the system dies `seconds` later whatever is alive.
+    // Emission ends now; the system dies `seconds` later whatever is alive
+    // (at its next step for 0 or less).
     virtual void stop(float seconds);
     // Spawn offset and velocity by the definition's generation shape.
     virtual void generate(const Vector& from, const Vector& to, Vector& outPosition, Vector& outVelocity);
@@ -98,6 +99,9 @@ protected:
     // The definition's texture, the fallback image when it is missing, or
     // texturing off for a definition without one.
     void bindOwnTexture();
+    // A texture id fetched earlier, or the definition's texture when that
+    // image could not be loaded.
+    void bindVariant(int glId);
     // Each particle as a beam of its own width from its position to its end
     // point, its texture repeating every tileLength units (0: stretched once).
     void drawSegments(float tileLength);

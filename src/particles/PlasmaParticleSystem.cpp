@@ -70,7 +70,7 @@ void PlasmaParticleSystem::draw()
     float corners[8];
     for (int i = 0; i < activeCount; ++i) {
         const Particle& p = pool[static_cast<size_t>(i)];
-        renderer->bindTextureId(variantTextures[std::max(0, std::min(3, p.variant - 1))]);
+        bindVariant(variantTextures[std::max(0, std::min(3, p.variant - 1))]);
         renderer->computeBeamQuad(corners, p.position, p.endPoint, 8.0f);
         for (size_t c = 0; c < 4; ++c)
             quad.setCorner(c, corners[c * 2], corners[c * 2 + 1], p.position.z, p.colour.r, p.colour.g,

@@ -88,6 +88,11 @@ TEST_F(ParticleSystemTest, StopEndsTheSystemAfterItsDelayEvenWithLiveParticles)
     bool alive = s.update(0.1f, false);
     alive = alive && s.update(0.1f, false);
     EXPECT_FALSE(alive);
+
+    ParticleSystem endless;
+    configure(endless, *p);
+    endless.stop(0.0f);
+    EXPECT_FALSE(endless.update(0.01f, false)) << "stop without delay ends at the next step";
 }
 
 TEST_F(ParticleSystemTest, LifeTimesOfZero)
