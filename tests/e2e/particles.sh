@@ -28,8 +28,7 @@ start_game "$work" +set skiplogo 1 +set vidwidth 800 +set vidheight 600 +set vid
 wait_for_log "$work" "Loaded [0-9]* particle defs from data/particles/particles.xml" 20
 wait_for_log "$work" "REND New Res" 20
 sleep 2
-win=$(xdotool search --sync --name Brindlequay | head -n 1) || fail "no game window"
-xdotool windowactivate --sync "$win" >/dev/null 2>&1 || xdotool windowfocus "$win" || true
+focus_game_window
 xdotool key --window "$win" grave
 sleep 0.3
 xdotool type --window "$win" --delay 20 "exec everyeffect.txt"
