@@ -22,6 +22,7 @@
 #include "gameplay/player/Player.h"
 #include "gui/GUIManager.h"
 #include "input/GameInput.h"
+#include "particles/ParticleManager.h"
 #include "render/FontRenderer.h"
 #include "render/IRenderer.h"
 #include "render/ImageFontRenderer.h"
@@ -50,8 +51,11 @@ Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
     : sound(std::move(s)),
       renderer(std::move(r)),
       guiManager(std::make_unique<GUIManager>()),
-      console(std::make_unique<Console>())
+      console(std::make_unique<Console>()),
+      particleManager(std::make_unique<ParticleManager>())
 {
+    particleManager->setRenderer(renderer.get());
+    particleManager->init();
     inputManager.setGUI(guiManager.get());
     inputManager.setConsole(console.get());
     inputManager.setCurrentTarget("gui");
@@ -102,6 +106,7 @@ bool Game::init()
     announceScreenSize();
     sound->initialise();
     timer.start();
+    particleManager->loadDefinitions("data/particles/particles.xml");
     if (FontRenderer* fonts = renderer->getFontRenderer()) {
         fonts->setRenderer(renderer.get());
         if (!fonts->init()) {
@@ -466,8 +471,10 @@ void Game::updateWorld()
     }
     if (player)
         sound->update(player->pos);
-    while (particleAccumulator >= particleStepSeconds)
+    while (particleAccumulator >= particleStepSeconds) {
+        particleManager->update(particleStepSeconds);
         particleAccumulator -= particleStepSeconds;
+    }
     interpolateBodies();
 }
 
@@ -592,6 +599,8 @@ void Game::drawScene(bool bloomPass)
     drawBodies();
     if (bloomPass)
         return;
+    if (drawparticles && drawparticles->intValue != 0)
+        particleManager->draw();
     if (drawgrid && drawgrid->intValue > 0) {
         renderer->setTexturing(false);
         renderer->setBlending(false);
@@ -615,6 +624,11 @@ void Game::drawDebugText()
                         std::to_string(bodies.size()) + " TotalBodies : " +
                             std::to_string(quadTree.getTotalBodyCount()) + " in visible quads : " +
                             std::to_string(quadTree.getVisibleBodyCount()) + " in frustum");
+    }
+    if (partcileinfo && partcileinfo->intValue > 0) {
+        renderer->setColour(255, 255, 255, 255);
+        fonts->drawText(static_cast<float>(renderer->getWidth() - 140), 50,
+                        std::to_string(particleManager->countParticles()) + " parts");
     }
     if (drawspeed && drawspeed->intValue > 0 && player) {
         renderer->setColour(255, 255, 255, 255);
@@ -640,8 +654,8 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
 
     quadTree.setSplitAllowed(true);
     unloadLevel();
-    // The renderer's resources, the font renderer and the particles are reset
-    // here once those exist.
+    // The renderer's resources and the font renderer are reset here once
+    // those exist; unloadLevel has removed the particle systems.
 
     nextBodyId = 2;
     LevelLoader loader(*this, *getBodyFactory());
@@ -697,6 +711,7 @@ void Game::unloadLevel()
     activeBodies.clear();
     bodyIterNext = activeBodies.end();
     quadTree.clear();
+    particleManager->removeAllSystems();
     worldRunning = false;
     levelLoaded = false;
     nextBodyId = 2;
@@ -721,6 +736,7 @@ void Game::changeVideoMode(int width, int height, bool fullscreen)
         body->textureId = -1;
     if (player)
         player->textureId = -1;
+    particleManager->reloadTextures();
 }
 
 void Game::announceScreenSize()
@@ -882,6 +898,7 @@ void Game::shutdown()
     bodies.clear();
     activeBodies.clear();
     bodyIterNext = activeBodies.end();
+    particleManager->clear();
     renderer.reset();
     ResourceManager::instance().clearArchives();
     CommandRegistry::instance().clearCommands();

@@ -25,6 +25,7 @@ class GUIManager;
 class IGameplay;
 class IRenderer;
 class ISound;
+class ParticleManager;
 
 class Game {
 public:
@@ -88,6 +89,7 @@ public:
     InputManager& getInputManager() { return inputManager; }
     GUIManager* getGUIManager() const { return guiManager.get(); }
     GameInput* getGameInput() const { return gameInput.get(); }
+    ParticleManager* getParticleManager() const { return particleManager.get(); }
     BasicTimer& getTimer() { return timer; }
     const BasicTimer& getTimer() const { return timer; }
     Body* getPlayer() const { return player; }
@@ -199,6 +201,9 @@ protected:
     std::unique_ptr<IGameplay> gameplay;
     // The player lives from start-up to shutdown, across levels.
     std::unique_ptr<Body> persistentPlayer;
+    // Declared after the player: it goes first and tells the bodies that
+    // follow its systems to let go.
+    std::unique_ptr<ParticleManager> particleManager;
 
     std::list<Body*> bodies;
     std::list<Body*> activeBodies;

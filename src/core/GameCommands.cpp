@@ -11,6 +11,7 @@
 #include "console/ConsolePrint.h"
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
+#include "particles/ParticleCommands.h"
 #include "world/body/Body.h"
 
 namespace {
@@ -30,6 +31,7 @@ int varInt(const char* name)
 
 void GameCommands::registerAll(Game& game)
 {
+    ParticleCommands::registerAll(game);
     registerCommand("turn player collisions off", "noclip", [&game] { game.toggleNoclip(); });
 
     registerCommand("warp to 0 0 0", "warp", [&game] {

@@ -371,6 +371,12 @@ void Renderer::drawCentredQuad(float cx, float cy, float z, float halfW, float h
         glEnd();
 }
 
+void Renderer::beginQuads() { glBegin(GL_QUADS); }
+
+void Renderer::endQuads() { glEnd(); }
+
+void Renderer::setDepthWrites(bool on) { glDepthMask(on ? GL_TRUE : GL_FALSE); }
+
 void Renderer::drawImage(float x, float y, float z, float w, float h, const std::string& name,
                          bool additive, bool clamp)
 {

@@ -40,6 +40,12 @@ stop_game() {
   GAME_PID=
 }
 
+# Finds the game window, gives it the keyboard and sets `win`.
+focus_game_window() {
+  win=$(xdotool search --sync --name Brindlequay | head -n 1) || fail "no game window"
+  xdotool windowactivate --sync "$win" >/dev/null 2>&1 || xdotool windowfocus "$win" || true
+}
+
 # Waits until the log contains a line matching the pattern.
 wait_for_log() {
   local dir=$1 pattern=$2 timeout=${3:-20}
