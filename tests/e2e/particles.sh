@@ -18,8 +18,8 @@ spawnparticle explosionfire -60 60
 spawnparticle explosionspark -60 60
 spawnparticle explosionshock -60 60
 spawnparticle debugbloodexplosion 120 60
-spawnparticle rail 150 -30 -150 -30
-spawnparticle lightning 150 -60 -150 -60
+spawnparticle rail 150 190 -150 190
+spawnparticle lightning 150 215 -150 215
 spawnparticle teleporter 40 100
 spawnparticle text 40 140
 S
