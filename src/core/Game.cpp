@@ -29,6 +29,7 @@
 #include "render/Renderer.h"
 #include "sound/ISound.h"
 #include "sound/NullSound.h"
+#include "sound/Sound.h"
 #include "world/body/Body.h"
 #include "world/level/BodyFactory.h"
 #include "world/level/GameBodyFactory.h"
@@ -41,7 +42,7 @@ volatile std::sig_atomic_t terminateSignalled = 0;
 void onTerminateSignal(int) { terminateSignalled = 1; }
 }
 
-Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<NullSound>())
+Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<Sound>())
 {
     renderer->setFontRenderer(new ImageFontRenderer());
 }
@@ -100,6 +101,7 @@ bool Game::init()
     console->init();
     console->setSize(renderer->getWidth(), renderer->getHeight());
     sound->initialise();
+    sound->loadDefinitions("data/sounds/sounds.xml");
     timer.start();
     if (FontRenderer* fonts = renderer->getFontRenderer()) {
         fonts->setRenderer(renderer.get());
@@ -344,6 +346,10 @@ void Game::runFrame()
     console->draw();
     renderer->end2D();
     endFrame();
+    // Outside the world update (menus, pause) the channel counts that cap
+    // new sounds must still follow what is playing.
+    if (paused || !levelLoaded || !worldRunning)
+        sound->update(player ? player->pos : Vector());
 
     if (paused) {
         if (saveRequested)
@@ -863,6 +869,9 @@ void Game::shutdown()
     bodies.clear();
     activeBodies.clear();
     bodyIterNext = activeBodies.end();
+    sound->closeAudio();
+    // Bodies and menus torn down later may still ask for sounds.
+    sound = std::make_unique<NullSound>();
     renderer.reset();
     ResourceManager::instance().clearArchives();
     CommandRegistry::instance().clearCommands();
