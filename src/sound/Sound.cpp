@@ -481,6 +481,26 @@ void Sound::registerCommands()
     };
     registerCommand("increase the volume", "volumeup", [stepVolume] { stepVolume(1); });
     registerCommand("decrease the volume", "volumedown", [stepVolume] { stepVolume(-1); });
+    // Beyond the basic set: for placing and hearing world sounds while testing levels.
+    registerCommand("play a sound at x y (the player's position without them): file [loops] [x y]",
+                    "playsoundat", [this] {
+                        const CommandRegistry& registry = CommandRegistry::instance();
+                        if (registry.argumentCount < 1) {
+                            conPrint("usage: playsoundat <file> [loops] [x y]");
+                            return;
+                        }
+                        const int loops = registry.argumentCount > 1 ? GameVar::parseInt(registry.arg(1)) : 0;
+                        Vector position = listenerPosition;
+                        if (registry.argumentCount > 3)
+                            position = Vector(GameVar::parseFloat(registry.arg(2)),
+                                              GameVar::parseFloat(registry.arg(3)));
+                        if (playOnChannelAt(-1, position, registry.arg(0), loops, 100) < 0)
+                            conPrint("Could not play " + registry.arg(0));
+                    });
+    registerCommand("stop every sound", "stopsounds", [this] {
+        for (int channel = 0; channel < channelCount; ++channel)
+            stopChannel(channel);
+    });
     registerCommand("restart the sound system", "soundrestart", [this] {
         conPrint(openAudio() ? "Sound restarted" : "Sound could not be restarted; see outputlog.txt");
     });

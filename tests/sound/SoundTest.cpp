@@ -120,6 +120,32 @@ TEST_F(SoundTest, PositionalSoundsFadeLinearlyToSilenceAt480Units)
     EXPECT_EQ(mixer->volumes[channel], 128);
 }
 
+TEST_F(SoundTest, PlaySoundAtPlacesALoopInTheWorldAndStopSoundsEndsIt)
+{
+    dir.write("hum.wav", wav);
+    start();
+    sound->update(Vector(100, 100));
+    run("playsoundat hum.wav -1");
+    const int atListener = 10;
+    ASSERT_TRUE(mixer->busy[atListener]);
+    EXPECT_EQ(mixer->lastLoops, -1);
+    EXPECT_TRUE(sound->getSample("hum.wav")->positional);
+    run("playsoundat hum.wav 0 340 100");
+    const int away = 11;
+    ASSERT_TRUE(mixer->busy[away]);
+    sound->update(Vector(100, 100));
+    EXPECT_EQ(mixer->volumes[atListener], 128);
+    EXPECT_EQ(mixer->volumes[away], 64);
+
+    run("playsoundat");
+    EXPECT_EQ(lastConsoleLine(), "usage: playsoundat <file> [loops] [x y]");
+    run("playsoundat nothing.wav");
+    EXPECT_EQ(lastConsoleLine(), "Could not play nothing.wav");
+    run("stopsounds");
+    for (int i = 0; i < 32; ++i)
+        EXPECT_FALSE(mixer->busy[i]) << i;
+}
+
 TEST_F(SoundTest, PercentScalesPositionalSoundsOnlyAndNoPositionIsSafe)
 {
     dir.write("near.wav", wav);
