@@ -50,3 +50,9 @@ wait_for_log() {
   done
   fail "timed out waiting for '$pattern' in the log"
 }
+
+# Finds the game's window and gives it the keyboard; sets WIN.
+focus_game_window() {
+  WIN=$(xdotool search --sync --name Brindlequay | head -n 1) || fail "no game window"
+  xdotool windowactivate --sync "$WIN" >/dev/null 2>&1 || xdotool windowfocus "$WIN" || true
+}

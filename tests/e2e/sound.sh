@@ -15,8 +15,8 @@ export SDL_DISKAUDIOFILE="$stream"
 E2E_AUDIODRIVER=disk start_game "$work" +set skiplogo 1 +set soundfrequency 44100 +set soundchannels 2
 wait_for_log "$work" "REND New Res" 20
 sleep 1
-win=$(xdotool search --sync --name Brindlequay | head -n 1) || fail "no game window"
-xdotool windowactivate --sync "$win" >/dev/null 2>&1 || xdotool windowfocus "$win" || true
+focus_game_window
+win=$WIN
 xdotool key --window "$win" grave
 sleep 0.3
 

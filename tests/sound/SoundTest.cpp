@@ -7,6 +7,7 @@
 #include <string>
 
 #include "FakeMixer.h"
+#include "console/RegistryFixture.h"
 #include "console/CommandRegistry.h"
 #include "console/ConLine.h"
 #include "console/Console.h"
@@ -21,13 +22,11 @@ namespace {
 
 const std::string wav = "RIFF....WAVEfmt ";
 
-class SoundTest : public ::testing::Test {
+class SoundTest : public RegistryFixture {
 protected:
     void SetUp() override
     {
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
-        VariableRegistry::instance().registerCommands();
+        RegistryFixture::SetUp();
         createVar("volume", "128", "");
         createVar("soundfrequency", "44100", "");
         createVar("soundchannels", "2", "");
@@ -42,12 +41,10 @@ protected:
     {
         sound.reset();
         game.reset();
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
+        RegistryFixture::TearDown();
     }
 
     void start() { ASSERT_TRUE(sound->initialise()); }
-    void run(const std::string& text) { CommandRegistry::instance().execute(text); }
     std::string lastConsoleLine() const
     {
         const auto& lines = game->getConsole()->getLines();
