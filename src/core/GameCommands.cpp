@@ -61,7 +61,7 @@ void GameCommands::registerAll(Game& game)
 
     registerCommand("lock mouse in frame", "lockmouse", [] { SDL_WM_GrabInput(SDL_GRAB_ON); });
     registerCommand("unlock mouse from frame", "unlockmouse", [] { SDL_WM_GrabInput(SDL_GRAB_OFF); });
-    registerCommand("debug res test", "resdbg", [&game] { game.restartVideo(1024, 768, false); });
+    registerCommand("debug res test", "resdbg", [&game] { game.changeVideoMode(1024, 768, false); });
 
     registerCommand("load a map", "map", [&game] {
         game.loadLevel(registry().argumentCount > 0 ? registry().arguments[0] : std::string("test.xml"), "");

@@ -16,7 +16,17 @@ public:
 
     bool isVisible() const { return visible; }
     void setVisible(bool v) { visible = v; }
+    // The window size in pixels, told after every video-mode change.
+    void setScreenSize(int w, int h)
+    {
+        screenWidth = w;
+        screenHeight = h;
+    }
+    int getScreenWidth() const { return screenWidth; }
+    int getScreenHeight() const { return screenHeight; }
 
 private:
     bool visible = true;
+    int screenWidth = 0;
+    int screenHeight = 0;
 };

@@ -51,6 +51,16 @@ wait_for_log() {
   fail "timed out waiting for '$pattern' in the log"
 }
 
+# Waits until a file exists in the game directory.
+wait_for_file() {
+  local path=$1 timeout=${2:-20}
+  for _ in $(seq $((timeout * 10))); do
+    [ -s "$path" ] && return 0
+    sleep 0.1
+  done
+  fail "timed out waiting for $path"
+}
+
 # Finds the game's window and gives it the keyboard; sets WIN.
 focus_game_window() {
   WIN=$(xdotool search --sync --name Brindlequay | head -n 1) || fail "no game window"
