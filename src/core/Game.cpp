@@ -30,6 +30,7 @@
 #include "render/Renderer.h"
 #include "sound/ISound.h"
 #include "sound/NullSound.h"
+#include "sound/Sound.h"
 #include "world/body/Body.h"
 #include "world/level/BodyFactory.h"
 #include "world/level/GameBodyFactory.h"
@@ -42,7 +43,7 @@ volatile std::sig_atomic_t terminateSignalled = 0;
 void onTerminateSignal(int) { terminateSignalled = 1; }
 }
 
-Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<NullSound>())
+Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<Sound>())
 {
     renderer->setFontRenderer(new ImageFontRenderer());
 }
@@ -105,6 +106,7 @@ bool Game::init()
     // The controller was made before the window had its size.
     announceScreenSize();
     sound->initialise();
+    sound->loadDefinitions("data/sounds/sounds.xml");
     timer.start();
     particleManager->loadDefinitions("data/particles/particles.xml");
     if (FontRenderer* fonts = renderer->getFontRenderer()) {
@@ -350,6 +352,10 @@ void Game::runFrame()
     console->draw();
     renderer->end2D();
     endFrame();
+    // Outside the world update (menus, pause) the channel counts that cap
+    // new sounds must still follow what is playing.
+    if (paused || !levelLoaded || !worldRunning)
+        sound->update(player ? player->pos : Vector());
 
     if (paused) {
         if (saveRequested)
@@ -899,6 +905,9 @@ void Game::shutdown()
     activeBodies.clear();
     bodyIterNext = activeBodies.end();
     particleManager->clear();
+    sound->closeAudio();
+    // Bodies and menus torn down later may still ask for sounds.
+    sound = std::make_unique<NullSound>();
     renderer.reset();
     ResourceManager::instance().clearArchives();
     CommandRegistry::instance().clearCommands();

@@ -68,7 +68,9 @@ void Renderer::lookUpVariables()
 
 bool Renderer::initialise()
 {
-    if (SDL_Init(SDL_INIT_AUDIO | SDL_INIT_VIDEO | SDL_INIT_NOPARACHUTE) < 0)
+    // The sound system starts audio itself, so a machine without a working
+    // sound driver still gets a window and a silent game.
+    if (SDL_Init(SDL_INIT_VIDEO | SDL_INIT_NOPARACHUTE) < 0)
         return false;
     sdlStarted = true;
     std::printf("Initialised SDL\n");
