@@ -91,6 +91,7 @@ bool Game::init()
     }
     // Key events carry the typed character for the console and text boxes.
     SDL_EnableUNICODE(1);
+    inputManager.openJoysticks();
     startGameplay();
     registerCommands();
     if (!setInitialVideoMode()) {
@@ -333,6 +334,7 @@ void Game::pumpEvents()
             quitRequested = true;
             break;
         default:
+            inputManager.joystickEvent(event);
             break;
         }
     }

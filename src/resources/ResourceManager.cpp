@@ -32,6 +32,10 @@ void ResourceManager::clearArchives() {
     archives.clear();
 }
 
+void ResourceManager::addSearchDirectory(const std::string& directory) {
+    searchDirectories.push_back(directory);
+}
+
 std::unique_ptr<ZipResultsBundle> ResourceManager::findInArchives(const std::string& path) const {
     for (const auto& archive : archives) {
         if (const ZipEntry* entry = archive->findEntry(path)) {
@@ -81,6 +85,15 @@ std::unique_ptr<char[]> ResourceManager::getBytes(const std::string& path, std::
     if (std::unique_ptr<char[]> bytes = readDiskFile(path, size)) {
         std::printf("Found on disk: %s\n", path.c_str());
         return bytes;
+    }
+    if (!path.empty() && path[0] != '/') {
+        for (const std::string& directory : searchDirectories) {
+            const std::string full = directory + "/" + path;
+            if (std::unique_ptr<char[]> bytes = readDiskFile(full, size)) {
+                std::printf("Found on disk: %s\n", full.c_str());
+                return bytes;
+            }
+        }
     }
     std::printf("NOT Found on disk: %s\n", path.c_str());
 

@@ -29,6 +29,9 @@ public:
     bool addArchive(const std::string& fileName);
     // Forgets every archive (shutdown, and between tests).
     void clearArchives();
+    // A directory searched on disk for relative paths after the working
+    // directory and before the archives (an installed game's data).
+    void addSearchDirectory(const std::string& directory);
 
     // The whole file followed by one zero byte that `size` does not count.
     // Null with `error` set when the file is neither on disk nor in an archive.
@@ -53,4 +56,5 @@ public:
 
 private:
     std::vector<std::unique_ptr<ZipFile>> archives;
+    std::vector<std::string> searchDirectories;
 };
