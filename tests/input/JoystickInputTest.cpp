@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "console/CommandRegistry.h"
+#include "console/RegistryFixture.h"
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
 #include "input/GameInput.h"
@@ -16,26 +17,17 @@
 namespace {
 // A headless game whose "game" target is a GameInput; synthetic SDL joystick
 // events go through the input manager as the event pump would hand them on.
-class JoystickInputTest : public ::testing::Test {
+class JoystickInputTest : public RegistryFixture {
 protected:
     void SetUp() override
     {
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
-        CommandRegistry::instance().registerCommands();
-        VariableRegistry::instance().registerCommands();
+        RegistryFixture::SetUp();
         for (const char* name : {"+left", "-left", "+right", "-right", "+up", "-up", "+fire", "-fire"})
             registerCommand("records the call", name,
                             [this] { calls.push_back(CommandRegistry::instance().commandName); });
         game.installGameInput(std::make_unique<GameInput>());
         game.getInputManager().setTarget("game");
     }
-    void TearDown() override
-    {
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
-    }
-    void run(const std::string& text) { CommandRegistry::instance().execute(text); }
     bool feed(const SDL_Event& event) { return game.getInputManager().joystickEvent(event); }
     void button(int which, int number, bool down)
     {
@@ -70,7 +62,6 @@ protected:
     }
 
     Game game{std::make_unique<NullRenderer>(), std::make_unique<NullSound>()};
-    std::vector<std::string> calls;
 };
 
 using Calls = std::vector<std::string>;
