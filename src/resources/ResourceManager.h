@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,12 @@ public:
 
     // Paths keep "/" on this platform, and archive members use "/" too.
     static std::string toNativePath(const std::string& path) { return path; }
+
+    // Adds the names of plain files in `folder` matching the wildcard
+    // `namePattern` from the search directories and the archives (the
+    // working directory is the caller's). True when any of them has the folder.
+    bool listFiles(const std::string& folder, const std::string& namePattern,
+                   std::set<std::string>& names) const;
 
     // The first member of that exact name over the archives in order.
     std::unique_ptr<ZipResultsBundle> findInArchives(const std::string& path) const;
