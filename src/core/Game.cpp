@@ -796,6 +796,12 @@ void Game::updateAim()
     auto* p = dynamic_cast<Player*>(player);
     if (!p || !gameInput)
         return;
+    Vector stick;
+    if (gameInput->getAimStick(stick)) {
+        p->mouseWorldPos = p->pos + stick * padAimDistance;
+        p->mouseWorldPos.z = 0.0f;
+        return;
+    }
     p->mouseWorldPos = renderer->screenToWorld(gameInput->getMouseX(), gameInput->getMouseY());
 }
 

@@ -343,12 +343,25 @@ void InputManager::joyHat(int joystick, int hat, int value)
     old = value;
 }
 
+float InputManager::joyDeadZone()
+{
+    const GameVar* deadZone = findVar("joy_deadzone");
+    return deadZone ? std::clamp(deadZone->floatValue, 0.0f, 0.99f) : defaultDeadZone;
+}
+
 void InputManager::joyAxis(int joystick, int axis, int value)
 {
-    const GameVar* deadZoneVar = findVar("joy_deadzone");
-    const float deadZone = deadZoneVar ? std::clamp(deadZoneVar->floatValue, 0.0f, 0.99f) : defaultDeadZone;
-    const float deflection = static_cast<float>(value) / fullDeflection;
-    const int direction = std::fabs(deflection) <= deadZone ? 0 : (deflection < 0.0f ? -1 : 1);
+    const float deflection = std::max(static_cast<float>(value) / fullDeflection, -1.0f);
+    // The first pad's aim stick also aims directly, while still having
+    // bindable directions.
+    if (joystick == 0 && game) {
+        for (int component : {0, 1}) {
+            const GameVar* aimAxis = findVar(component == 0 ? "joy_aimx" : "joy_aimy");
+            if (aimAxis && aimAxis->intValue == axis + 1)
+                game->setAimStick(component, deflection);
+        }
+    }
+    const int direction = std::fabs(deflection) <= joyDeadZone() ? 0 : (deflection < 0.0f ? -1 : 1);
     int& old = axisStates[{joystick, axis}];
     if (direction == old)
         return;

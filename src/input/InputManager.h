@@ -60,6 +60,8 @@ public:
     static std::string joyButtonName(int joystick, int button);
     static std::string joyHatName(int joystick, int hat, int direction);
     static std::string joyAxisName(int joystick, int axis, int sign);
+    // The stick dead zone from `joy_deadzone`, as a fraction of full tilt.
+    static float joyDeadZone();
 
     // Makes `name` the current target, remembering the old one as the
     // previous target, and runs the deactivate/activate hooks.

@@ -156,3 +156,45 @@ TEST_F(JoystickInputTest, OnlyTheGameTargetHearsThePad)
     key.type = SDL_KEYDOWN;
     EXPECT_FALSE(feed(key));
 }
+
+TEST_F(JoystickInputTest, AimStickPointsTheWayItLastLeanedUntilTheMouseMoves)
+{
+    createVar("joy_aimx", "4", "");
+    createVar("joy_aimy", "5", "");
+    GameInput& input = *game.getGameInput();
+    Vector aim;
+    EXPECT_FALSE(input.getAimStick(aim));
+    axis(3, 8000);  // inside the dead zone: the mouse still aims
+    EXPECT_FALSE(input.getAimStick(aim));
+
+    axis(3, 32767);
+    ASSERT_TRUE(input.getAimStick(aim));
+    EXPECT_FLOAT_EQ(aim.x, 1.0f);
+    EXPECT_FLOAT_EQ(aim.y, 0.0f);
+    axis(4, -32767);  // stick pushed up: SDL's y runs down, the world's up
+    ASSERT_TRUE(input.getAimStick(aim));
+    EXPECT_NEAR(aim.x, 0.7071f, 1e-3);
+    EXPECT_NEAR(aim.y, 0.7071f, 1e-3);
+    // Letting go keeps the direction; the stick's axes still bind as keys.
+    run("bind joy1_axis4_plus +fire");
+    axis(3, 0);
+    axis(4, 0);
+    ASSERT_TRUE(input.getAimStick(aim));
+    EXPECT_NEAR(aim.x, 0.7071f, 1e-3);
+    EXPECT_NEAR(aim.y, 0.7071f, 1e-3);
+    calls.clear();
+    axis(3, 30000);
+    EXPECT_EQ(calls, (Calls{"+fire"}));
+    ASSERT_TRUE(input.getAimStick(aim));
+    EXPECT_FLOAT_EQ(aim.x, 1.0f);
+
+    input.mouseMove(0, 0, 3, 4);
+    EXPECT_FALSE(input.getAimStick(aim));
+
+    // Aiming off: the axes are only bindable directions.
+    run("set joy_aimx 0");
+    run("set joy_aimy 0");
+    axis(3, 0);
+    axis(3, -32768);
+    EXPECT_FALSE(input.getAimStick(aim));
+}
