@@ -96,6 +96,7 @@ bool Game::init()
     }
     // Key events carry the typed character for the console and text boxes.
     SDL_EnableUNICODE(1);
+    inputManager.openJoysticks();
     startGameplay();
     registerCommands();
     if (!setInitialVideoMode()) {
@@ -341,6 +342,7 @@ void Game::pumpEvents()
             quitRequested = true;
             break;
         default:
+            inputManager.joystickEvent(event);
             break;
         }
     }
@@ -835,6 +837,12 @@ void Game::updateAim()
     auto* p = dynamic_cast<Player*>(player);
     if (!p || !gameInput)
         return;
+    Vector stick;
+    if (gameInput->getAimStick(stick)) {
+        p->mouseWorldPos = p->pos + stick * padAimDistance;
+        p->mouseWorldPos.z = 0.0f;
+        return;
+    }
     p->mouseWorldPos = renderer->screenToWorld(gameInput->getMouseX(), gameInput->getMouseY());
 }
 

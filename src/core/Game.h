@@ -30,6 +30,8 @@ class ParticleManager;
 class Game {
 public:
     static constexpr float stepSeconds = 0.025f;
+    // How far from the player a pad's aim stick aims, in world units.
+    static constexpr float padAimDistance = 256.0f;
     static constexpr float particleStepSeconds = 1.0f / 120.0f;
     static constexpr float maxFrameSeconds = 0.25f;
     static constexpr float activityRadius = 800.0f;
