@@ -79,7 +79,10 @@ void GameInput::mouseUp(float, float, int button) { keyUp(-1, -1, mouseName(butt
 
 void GameInput::keyDown(int, int, const std::string& keyName)
 {
-    auto it = bindings.find(lowerCase(keyName));
+    const std::string key = lowerCase(keyName);
+    if (!heldKeys.insert(key).second)
+        return;
+    auto it = bindings.find(key);
     if (it == bindings.end() || it->second.empty())
         return;
     runText(it->second);
@@ -87,7 +90,9 @@ void GameInput::keyDown(int, int, const std::string& keyName)
 
 void GameInput::keyUp(int, int, const std::string& keyName)
 {
-    auto it = bindings.find(lowerCase(keyName));
+    const std::string key = lowerCase(keyName);
+    heldKeys.erase(key);
+    auto it = bindings.find(key);
     if (it == bindings.end())
         return;
     for (const std::string& command : releaseCommands(it->second))

@@ -6,6 +6,7 @@
 // own input (player controls) derives from this class.
 #include <iosfwd>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -27,7 +28,11 @@ public:
     void keyUp(int symbol, int character, const std::string& keyName) override;
     // Losing the input (console or menu opened) lets go of every held
     // control, so no key stays "down" behind the console.
-    void deactivate() override { releaseAll(); }
+    void deactivate() override
+    {
+        heldKeys.clear();
+        releaseAll();
+    }
 
     // Registers bind, unbind and listbinds, names the mouse buttons and looks
     // up `sensitivity`. Called once by the Game at start-up; overrides that
@@ -77,6 +82,9 @@ protected:
     static void runText(const std::string& text);
 
     std::map<std::string, std::string> bindings;
+    // Keys and buttons down now: the window system repeats a held key's
+    // press, and a binding must run once per press, not 33 times a second.
+    std::set<std::string> heldKeys;
     std::map<int, std::string> mouseNames;
     GameVar* sensitivity = nullptr;
     float aimStick[2] = {0.0f, 0.0f};

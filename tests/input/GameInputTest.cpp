@@ -109,6 +109,21 @@ TEST_F(GameInputTest, ReleaseRunsOnlyPlusSegmentsAsMinus)
     EXPECT_TRUE(GameInput::releaseCommands("").empty());
 }
 
+TEST_F(GameInputTest, AHeldKeysRepeatedPressesRunItsBindingOnce)
+{
+    run("bind f12 say shot");
+    // The window system repeats a held key's press until it is released.
+    for (int i = 0; i < 5; ++i)
+        input().keyDown(0, 0, "f12");
+    input().keyUp(0, 0, "f12");
+    input().keyDown(0, 0, "F12");
+    EXPECT_EQ(calls, (std::vector<std::string>{"say shot", "say shot"}));
+    // Losing the input forgets what was held: the next press counts.
+    input().deactivate();
+    input().keyDown(0, 0, "f12");
+    EXPECT_EQ(calls.size(), 3u);
+}
+
 TEST_F(GameInputTest, MouseButtonsAndWheelBindLikeKeys)
 {
     run("bind mouse1 +hold");

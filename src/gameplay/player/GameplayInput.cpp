@@ -114,8 +114,6 @@ void GameplayInput::releaseAll()
     nextWeaponRequested = previousWeaponRequested = false;
 }
 
-void GameplayInput::deactivate() { releaseAll(); }
-
 Vector GameplayInput::computeForce(Player& player, float stepTime)
 {
     const float m = player.mass;

@@ -26,8 +26,6 @@ public:
     void update(Body* player) override;
     // All held controls let go.
     void releaseAll() override;
-    // Losing the input lets go of everything, so no key stays stuck down.
-    void deactivate() override;
 
     // The control commands and the "movemode" handle.
     virtual void registerCommands();
