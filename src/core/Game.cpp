@@ -28,6 +28,7 @@
 #include "render/ImageFontRenderer.h"
 #include "resources/ResourceManager.h"
 #include "render/Renderer.h"
+#include "render/SkyManager.h"
 #include "sound/ISound.h"
 #include "sound/NullSound.h"
 #include "sound/Sound.h"
@@ -52,6 +53,7 @@ Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
     : sound(std::move(s)),
       renderer(std::move(r)),
       guiManager(std::make_unique<GUIManager>()),
+      skyManager(std::make_unique<SkyManager>()),
       console(std::make_unique<Console>()),
       particleManager(std::make_unique<ParticleManager>())
 {
@@ -212,7 +214,12 @@ void Game::dumpTextures(std::ostream& out) const
         renderer->dumpTextureCache(out);
 }
 
-void Game::loadSky(const std::string& path) { skyFile = path; }
+void Game::loadSky(const std::string& path)
+{
+    skyFile = path;
+    if (skyManager->loadSky(path))
+        skyManager->switchSky(path);
+}
 
 void Game::runStartupScripts()
 {

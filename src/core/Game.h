@@ -25,6 +25,7 @@ class GUIManager;
 class IGameplay;
 class IRenderer;
 class ISound;
+class SkyManager;
 class ParticleManager;
 
 class Game {
@@ -90,6 +91,7 @@ public:
     Console* getConsole() const { return console.get(); }
     InputManager& getInputManager() { return inputManager; }
     GUIManager* getGUIManager() const { return guiManager.get(); }
+    SkyManager* getSkyManager() const { return skyManager.get(); }
     GameInput* getGameInput() const { return gameInput.get(); }
     ParticleManager* getParticleManager() const { return particleManager.get(); }
     BasicTimer& getTimer() { return timer; }
@@ -151,7 +153,7 @@ public:
     // Grabs the screen at the next buffer swap.
     void requestCapture() { captureRequested = true; }
     void setPendingSaveName(const std::string& name) { pendingSaveName = name; }
-    // Replaces the sky with the given sky file.
+    // Loads the given sky file and makes it the current sky.
     virtual void loadSky(const std::string& path);
     void setShowMap(bool on) { showMap = on; }
     bool isShowingMap() const { return showMap; }
@@ -197,6 +199,7 @@ protected:
     std::unique_ptr<ISound> sound;
     std::unique_ptr<IRenderer> renderer;
     std::unique_ptr<GUIManager> guiManager;
+    std::unique_ptr<SkyManager> skyManager;
     InputManager inputManager;
     std::unique_ptr<Console> console;
     std::unique_ptr<GameInput> gameInput;
