@@ -52,6 +52,7 @@ Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
       guiManager(std::make_unique<GUIManager>()),
       console(std::make_unique<Console>())
 {
+    guiManager->setVisible(true);
     inputManager.setGUI(guiManager.get());
     inputManager.setConsole(console.get());
     inputManager.setCurrentTarget("gui");
@@ -97,6 +98,7 @@ bool Game::init()
         SDL_Quit();
         return false;
     }
+    guiManager->setScreenSize(renderer->getWidth(), renderer->getHeight());
     console->init();
     console->setSize(renderer->getWidth(), renderer->getHeight());
     sound->initialise();
@@ -341,6 +343,7 @@ void Game::pumpEvents()
 void Game::runFrame()
 {
     renderer->begin2D();
+    guiManager->draw(*renderer);
     console->draw();
     renderer->end2D();
     endFrame();
