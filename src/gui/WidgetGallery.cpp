@@ -193,7 +193,12 @@ void WidgetGallery::showAction(const std::string& command, const GUIComponent* s
 
 void WidgetGallery::showSliderValue(float value)
 {
-    sliderValue->setText(std::to_string(static_cast<int>(value + 0.5f)));
+    const std::string shown = std::to_string(static_cast<int>(value + 0.5f));
+    if (shown == sliderValue->getText())
+        return;
+    sliderValue->setText(shown);
+    std::printf("GUI slider: %s\n", shown.c_str());
+    std::fflush(stdout);
 }
 
 WidgetGallery* WidgetGallery::open(Game& game)
