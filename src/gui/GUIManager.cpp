@@ -1,6 +1,8 @@
 #include "gui/GUIManager.h"
 
+#include "core/Game.h"
 #include "gui/DefaultGUIFactory.h"
+#include "input/InputManager.h"
 #include "render/IRenderer.h"
 
 GUIManager::GUIManager() : factory(std::make_unique<DefaultGUIFactory>())
@@ -103,6 +105,9 @@ void GUIManager::keyUp(int symbol, int character, const std::string& keyName)
 
 void GUIManager::activate()
 {
+    // The mouse moved while another target had it: the cursor starts where it is now.
+    if (Game* g = Game::current())
+        cursor = *g->getInputManager().getScreenMouse();
     if (GUIComponent* main = root.findComponent("maininterface"))
         main->toggle();
 }
