@@ -91,14 +91,17 @@ void GUIManager::mouseUp(float x, float y, int button)
 void GUIManager::keyDown(int symbol, int character, const std::string& keyName)
 {
     dropStale();
+    keyRepeat = !heldKeys.insert(symbol).second;
     // A hidden widget keeps no keys: they go to the root.
     GUIComponent* target = focus && focus->isShown() ? focus : &root;
     target->keyDown(symbol, character, keyName);
+    keyRepeat = false;
 }
 
 void GUIManager::keyUp(int symbol, int character, const std::string& keyName)
 {
     dropStale();
+    heldKeys.erase(symbol);
     GUIComponent* target = focus && focus->isShown() ? focus : &root;
     target->keyUp(symbol, character, keyName);
 }
@@ -114,6 +117,8 @@ void GUIManager::activate()
 
 void GUIManager::deactivate()
 {
+    // Their releases go to another target now.
+    heldKeys.clear();
     if (GUIComponent* main = root.findComponent("maininterface"))
         main->toggle();
 }

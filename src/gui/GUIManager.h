@@ -5,6 +5,7 @@
 // cursor, tracks hover, focus and dragging, forwards keys to the focused
 // widget, and draws the tree and the mouse cursor in the 2D layer.
 #include <memory>
+#include <set>
 #include <string>
 
 #include "gui/GUIComponent.h"
@@ -58,6 +59,9 @@ public:
     bool isVisible() const { return cursorVisible; }
     void setVisible(bool v) { cursorVisible = v; }
     bool isDragging() const { return dragging; }
+    // True while a key-repeat press is being handed out: the key went down
+    // earlier and has not come up yet.
+    bool isKeyRepeat() const { return keyRepeat; }
     const Vector& getCursor() const { return cursor; }
     int getScreenWidth() const { return screenWidth; }
     int getScreenHeight() const { return screenHeight; }
@@ -73,6 +77,9 @@ private:
     GUIComponent* spare = nullptr;
     Vector cursor;
     bool dragging = false;
+    // Keys down while the GUI had the input, to tell repeats from presses.
+    std::set<int> heldKeys;
+    bool keyRepeat = false;
     bool cursorVisible = false;
     int screenWidth = 0;
     int screenHeight = 0;

@@ -1,6 +1,7 @@
 #include "gui/KeyBindBox.h"
 
 #include "core/Game.h"
+#include "gui/GUIManager.h"
 #include "input/GameInput.h"
 
 namespace {
@@ -91,6 +92,10 @@ void KeyBindBox::keyDown(int symbol, int character, const std::string& keyName)
         waiting = false;
         return;
     }
+    // A key held since before the box was armed repeats; it is no choice.
+    const Game* g = Game::current();
+    if (g && g->getGUIManager() && g->getGUIManager()->isKeyRepeat())
+        return;
     if (!keyName.empty())
         bind(keyName);
 }

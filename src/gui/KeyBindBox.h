@@ -21,7 +21,8 @@ public:
     // While armed a press binds its mouse button, wherever it lands.
     void mouseDown(float px, float py, int button) override;
     bool capturesMouse() const override { return waiting; }
-    // While armed: Escape disarms, any named key is bound. Otherwise Enter
+    // While armed: Escape disarms, any named key is bound (not the repeats
+    // of a key held since before). Otherwise Enter
     // arms the box and other keys go to the parent.
     void keyDown(int symbol, int character, const std::string& keyName) override;
     // Losing the focus disarms.

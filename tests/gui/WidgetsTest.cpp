@@ -362,3 +362,16 @@ TEST_F(WidgetTest, TextAreaScrollsWithinItsLinesAndItsBarFollows)
     area->setText("short");
     EXPECT_EQ(area->getMaxFirstLine(), 0);
 }
+
+TEST_F(KeyBindBoxTest, ARepeatOfAKeyHeldBeforeArmingIsNoChoice)
+{
+    InputManager& in = game.getInputManager();
+    in.keyEvent(true, SDLK_RIGHT, 0);
+    focus(*box);
+    in.keyEvent(true, SDLK_RIGHT, 0);
+    EXPECT_TRUE(box->isWaiting());
+    EXPECT_EQ(input().getBinding("right"), "");
+    in.keyUp(SDLK_RIGHT);
+    in.keyEvent(true, SDLK_RIGHT, 0);
+    EXPECT_EQ(input().getBinding("right"), "+attack");
+}
