@@ -55,6 +55,8 @@ public:
 
     // Screen size in pixels, set by the Game after each video mode change.
     void setSize(int w, int h);
+    int getWidth() const { return width; }
+    int getHeight() const { return height; }
     bool isVisible() const { return visible; }
     void setVisible(bool v) { visible = v; }
     const std::string& getInput() const { return input; }

@@ -98,9 +98,9 @@ bool Game::init()
         SDL_Quit();
         return false;
     }
-    guiManager->setScreenSize(renderer->getWidth(), renderer->getHeight());
     console->init();
-    console->setSize(renderer->getWidth(), renderer->getHeight());
+    // The controller was made before the window had its size.
+    announceScreenSize();
     sound->initialise();
     timer.start();
     if (FontRenderer* fonts = renderer->getFontRenderer()) {
@@ -554,16 +554,13 @@ void Game::collideBody(Body* body, float step)
 }
 void Game::drawBodies()
 {
+    // The renderer draws each body's extras right after the body itself.
     if (frustumcull && frustumcull->intValue != 0) {
         for (Body* body : visibleBodies)
             renderer->drawBody(*body);
-        for (Body* body : visibleBodies)
-            body->drawExtras(*renderer);
     } else {
         for (Body* body : bodies)
             renderer->drawBody(*body);
-        for (Body* body : bodies)
-            body->drawExtras(*renderer);
     }
     if (player && std::find(bodies.begin(), bodies.end(), player) == bodies.end())
         renderer->drawBody(*player);
@@ -712,10 +709,31 @@ void Game::restartVideo(int width, int height, bool fullscreen)
     getVar("vidwidth")->setInt(width);
     getVar("vidheight")->setInt(height);
     getVar("vidfullscreen")->setInt(fullscreen ? 1 : 0);
+    changeVideoMode(width, height, fullscreen);
+}
+
+void Game::changeVideoMode(int width, int height, bool fullscreen)
+{
     renderer->setVideoMode(width, height, fullscreen);
     if (FontRenderer* fonts = renderer->getFontRenderer())
         fonts->init();
-    console->setSize(renderer->getWidth(), renderer->getHeight());
+    announceScreenSize();
+    // Every GL texture was made anew: cached ids are stale.
+    for (Body* body : bodies)
+        body->textureId = -1;
+    if (player)
+        player->textureId = -1;
+}
+
+void Game::announceScreenSize()
+{
+    const int w = renderer->getWidth();
+    const int h = renderer->getHeight();
+    console->setSize(w, h);
+    if (guiManager)
+        guiManager->setScreenSize(w, h);
+    if (gameplay)
+        gameplay->setScreenSize(w, h);
 }
 
 void Game::addBody(Body* body, bool assignId)

@@ -74,7 +74,13 @@ public:
     virtual void loadLevel(const std::string& name, const std::string& entry);
     virtual void requestLevel(const std::string& name, const std::string& entry);
     virtual void unloadLevel();
+    // Stores the size in the video variables, then changeVideoMode.
     virtual void restartVideo(int width, int height, bool fullscreen);
+    // Sets the mode without touching the variables, reloads the fonts, tells
+    // everyone the new size and drops the bodies' cached texture ids.
+    virtual void changeVideoMode(int width, int height, bool fullscreen);
+    // Tells the console, the GUI and the gameplay controller the window size.
+    void announceScreenSize();
 
     ISound* getSound() const { return sound.get(); }
     IRenderer* getRenderer() const { return renderer.get(); }

@@ -62,7 +62,7 @@ void GameCommands::registerAll(Game& game)
 
     registerCommand("lock mouse in frame", "lockmouse", [] { SDL_WM_GrabInput(SDL_GRAB_ON); });
     registerCommand("unlock mouse from frame", "unlockmouse", [] { SDL_WM_GrabInput(SDL_GRAB_OFF); });
-    registerCommand("debug res test", "resdbg", [&game] { game.restartVideo(1024, 768, false); });
+    registerCommand("debug res test", "resdbg", [&game] { game.changeVideoMode(1024, 768, false); });
     registerCommand("debug gui: open the widget gallery", "guidbg", [&game] { WidgetGallery::open(game); });
 
     registerCommand("load a map", "map", [&game] {

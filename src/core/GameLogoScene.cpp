@@ -60,13 +60,15 @@ void GameLogoScene::draw(Game& game)
     renderer->setAlphaBlend();
     renderer->setTexturing(true);
     fonts->selectFont("vera", 24);
-    // Both lines are centred on the screen; the name sits under the maker's line.
+    // The maker's line starts left of centre, the name sits under it, indented.
+    textX = width / 2.0f - 200.0f;
     textY = height / 2.0f + 20.0f;
     renderer->setColour(255.0f, 205.0f, 22.0f, shown);
-    fonts->drawText(fonts->centredX(0.0f, width, makerLine), textY, makerLine);
+    fonts->drawText(textX, textY, makerLine);
+    textX = width / 2.0f - 100.0f;
     textY = height / 2.0f - 20.0f;
     renderer->setColour(255.0f, 255.0f, 255.0f, shown);
-    fonts->drawText(fonts->centredX(0.0f, width, gameName), textY, gameName);
+    fonts->drawText(textX, textY, gameName);
     renderer->setTexturing(false);
     renderer->end2D();
 }

@@ -36,6 +36,8 @@ public:
     Body* startSpawnPoint() override;
     GameInput* createInput() override;
     void setScreenSize(int width, int height) override;
+    int getScreenWidth() const { return screenWidth; }
+    int getScreenHeight() const { return screenHeight; }
     void save(TiXmlElement* element) override;
     void load(TiXmlElement* element) override;
     void levelRestored() override {}

@@ -14,7 +14,7 @@ RaceTriggerBody::RaceTriggerBody()
     showdamage = false;
     thinks = true;
     thinkInterval = 200.0f;
-    flags1.setFlag(traceThroughFlag);
+    setTraceThrough(true);
 }
 
 const std::string* RaceTriggerBody::findAttribute(const std::map<std::string, std::string>& attrs,

@@ -66,7 +66,11 @@ public:
     virtual void drawImage(float x, float y, float z, float w, float h, const std::string& name,
                            bool additive, bool clamp) = 0;
     virtual void drawImage(float x, float y, float z, float w, float h, const std::string& name) = 0;
+    // Centred on (cx, cy), w by h, in white; transparent pixels leave the depth buffer alone.
     virtual void drawSprite(float cx, float cy, float z, float w, float h, const std::string& name) = 0;
+    // The same sprite modulated by a colour (power-up glows, tinted pickups).
+    virtual void drawTintedSprite(float cx, float cy, float z, float w, float h, const std::string& name,
+                                  const RGBAColour& colour) = 0;
     // Triangle fan through the first count vertices, closed by the first.
     virtual void drawPolygon(int count, const std::vector<Vector>& vertices) = 0;
     virtual void drawPolygon(int count, const std::vector<Vector>& vertices,

@@ -82,6 +82,9 @@ void ImageFontRenderer::drawText(float x, float y, float z, const std::string& t
 {
     if (!current || !renderer)
         return;
+    // Whatever drew last (the glow pass, an untextured body) may have left
+    // texturing off; glyphs without their page are solid blocks.
+    renderer->setTexturing(true);
     renderer->setBlending(true);
     renderer->setAlphaBlend();
     float pen = snapToPixels ? std::round(x) : x;

@@ -50,6 +50,7 @@ public:
     void drawImage(float, float, float, float, float, const std::string&, bool, bool) override {}
     void drawImage(float, float, float, float, float, const std::string&) override {}
     void drawSprite(float, float, float, float, float, const std::string&) override {}
+    void drawTintedSprite(float, float, float, float, float, const std::string&, const RGBAColour&) override {}
     void drawPolygon(int, const std::vector<Vector>&) override {}
     void drawPolygon(int, const std::vector<Vector>&,
                      const std::vector<RGBAColour>&) override

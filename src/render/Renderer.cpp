@@ -391,12 +391,41 @@ void Renderer::drawImage(float x, float y, float z, float w, float h, const std:
 
 void Renderer::drawSprite(float cx, float cy, float z, float w, float h, const std::string& name)
 {
+    drawTintedSprite(cx, cy, z, w, h, name, RGBAColour(255.0f, 255.0f, 255.0f, 255.0f));
+}
+
+void Renderer::drawTintedSprite(float cx, float cy, float z, float w, float h, const std::string& name,
+                                const RGBAColour& colour)
+{
     setBlending(true);
     setTexturing(true);
     setAlphaBlend();
-    setColour(255.0f, 255.0f, 255.0f, 255.0f);
-    bindTexture(name);
+    setColour(colour);
+    // Sprite art does not tile: clamped, so no edge bleeds in from the far side.
+    bindTexture(name, true);
+    setWrap(true);
+    setSpriteAlphaTest(true);
     drawCentredQuad(cx, cy, z, w * 0.5f, h * 0.5f, true);
+    setSpriteAlphaTest(false);
+}
+
+void Renderer::setSpriteAlphaTest(bool on)
+{
+    // Clear pixels must not write depth, or a sprite drawn before something
+    // behind it punches a hole the shape of its square.
+    if (on) {
+        glAlphaFunc(GL_GREATER, spriteAlphaCutoff);
+        glEnable(GL_ALPHA_TEST);
+    } else {
+        glDisable(GL_ALPHA_TEST);
+    }
+}
+
+void Renderer::setWrap(bool clamp)
+{
+    const GLint wrap = clamp ? GL_CLAMP_TO_EDGE : GL_REPEAT;
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, wrap);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, wrap);
 }
 
 void Renderer::drawPolygon(int count, const std::vector<Vector>& vertices)
@@ -700,14 +729,18 @@ void Renderer::drawBody(Body& body)
         setTexturing(true);
         setBlending(true);
         setAlphaBlend();
+        const bool clamp = body.drawsTextureOnce();
         if (varInt(cacheTextureIds) < 1) {
-            bindTexture(body.texture);
+            bindTexture(body.texture, clamp);
         } else if (body.textureId < 0) {
-            bindTexture(body.texture);
+            bindTexture(body.texture, clamp);
             body.textureId = getTextureId(body.texture);
         } else {
             bindTextureId(body.textureId);
         }
+        // Textures are shared, so each body states its own wrap mode.
+        setWrap(clamp);
+        setSpriteAlphaTest(true);
     } else {
         setTexturing(false);
         setBlending(false);
@@ -725,6 +758,10 @@ void Renderer::drawBody(Body& body)
     }
 
     emitBodyPolygon(body, textured);
+    if (textured) {
+        setSpriteAlphaTest(false);
+        setWrap(false);
+    }
 
     if (body.outlined && varInt(drawOutlines) != 0 && !capturing && body.localVertices.size() > 1) {
         setColour(body.outlineColour);
@@ -763,7 +800,8 @@ void Renderer::drawBodySimple(Body& body)
         setTexturing(true);
         setBlending(true);
         setAlphaBlend();
-        bindTexture(body.texture);
+        bindTexture(body.texture, body.drawsTextureOnce());
+        setWrap(body.drawsTextureOnce());
     } else {
         setTexturing(false);
         setBlending(false);
@@ -774,6 +812,8 @@ void Renderer::drawBodySimple(Body& body)
         glBlendFunc(GL_ZERO, GL_ONE_MINUS_SRC_ALPHA);
     }
     emitBodyPolygon(body, textured);
+    if (textured)
+        setWrap(false);
 
     if (body.outlined && varInt(drawOutlines) != 0 && !capturing && !body.localVertices.empty()) {
         GLfloat previousWidth = 1.0f;
@@ -932,9 +972,11 @@ void Renderer::takeScreenshot()
     } else {
         const std::string name = captureName(movie, number);
         ::mkdir("screenshots", 0755);
-        if (!movie)
+        // Movie frames come eight a second: they are written silently.
+        if (!movie) {
             conPrint("Writing screenshot to " + name);
-        std::printf("Writing screenshot to %s\n", name.c_str());
+            std::printf("Writing screenshot to %s\n", name.c_str());
+        }
         ilSave(IL_PNG, name.c_str());
     }
     ilDeleteImages(1, &image);

@@ -55,6 +55,8 @@ public:
                    bool additive, bool clamp) override;
     void drawImage(float x, float y, float z, float w, float h, const std::string& name) override;
     void drawSprite(float cx, float cy, float z, float w, float h, const std::string& name) override;
+    void drawTintedSprite(float cx, float cy, float z, float w, float h, const std::string& name,
+                          const RGBAColour& colour) override;
     void drawPolygon(int count, const std::vector<Vector>& vertices) override;
     void drawPolygon(int count, const std::vector<Vector>& vertices,
                      const std::vector<RGBAColour>& colours) override;
@@ -150,6 +152,11 @@ private:
     void emitBodyPolygon(const Body& body, bool textured);
     // The debug label over a body when rbodystring is 1.
     void drawBodyString(Body& body, bool black);
+    // Wrap mode of the bound texture: clamped edges or repeating.
+    void setWrap(bool clamp);
+    // Discards clear texels so they write no depth.
+    void setSpriteAlphaTest(bool on);
+    static constexpr float spriteAlphaCutoff = 0.1f;
 
     TextureManager textures;
     std::unique_ptr<FontRenderer> fontRenderer;

@@ -11,6 +11,7 @@
 #include "core/Game.h"
 #include "input/GameInput.h"
 #include "render/NullRenderer.h"
+#include "resources/TempDir.h"
 #include "sound/NullSound.h"
 
 namespace {
@@ -36,6 +37,8 @@ protected:
         RegistryFixture::TearDown();
         std::remove("mine.txt");
     }
+    // Scripts and written files stay in a private directory.
+    TempDir scratch;
     std::unique_ptr<Game> game;
 };
 }

@@ -6,6 +6,7 @@
 #include "core/Game.h"
 #include "core/GameLogoScene.h"
 #include "core/ManualClock.h"
+#include "render/FontRenderer.h"
 #include "render/NullRenderer.h"
 #include "sound/NullSound.h"
 
@@ -106,4 +107,36 @@ TEST_F(GameLogoSceneTest, AnUnskippableSceneIgnoresInput)
     EXPECT_TRUE(frameAfter(500));
     EXPECT_TRUE(frameAfter(500));
     EXPECT_FALSE(game.isQuitting());
+}
+
+namespace {
+// Remembers where each line of text was drawn.
+class TextRecorder : public FontRenderer {
+public:
+    struct Line {
+        float x, y;
+        std::string text;
+    };
+    std::vector<Line>* lines = nullptr;
+    bool selectFont(const std::string&, int) override { return true; }
+    void drawText(float x, float y, float, const std::string& text) override { lines->push_back({x, y, text}); }
+};
+}
+
+TEST_F(GameLogoSceneTest, CardLinesStandAtTheirFixedOffsetsFromTheCentre)
+{
+    std::vector<TextRecorder::Line> lines;
+    auto* fonts = new TextRecorder;
+    fonts->lines = &lines;
+    game.getRenderer()->setFontRenderer(fonts);
+    const float w = static_cast<float>(game.getRenderer()->getWidth());
+    const float h = static_cast<float>(game.getRenderer()->getHeight());
+    frameAfter(100);
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].text, "Quillmar Software Presents");
+    EXPECT_FLOAT_EQ(lines[0].x, w / 2 - 200);
+    EXPECT_FLOAT_EQ(lines[0].y, h / 2 + 20);
+    EXPECT_EQ(lines[1].text, "Brindlequay");
+    EXPECT_FLOAT_EQ(lines[1].x, w / 2 - 100);
+    EXPECT_FLOAT_EQ(lines[1].y, h / 2 - 20);
 }

@@ -49,3 +49,13 @@ wait_for_log() {
   done
   fail "timed out waiting for '$pattern' in the log"
 }
+
+# Waits until a file exists in the game directory.
+wait_for_file() {
+  local path=$1 timeout=${2:-20}
+  for _ in $(seq $((timeout * 10))); do
+    [ -s "$path" ] && return 0
+    sleep 0.1
+  done
+  fail "timed out waiting for $path"
+}

@@ -9,8 +9,10 @@ work=$(make_game_copy "$game_dir")
 start_game "$work" +movierecord 8
 wait_for_log "$work" "REND New Res" 30
 # The card fades in for about 3.2 s and out again.
-wait_for_log "$work" "Writing screenshot to screenshots/movie0030.png" 30
+wait_for_file "$work/screenshots/movie0031.png" 30
 stop_game
+# Movie frames are written without a line each.
+grep -q "Writing screenshot" "$work/outputlog.txt" && fail "movie frames were announced in the log"
 ls "$work"/screenshots/movie*.png >/dev/null 2>&1 || fail "no movie frames of the logo card"
 PYTHONPATH="$(dirname "$0")" /usr/bin/python3 - "$work"/screenshots/movie002[2468].png <<'PY' || fail "the logo card does not show its two lines"
 import sys

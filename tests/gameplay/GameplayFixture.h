@@ -36,9 +36,6 @@ protected:
         createVar("movemode", "2", "");
         createVar("maxgibs", "10", "");
         createVar("drawtimer", "0", "");
-        createVar("playerfriction", "0.04", "");
-        createVar("playerbrake", "0.3", "");
-        createVar("playergrip", "40", "");
         GameplayInput::fireWeaponId = 0;
         game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
         game->getTimer().start();

@@ -1,3 +1,4 @@
+#include "TestPaths.h"
 #include <gtest/gtest.h>
 
 #include <SDL.h>
@@ -216,7 +217,7 @@ TEST_F(GameInputTest, VirtualCursorFollowsScaledMotionAndStaysOnScreen)
 
 TEST_F(GameInputTest, KeysReachBindingsOnlyWhileTheGameHasTheInput)
 {
-    ASSERT_TRUE(game.getInputManager().loadKeyNames(std::string(std::getenv("BQ_SOURCE_DIR") ? std::getenv("BQ_SOURCE_DIR") : "..") + "/data/keymaps.xml"));
+    ASSERT_TRUE(game.getInputManager().loadKeyNames(testSourceDir() + "/data/keymaps.xml"));
     run("bind k say k");
     InputManager& manager = game.getInputManager();
     manager.keyEvent(true, SDLK_k, 'k');
@@ -230,8 +231,7 @@ TEST_F(GameInputTest, KeysReachBindingsOnlyWhileTheGameHasTheInput)
 
 TEST_F(GameInputTest, ShippedDefaultsBindTheControlsAPlayerExpects)
 {
-    const char* dir = std::getenv("BQ_SOURCE_DIR");
-    std::ifstream file(std::string(dir ? dir : "..") + "/data/default.cfg");
+    std::ifstream file(testSourceDir() + "/data/default.cfg");
     ASSERT_TRUE(file.good());
     for (std::string line; std::getline(file, line);)
         run(line);

@@ -1,3 +1,4 @@
+#include "TestPaths.h"
 #include <gtest/gtest.h>
 
 #include <SDL.h>
@@ -21,8 +22,7 @@
 namespace {
 std::string sourceFile(const std::string& rel)
 {
-    const char* dir = std::getenv("BQ_SOURCE_DIR");
-    return std::string(dir ? dir : "..") + "/" + rel;
+    return testSourceDir() + "/" + rel;
 }
 
 // Remembers what reached it, so tests can see where an event went.
@@ -123,6 +123,7 @@ TEST(KeyMapTest, MissingOrBrokenFilesLeaveKeysUnnamed)
               std::string::npos);
     EXPECT_EQ(input.keyName(SDLK_a), "");
 
+    TempDir dir;
     {
         std::ofstream f("broken_keymaps.xml");
         f << "<keys><key sdlcode=\"97\" keyname=\"a\"";
@@ -134,6 +135,7 @@ TEST(KeyMapTest, MissingOrBrokenFilesLeaveKeysUnnamed)
 
 TEST(KeyMapTest, LaterEntryForTheSameCodeWinsAndElementNamesAreFree)
 {
+    TempDir dir;
     {
         std::ofstream f("dup_keymaps.xml");
         f << "<anything><key sdlcode=\"97\" keyname=\"first\"/><k sdlcode=\"97\" keyname=\"second\"/>"

@@ -1,6 +1,7 @@
 // Loads every generated image with DevIL and every sound with SDL_mixer, the
 // libraries the game decodes them with, so a file the Python checks accept
 // but the game could not read still fails the build.
+#include "TestPaths.h"
 #include <IL/il.h>
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -16,11 +17,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string gameDir()
-{
-    const char* dir = std::getenv("BQ_GAME_DIR");
-    return dir ? dir : BQ_BUILT_GAME_DIR;
-}
+std::string gameDir() { return testGameDir(); }
 
 std::vector<fs::path> filesUnder(const std::string& relative, const std::vector<std::string>& extensions)
 {
@@ -76,8 +73,8 @@ protected:
 
     void SetUp() override
     {
-        if (!fs::exists(fs::path(gameDir()) / "data/images/fallback.png"))
-            GTEST_SKIP() << "generated media not found (BQ_GAME_DIR)";
+        ASSERT_TRUE(fs::exists(fs::path(gameDir()) / "data/images/fallback.png"))
+            << "generated media not found in " << gameDir();
     }
 };
 

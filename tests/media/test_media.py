@@ -69,6 +69,25 @@ LEVEL_TEXTURES = ['concrete1', 'concrete2', 'metal1', 'metal2', 'rock1', 'rock2'
 # Sizes that are not powers of two on purpose (the loader rescales them).
 NPOT_ALLOWED = {'data/images/defaultgame.png': (320, 240)}
 
+# Every other image is a sprite: drawn on a quad, it keeps a fully
+# transparent edge, or the quad's square shows. The exceptions are listed
+# here rather than marked in the manifest, so a new image is held to the
+# sprite rule unless someone decides otherwise. Values name the edges
+# (t, b, l, r) that must still be clear.
+CLEAR_EDGES = dict(
+    # Textures that tile, or fill a body, the screen or the sky.
+    {'data/images/%s.png' % n: '' for n in LEVEL_TEXTURES + [
+        'skystars', 'skyclouds', 'skynebula', 'skyhaze', 'checkers', 'checkersred', 'fallback', 'defaultgame',
+        'bossblock1', 'bossblock2', 'bossblock3']},
+    **{'data/gui/bg.png': ''},
+    # Beams repeat along their length.
+    **{'data/particles/%s' % n: 'lr' for n in (
+        'beam.tga', 'laserbeam.tga', 'lightning1.png', 'lightning2.png', 'lightning3.png', 'plasma1.png',
+        'plasma2.png', 'plasma3.png', 'plasma4.png', 'rail.png')},
+    # HUD bar pieces join their neighbours edge to edge.
+    **{'data/images/iconbg%s%s.png' % (part, glow): sides
+       for part, sides in (('left', 'tbl'), ('centre', 'tb'), ('right', 'tbr')) for glow in ('', '_glow')})
+
 
 def generate(out, *only):
     cmd = [sys.executable, GENERATE, '--out', out]
@@ -163,17 +182,40 @@ class ImageFormatTest(unittest.TestCase):
 
 
 class ImageQualityTest(unittest.TestCase):
-    def test_sprites_have_transparent_borders(self):
-        # Sprites sit on bodies and in the HUD; a hard opaque frame would
-        # show as a box around them.
-        for rel in ('data/images/debugsmiley.png', 'data/images/chaingunenemy5.png', 'data/images/cash.png',
-                    'data/images/sniperenemy5.png', 'data/images/rocketenemy5.png', 'data/images/shotgunenemy5.png',
-                    'data/images/health.png', 'data/images/blockboss1.png', 'data/images/bacteria4.png'):
-            with self.subTest(rel):
-                a = rgba(rel)[..., 3]
-                border = np.concatenate([a[0], a[-1], a[:, 0], a[:, -1]])
-                self.assertLess(border.mean(), 8)
-                self.assertGreater(a.max(), 250)
+    @staticmethod
+    def edge_rings(a, sides, depth):
+        """The ring `depth` pixels in from each named edge."""
+        rings = {'t': a[depth], 'b': a[-1 - depth], 'l': a[:, depth], 'r': a[:, -1 - depth]}
+        return {side: rings[side] for side in sides}
+
+    def test_sprites_keep_a_clear_margin(self):
+        # The outermost pixel is fully transparent, and nothing opaque runs
+        # into it from inside, which is what art cut off at the edge does.
+        for e in manifest.IMAGES:
+            sides = CLEAR_EDGES.get(e['path'], 'tblr')
+            if not sides:
+                continue
+            with self.subTest(e['path']):
+                with Image.open(path(e['path'])) as img:
+                    self.assertEqual(img.mode, 'RGBA')
+                a = rgba(e['path'])[..., 3]
+                for side, ring in self.edge_rings(a, sides, 0).items():
+                    self.assertEqual(ring.max(), 0, 'edge %s' % side)
+                for side, ring in self.edge_rings(a, sides, 1).items():
+                    self.assertLess(ring.max(), 240, 'art runs into edge %s' % side)
+                self.assertGreater(a.max(), 64)
+
+    def test_light_fades_out_before_the_edge(self):
+        # Halos and particles are pure light: one cut off short of its fade
+        # draws a faint square however clear the last pixel is.
+        for e in manifest.IMAGES:
+            p = e['path']
+            if not (e['gen'] == 'glow' or p.startswith('data/particles/')) or CLEAR_EDGES.get(p) == 'lr':
+                continue
+            with self.subTest(p):
+                a = rgba(p)[..., 3]
+                for side, ring in self.edge_rings(a, 'tblr', 1).items():
+                    self.assertLess(ring.max(), 26, 'edge %s' % side)
 
     def test_transparent_pixels_carry_their_neighbours_colour(self):
         # Linear filtering blends a transparent texel's colour into the edge;
@@ -196,20 +238,22 @@ class ImageQualityTest(unittest.TestCase):
                 expected = acc[edge] / cnt[edge][:, None]
                 self.assertLess(np.abs(img[..., :3][edge] - expected).mean(), 24)
 
-    def test_glow_variants_extend_beyond_their_image(self):
+    def test_glow_variants_ring_and_light_their_image(self):
+        # Drawn additively over the image, a glow twin both rings it and
+        # brightens it clearly.
         for e in manifest.IMAGES:
             if e['gen'] != 'glow':
                 continue
             with self.subTest(e['path']):
-                base = rgba(e['args']['source'])[..., 3] > 16
-                if base[0].any() or base[-1].any() or base[:, 0].any() or base[:, -1].any():
-                    continue  # bar pieces run to the edge; their glow brightens in place
+                source = rgba(e['args']['source'])[..., 3]
+                base = source > 16
                 glow = rgba(e['path'])
                 halo = (glow[..., 3] > 16) & ~base
                 self.assertEqual(glow.shape[:2], base.shape)
                 self.assertGreater(halo.sum(), base.sum() * 0.15)
                 lit = glow[..., 3] > 64
                 self.assertGreater(glow[..., :3][lit].mean(), 150)
+                self.assertGreater(glow[..., 3][source > 250].mean(), 128)
 
     def test_level_textures_tile_without_seams(self):
         for name in LEVEL_TEXTURES:
@@ -228,6 +272,22 @@ class ImageQualityTest(unittest.TestCase):
                 a = rgba('data/images/%s1.png' % stem)
                 b = rgba('data/images/%s2.png' % stem)
                 self.assertGreater(np.abs(a - b).mean(), 0.5)
+
+
+class CellTextureTest(unittest.TestCase):
+    def test_cell_points_are_evenly_spread(self):
+        # Rock and lava cells grow around these points; two clumped points
+        # cut a sliver cell whose fan of shading repeats conspicuously once
+        # the texture tiles.
+        import imagelib
+        for count in (22, 26, 40):
+            with self.subTest(count=count):
+                pts = imagelib.spaced_points(np.random.default_rng(count), 256, count)
+                self.assertEqual(len(pts), count)
+                d = np.abs(pts[:, None] - pts[None])
+                d = np.minimum(d, 256 - d)
+                dist = np.sqrt((d * d).sum(axis=-1)) + np.eye(count) * 1e9
+                self.assertGreater(dist.min(), 0.5 * 256 / np.sqrt(count))
 
 
 def read_wav(rel):

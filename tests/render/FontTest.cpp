@@ -1,3 +1,4 @@
+#include "TestPaths.h"
 #include <gtest/gtest.h>
 
 #include <tinyxml.h>
@@ -177,11 +178,8 @@ TEST_F(ImageFontRendererTest, NothingIsDrawnWithoutAFontOrRenderer)
 // The fonts the build bakes from Bitstream Vera.
 TEST(BakedFontTest, EveryFontCoversPrintableLatin1OnPowerOfTwoPages)
 {
-    const char* gameDir = std::getenv("BQ_GAME_DIR");
-    if (!gameDir)
-        gameDir = BQ_BUILT_GAME_DIR;
-    if ( !std::filesystem::exists(std::string(gameDir) + "/data/fonts/vera_12.xml"))
-        GTEST_SKIP() << "baked fonts not found (BQ_GAME_DIR)";
+    const std::string gameDir = testGameDir();
+    ASSERT_TRUE(std::filesystem::exists(gameDir + "/data/fonts/vera_12.xml")) << "baked fonts not found in " << gameDir;
     struct Expected {
         const char* file;
         int size;

@@ -73,7 +73,7 @@ def grabber(rng, horizontal=False):
 def cursor(rng, w=32, h=64):
     """Arrow with its tip in the top-left corner of the image."""
     cv = Canvas(w, h)
-    s = 1.9
+    s = 1.75
     pts = [(1.5, 1.5), (1.5, 1.5 + 22 * s), (1.5 + 6 * s, 1.5 + 16.5 * s), (1.5 + 10 * s, 1.5 + 26 * s),
            (1.5 + 13.5 * s, 1.5 + 24.5 * s), (1.5 + 9.5 * s, 1.5 + 15 * s), (1.5 + 16 * s, 1.5 + 15 * s)]
     d = sd_poly(cv, pts)

@@ -2,7 +2,8 @@
 import numpy as np
 
 from imagelib import (Canvas, F, rgb, mix, clamp01, sd_circle, sd_ellipse, sd_box, sd_segment, sd_poly,
-                      sd_star, sd_regular, union, smooth_union, subtract, intersect, glow_image)
+                      sd_star, sd_regular, union, smooth_union, subtract, intersect, glow_image, border_fade,
+                      edge_distance, to_image)
 from sprites import outline_of, STEEL, DARK_STEEL, GUNMETAL, eye
 
 WEAPON_ACCENT = {
@@ -20,19 +21,24 @@ WEAPON_ACCENT = {
 }
 
 
+# Guns are drawn on a 64 x 32 design canvas and shrunk into the image so
+# the icon's halo and the view's accents stay clear of the edges.
+GUN_ZOOM = 0.84
+
+
 def gun_parts(cv, name):
     """Side view of each gun, muzzle to the right, on a 64 x 32 canvas.
     Returns (metal parts, accent parts) as distance fields."""
     B, S, A = sd_box, sd_segment, []
     if name == 'grapple':
-        metal = union(B(cv, 22, 16, 12, 5, 2), S(cv, 16, 19, 12, 28, 3), B(cv, 40, 16, 8, 2.5, 1))
+        metal = union(B(cv, 22, 16, 12, 5, 2), S(cv, 16, 19, 13, 26, 3), B(cv, 40, 16, 8, 2.5, 1))
         claw = union(S(cv, 48, 16, 58, 8, 1.8), S(cv, 48, 16, 58, 24, 1.8), S(cv, 48, 16, 60, 16, 1.8))
         A = [claw, sd_circle(cv, 24, 16, 3.2)]
     elif name == 'pistol':
         metal = union(B(cv, 32, 12, 16, 4.5, 1.5), S(cv, 22, 16, 18, 27, 3.5), B(cv, 49, 12, 2, 2, 0.5))
         A = [B(cv, 32, 9, 12, 1.2, 0.6)]
     elif name == 'plasmagun':
-        metal = union(B(cv, 26, 16, 16, 7, 4), S(cv, 20, 20, 16, 29, 3.2), B(cv, 48, 16, 8, 4, 3))
+        metal = union(B(cv, 26, 16, 16, 7, 4), S(cv, 20, 20, 17, 27, 3.2), B(cv, 48, 16, 8, 4, 3))
         A = [sd_circle(cv, 57, 16, 4.2), B(cv, 24, 16, 2, 4.5, 1), B(cv, 31, 16, 2, 4.5, 1)]
     elif name == 'shotgun':
         metal = union(B(cv, 36, 12, 25, 2.2, 1), B(cv, 36, 17, 25, 2.2, 1), B(cv, 30, 22, 8, 2.5, 1.2),
@@ -40,31 +46,31 @@ def gun_parts(cv, name):
         A = [B(cv, 30, 22, 6, 1.5, 0.8)]
     elif name == 'chaingun':
         metal = union(B(cv, 44, 11, 18, 1.8, 0.8), B(cv, 44, 16, 18, 1.8, 0.8), B(cv, 44, 21, 18, 1.8, 0.8),
-                      B(cv, 20, 16, 12, 8, 3), S(cv, 16, 22, 12, 30, 3), B(cv, 30, 16, 3, 7, 1))
+                      B(cv, 20, 16, 12, 8, 3), S(cv, 16, 22, 13, 28, 3), B(cv, 30, 16, 3, 7, 1))
         A = [sd_circle(cv, 18, 16, 4.5)]
     elif name == 'grenadelauncher':
-        metal = union(B(cv, 40, 14, 18, 5.5, 2), sd_circle(cv, 24, 17, 9), S(cv, 14, 20, 10, 29, 3),
+        metal = union(B(cv, 40, 14, 18, 5.5, 2), sd_circle(cv, 24, 17, 9), S(cv, 14, 20, 11, 27, 3),
                       B(cv, 58, 14, 2, 6.5, 1))
         A = [subtract(sd_circle(cv, 24, 17, 5), sd_circle(cv, 24, 17, 2.5))]
     elif name == 'rocketlauncher':
-        metal = union(B(cv, 32, 14, 28, 6.5, 3), S(cv, 26, 20, 24, 29, 3), S(cv, 40, 20, 40, 27, 2.2),
+        metal = union(B(cv, 32, 14, 28, 6.5, 3), S(cv, 26, 20, 24.5, 27, 3), S(cv, 40, 20, 40, 27, 2.2),
                       B(cv, 30, 6, 5, 2, 1))
         A = [B(cv, 59, 14, 2.5, 7.5, 1), B(cv, 10, 14, 3, 5, 1)]
     elif name == 'railgun':
         metal = union(B(cv, 36, 12, 26, 2, 1), B(cv, 36, 20, 26, 2, 1), B(cv, 14, 16, 10, 6, 2),
-                      S(cv, 12, 20, 8, 29, 3))
+                      S(cv, 12, 20, 9, 27, 3))
         A = [B(cv, 28 + k * 8, 16, 1.8, 5.5, 0.8) for k in range(4)]
     elif name == 'lightninggun':
-        metal = union(B(cv, 24, 16, 14, 6, 3), S(cv, 18, 20, 14, 29, 3), S(cv, 38, 16, 56, 9, 1.4),
+        metal = union(B(cv, 24, 16, 14, 6, 3), S(cv, 18, 20, 15, 27, 3), S(cv, 38, 16, 56, 9, 1.4),
                       S(cv, 38, 16, 56, 23, 1.4))
         A = [B(cv, 22 + k * 6, 16, 1.6, 7.5, 1.2) for k in range(3)] + [sd_circle(cv, 58, 16, 3)]
     elif name == 'swarm':
         hive = sd_regular(cv, 46, 15, 13, 6, rot=np.pi / 6)
-        metal = union(B(cv, 22, 15, 12, 4.5, 2), S(cv, 18, 18, 14, 28, 3), hive, B(cv, 8, 15, 4, 6, 2))
+        metal = union(B(cv, 22, 15, 12, 4.5, 2), S(cv, 18, 18, 15, 26, 3), hive, B(cv, 8, 15, 4, 6, 2))
         A = [sd_regular(cv, 46 + dx, 15 + dy, 3.8, 6, rot=np.pi / 6)
              for dx, dy in ((0, 0), (6.6, 0), (-6.6, 0), (3.3, 5.7), (-3.3, 5.7), (3.3, -5.7), (-3.3, -5.7))]
     else:  # magneticgun
-        metal = union(B(cv, 22, 16, 14, 6, 3), S(cv, 16, 20, 12, 29, 3))
+        metal = union(B(cv, 22, 16, 14, 6, 3), S(cv, 16, 20, 13, 27, 3))
         horse = subtract(sd_circle(cv, 46, 16, 11), union(sd_circle(cv, 46, 16, 6), B(cv, 56, 16, 8, 6, 0)))
         A = [horse]
     return metal, A
@@ -72,7 +78,7 @@ def gun_parts(cv, name):
 
 def weapon_icon(rng, name):
     """HUD icon: a bright stencil of the gun in its accent colour."""
-    cv = Canvas(64, 32)
+    cv = Canvas(64, 32, zoom=GUN_ZOOM)
     accent = WEAPON_ACCENT[name]
     metal, acc = gun_parts(cv, name)
     whole = union(metal, *acc)
@@ -86,7 +92,7 @@ def weapon_icon(rng, name):
 
 def weapon_view(rng, name):
     """The gun as held in the world: shaded metal with glowing accents."""
-    cv = Canvas(64, 32)
+    cv = Canvas(64, 32, zoom=GUN_ZOOM)
     accent = WEAPON_ACCENT[name]
     metal, acc = gun_parts(cv, name)
     cv.shape(metal, STEEL * 0.85, outline=rgb('0d1018'), ow=1.0, bevel=3, gloss=0.5, shadow=0.55)
@@ -187,7 +193,7 @@ def ammo_box(rng, item):
     weapon = item[:-4] if item != 'magneticammo' else 'magneticgun'
     accent = WEAPON_ACCENT.get(weapon, rgb('ffffff'))
     style = AMMO_STYLE[item]
-    cv = Canvas(32, 32)
+    cv = Canvas(32, 32, zoom=0.9)
     crate = sd_box(cv, 16, 21, 14, 9, 2)
     cv.shape(crate, rgb('4a5466'), outline=rgb('0c0f18'), ow=1.0, bevel=3, gloss=0.35)
     cv.shape(intersect(sd_box(cv, 16, 21, 15, 2.2, 0), crate + 1), accent, outline=outline_of(accent), ow=0.6,
@@ -233,24 +239,31 @@ def weapon_pickup(rng, name):
     return weapon_view(rng, name)
 
 
+# Sides of each bar piece that meet no neighbour and so stay clear.
+BAR_OUTER_SIDES = {'left': 'tbl', 'centre': 'tb', 'right': 'tbr'}
+
+
 def bar_piece(rng, part, w, h, glow=False):
     """Translucent HUD panel pieces with a bright rim, drawn clamped. The
-    glow twin lights the rim only, so the panel stays dark under it."""
+    pieces join edge to edge; their outer sides keep a margin for the glow
+    twin, which lights the rim only, so the panel stays dark under it."""
     cv = Canvas(w, h)
     top_col = rgb('1a2a44')
     bot_col = rgb('0a1020')
     rim = rgb('5ab4ff')
     if part == 'left':
-        d = sd_box(cv, w + 8, h / 2, w + 6, h / 2 - 2, 6)
+        d = sd_box(cv, w + 8, h / 2, w + 4, h / 2 - 4, 6)
     elif part == 'right':
-        d = sd_box(cv, -8, h / 2, w + 6, h / 2 - 2, 6)
+        d = sd_box(cv, -8, h / 2, w + 4, h / 2 - 4, 6)
     else:
-        d = sd_box(cv, w / 2, h / 2, w / 2 + 8, h / 2 - 2, 0)
+        d = sd_box(cv, w / 2, h / 2, w / 2 + 8, h / 2 - 4, 0)
     if glow:
         band = np.abs(d + 0.7)
         cv.add(rim, clamp01(np.exp(-band / 1.6) * 0.9))
         cv.add(mix(rim, np.ones(3, F), 0.6), clamp01(np.exp(-band / 0.6) * 0.6))
-        return cv.image()
+        col, a = cv.premultiplied()
+        keep = border_fade(edge_distance(h, w, BAR_OUTER_SIDES[part]), 2.0)
+        return to_image(col * keep[..., None], a * keep)
     t = clamp01(cv.y / h)
     col = mix(top_col, bot_col, t[..., None])
     cv.over(col, cv.coverage(d) * 0.78)
@@ -265,10 +278,11 @@ def bar_piece(rng, part, w, h, glow=False):
 
 def weapon_selected(rng):
     cv = Canvas(64, 32)
-    outer = sd_box(cv, 32, 16, 27, 11.5, 5)
-    inner = sd_box(cv, 32, 16, 23.5, 8, 3.5)
+    # Inset, and without a halo of its own, so that its glow twin's halo
+    # has room to fade out inside the image.
+    outer = sd_box(cv, 32, 16, 25, 10, 4.5)
+    inner = sd_box(cv, 32, 16, 21.5, 6.5, 3)
     ring = subtract(outer, inner)
-    cv.glow(ring, rgb('ffb42a'), 2, 0.5)
     cv.shape(ring, rgb('ffcc4a'), outline=rgb('5a3000'), ow=0.8, bevel=2, gloss=0.6)
     cv.over(rgb('ffb42a'), cv.coverage(inner) * 0.12)
     return cv.image()

@@ -10,6 +10,9 @@ from PIL import Image, ImageFilter
 
 F = np.float32
 
+# Sprites keep this many output pixels fully transparent along every edge.
+BORDER = 1.0
+
 
 def rgb(hexstr):
     h = hexstr.lstrip('#')
@@ -29,18 +32,44 @@ def smoothstep(e0, e1, v):
     return t * t * (3 - 2 * t)
 
 
+def border_fade(edge, width=3.0):
+    """0 within BORDER pixels of an image edge, rising smoothly to 1 over
+    width more; edge is the distance from the nearest edge in pixels."""
+    return smoothstep(BORDER, BORDER + width, edge)
+
+
+def edge_distance(h, w, sides='tblr'):
+    """Distance of each pixel centre from the nearest of the named image
+    edges (t, b, l, r), in pixels."""
+    ys, xs = np.mgrid[0:h, 0:w].astype(F) + 0.5
+    far = np.full((h, w), np.inf, F)
+    for side, dist in (('t', ys), ('b', h - ys), ('l', xs), ('r', w - xs)):
+        if side in sides:
+            far = np.minimum(far, dist)
+    return far
+
+
 class Canvas:
-    """RGBA canvas in premultiplied float, coordinates in output pixels
+    """RGBA canvas in premultiplied float, coordinates in drawing units
     (x right, y down, origin at the top-left corner of the image)."""
 
-    def __init__(self, w, h, ss=4, scale=1):
-        """w x h drawing units, output at scale pixels per unit."""
-        self.w, self.h, self.ss = w * scale, h * scale, ss * scale
+    def __init__(self, w, h, ss=4, scale=1, zoom=1.0, focus=None):
+        """w x h drawing units, output at scale pixels per unit. A zoom below
+        1 shrinks the drawing about focus (a point in drawing units, by
+        default the centre), widening the clear margin without moving any
+        coordinate inside the generator."""
+        self.w, self.h = w * scale, h * scale
         self.out_ss = ss
+        k = scale * zoom
+        self.ss = ss * k
         H, W = h * scale * ss, w * scale * ss
         ys, xs = np.mgrid[0:H, 0:W].astype(F)
-        self.x = (xs + 0.5) / self.ss
-        self.y = (ys + 0.5) / self.ss
+        px, py = (xs + 0.5) / ss, (ys + 0.5) / ss
+        fx, fy = (w / 2.0, h / 2.0) if focus is None else focus
+        self.x = (px - fx * scale) / k + fx
+        self.y = (py - fy * scale) / k + fy
+        # Distance of each sample from the nearest image edge, in output pixels.
+        self.edge = np.minimum(np.minimum(px, self.w - px), np.minimum(py, self.h - py))
         self.px = 1.0 / self.ss
         self.units_h = h
         self.rgb = np.zeros((H, W, 3), F)
@@ -136,10 +165,15 @@ class Canvas:
         self.add(np.asarray(colour, F), a)
 
     def glow(self, d, colour, radius, strength=1.0):
-        """Additive halo falling off outside the region d < 0."""
+        """Additive halo falling off outside the region d < 0. Its reach is
+        cut to the room left before the image edge, so it ends in a rounded
+        fade instead of a faint square; a last fade along the edge covers
+        shapes that come close to it."""
         dd = np.maximum(d, 0)
-        g = np.exp(-dd / radius) * clamp01(1.0 - dd / (radius * 6.0)) * strength
-        self.add(np.asarray(colour, F), clamp01(g))
+        room = float(d[self.edge < BORDER].min()) if (self.edge < BORDER).any() else radius * 6.0
+        reach = min(radius * 6.0, max(room, radius))
+        g = np.exp(-dd / radius) * clamp01(1.0 - (dd / reach) ** 2) * strength
+        self.add(np.asarray(colour, F), clamp01(g) * border_fade(self.edge))
 
     # -- output ---------------------------------------------------------
     def premultiplied(self):
@@ -204,16 +238,26 @@ def straight_image(col, a=None):
 def glow_image(img, colour, radius):
     """The "_glow" companion of a sprite: a halo of the sprite's shape in
     one colour, on the same canvas, for additive drawing over it. The halo
-    is strongest just outside the outline and faint over the sprite itself,
-    so the sprite stays readable under it."""
-    alpha = img.getchannel('A')
+    is strongest just outside the outline; over the sprite it follows the
+    sprite's own light and dark, so the sprite lights up clearly and its
+    outlines still read. It fades out before the image edge."""
+    rgba = img.convert('RGBA')
+    alpha = rgba.getchannel('A')
     a = np.asarray(alpha, F) / 255.0
+    lum = np.asarray(rgba.convert('L'), F) / 255.0
+    # The wide part of the halo is held to the room around the sprite, so it
+    # has died away before the edge fade would square it off.
+    rows = np.flatnonzero(a.max(axis=1) > 0)
+    cols = np.flatnonzero(a.max(axis=0) > 0)
+    room = min(rows[0], a.shape[0] - 1 - rows[-1], cols[0], a.shape[1] - 1 - cols[-1]) if rows.size else 0
     near = np.asarray(alpha.filter(ImageFilter.GaussianBlur(radius)), F) / 255.0
-    far = np.asarray(alpha.filter(ImageFilter.GaussianBlur(radius * 2.5)), F) / 255.0
+    far_radius = min(radius * 2.5, max(radius, room / 2.5))
+    far = np.asarray(alpha.filter(ImageFilter.GaussianBlur(far_radius)), F) / 255.0
     halo = clamp01(near * 1.5 + far * 0.8)
-    ga = clamp01(halo * (1.0 - 0.7 * a) + 0.12 * a)
+    ga = clamp01(halo * (1.0 - a) + a * (0.25 + 0.55 * lum))
+    ga = ga * border_fade(edge_distance(*a.shape), max(2.0, radius * 1.5))
     colour = np.asarray(colour, F)
-    hot = clamp01(near * 1.2 - 0.4)[..., None]
+    hot = (clamp01(near * 1.2 - 0.4) * (1.0 - a))[..., None]
     col = mix(np.broadcast_to(colour, a.shape + (3,)), mix(colour, np.ones(3, F), 0.6), hot)
     return straight_image(col, ga)
 
@@ -325,10 +369,32 @@ def fbm(rng, n, beta=2.0, lo=1.0, hi=None, m=None):
     return out.astype(F)
 
 
+def spaced_points(rng, n, count, spacing=0.7):
+    """count points on the n x n torus, no two closer than spacing times
+    the mean point distance. Clumped points would cut sliver cells whose
+    narrow, fan-shaped shading repeats conspicuously when tiled."""
+    gap = spacing * n / np.sqrt(count)
+    pts = np.zeros((0, 2))
+    misses = 0
+    while len(pts) < count:
+        p = rng.random(2) * n
+        d = np.abs(pts - p)
+        d = np.minimum(d, n - d)
+        if len(pts) == 0 or np.sqrt((d * d).sum(axis=1)).min() >= gap:
+            pts = np.vstack([pts, p])
+            misses = 0
+        else:
+            misses += 1
+            if misses > 500:
+                gap *= 0.95
+                misses = 0
+    return pts
+
+
 def cells(rng, n, count):
-    """Periodic Worley distance (to the nearest feature point) and the id
-    of that point, on an n x n grid."""
-    pts = rng.random((count, 2)) * n
+    """Periodic Worley distance (to the nearest feature point), distance to
+    the second nearest, and the id of the nearest point, on an n x n grid."""
+    pts = spaced_points(rng, n, count)
     ys, xs = np.mgrid[0:n, 0:n].astype(F)
     best = np.full((n, n), 1e9, F)
     second = np.full((n, n), 1e9, F)

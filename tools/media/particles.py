@@ -7,7 +7,7 @@ the beam repeat exactly from top to bottom.
 """
 import numpy as np
 
-from imagelib import F, rgb, mix, clamp01, smoothstep, fbm, straight_image
+from imagelib import F, rgb, mix, clamp01, smoothstep, fbm, straight_image, border_fade, edge_distance
 
 WHITE = np.ones(3, F)
 
@@ -17,8 +17,16 @@ def _xy(w, h):
     return (xs + 0.5) / w * 2 - 1, (ys + 0.5) / h * 2 - 1
 
 
+def _alpha(a, sides='tblr'):
+    """Alpha clamped to 0..1 and faded out before the named edges, so no
+    particle quad shows its square. Beams leave their ends open: they
+    repeat from top to bottom."""
+    h, w = a.shape
+    return clamp01(a) * border_fade(edge_distance(h, w, sides), max(2.0, min(h, w) / 16.0))
+
+
 def _white(a, tint=None):
-    a = clamp01(a)
+    a = _alpha(a)
     col = np.broadcast_to(WHITE if tint is None else tint, a.shape + (3,))
     return straight_image(col, a)
 
@@ -43,7 +51,7 @@ def beam(rng, w=32, h=64, core=0.18, soft=0.55):
     ripple = 0.9 + 0.1 * np.sin((y + 1) * np.pi * 2)
     a = a * ripple * clamp01((1 - ax) * 6)
     col = mix(np.broadcast_to(rgb('d8f4ff'), a.shape + (3,)), WHITE, clamp01(np.exp(-(ax / core) ** 2))[..., None])
-    return straight_image(col, clamp01(a))
+    return straight_image(col, _alpha(a, 'lr'))
 
 
 def laser_beam(rng, w=16, h=64):
@@ -51,7 +59,7 @@ def laser_beam(rng, w=16, h=64):
     ax = np.abs(x)
     a = np.exp(-(ax / 0.2) ** 2) + np.exp(-(ax / 0.6) ** 2) * 0.35
     col = mix(np.broadcast_to(rgb('ffb0a8'), a.shape + (3,)), WHITE, clamp01(np.exp(-(ax / 0.2) ** 2))[..., None])
-    return straight_image(col, clamp01(a * clamp01((1 - ax) * 5)))
+    return straight_image(col, _alpha(a * clamp01((1 - ax) * 5), 'lr'))
 
 
 def tracer(rng, w=16, h=64):
@@ -59,7 +67,7 @@ def tracer(rng, w=16, h=64):
     along = clamp01(1 - np.abs(y)) ** 0.6
     a = np.exp(-(np.abs(x) / (0.3 * along + 0.05)) ** 2) * along
     col = mix(np.broadcast_to(rgb('ffd890'), a.shape + (3,)), WHITE, clamp01(a)[..., None])
-    return straight_image(col, clamp01(a * 1.2))
+    return straight_image(col, _alpha(a * 1.2))
 
 
 def cloud(rng, n=128):
@@ -100,7 +108,7 @@ def lightning(rng, variant, w=32, h=64):
             row = min(h - 1, i0 + k)
             a[row] = np.maximum(a[row], np.exp(-((x[row] - fxv) / 0.06) ** 2) * (1 - k / 14))
     col = mix(np.broadcast_to(rgb('9fd8ff'), a.shape + (3,)), WHITE, clamp01(np.exp(-(dx / 0.07) ** 2))[..., None])
-    return straight_image(col, clamp01(a))
+    return straight_image(col, _alpha(a, 'lr'))
 
 
 def plasma(rng, variant, w=32, h=64):
@@ -116,7 +124,7 @@ def plasma(rng, variant, w=32, h=64):
     a = a * (0.8 + 0.2 * phase)
     core = np.exp(-(np.abs(x) / 0.15) ** 2)
     col = mix(np.broadcast_to(rgb('8fc0ff'), a.shape + (3,)), WHITE, clamp01(core)[..., None])
-    return straight_image(col, clamp01(a * clamp01((1 - np.abs(x)) * 4)))
+    return straight_image(col, _alpha(a * clamp01((1 - np.abs(x)) * 4), 'lr'))
 
 
 def rail(rng, w=32, h=64):
@@ -127,7 +135,7 @@ def rail(rng, w=32, h=64):
     core = np.exp(-(np.abs(x) / 0.12) ** 2)
     a = clamp01(helix1 + helix2 + core)
     col = mix(np.broadcast_to(rgb('a0ffd8'), a.shape + (3,)), WHITE, clamp01(core)[..., None])
-    return straight_image(col, a * clamp01((1 - np.abs(x)) * 5))
+    return straight_image(col, _alpha(a * clamp01((1 - np.abs(x)) * 5), 'lr'))
 
 
 def spark(rng, n=32):
@@ -137,7 +145,7 @@ def spark(rng, n=32):
         np.exp(-(np.abs(y) / 0.08) ** 2) * clamp01(1 - np.abs(x))
     a = rays * 0.8 + np.exp(-(r / 0.25) ** 2)
     col = mix(np.broadcast_to(rgb('ffe0a0'), a.shape + (3,)), WHITE, clamp01(np.exp(-(r / 0.25) ** 2))[..., None])
-    return straight_image(col, clamp01(a))
+    return straight_image(col, _alpha(a))
 
 
 def smoke(rng, n=64):
@@ -147,7 +155,7 @@ def smoke(rng, n=64):
     a = clamp01(1 - r) ** 1.2 * (0.3 + 1.0 * v) * clamp01((1 - r) * 6)
     shade = clamp01(0.75 + 0.35 * v - y * 0.15)
     col = np.repeat(shade[..., None], 3, 2) * rgb('e8e8ec')
-    return straight_image(col, clamp01(a))
+    return straight_image(col, _alpha(a))
 
 
 def fire(rng, n=64):
@@ -156,7 +164,7 @@ def fire(rng, n=64):
     r = np.sqrt(x * x + (y * 0.8 + 0.1) ** 2)
     a = clamp01(1.1 - r - (v - 0.5) * 0.5) ** 1.5 * clamp01((1 - np.sqrt(x * x + y * y)) * 6)
     col = mix(np.broadcast_to(rgb('ffb040'), a.shape + (3,)), WHITE, clamp01(a * 1.4 - 0.4)[..., None])
-    return straight_image(col, clamp01(a))
+    return straight_image(col, _alpha(a))
 
 
 def flare(rng, n=128):
@@ -183,7 +191,7 @@ def blood(rng, n=64):
     a = smoothstep(0.78, 0.62, r)
     shade = 0.7 + 0.3 * clamp01(-x * 0.5 - y * 0.5 + 0.5)
     col = np.repeat(shade[..., None], 3, 2)
-    return straight_image(col, a)
+    return straight_image(col, _alpha(a))
 
 
 def bubble(rng, n=32):

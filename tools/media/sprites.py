@@ -135,8 +135,13 @@ def crest(cv, kind, level, colour):
     cv.shape(union(*spikes), colour * 0.85, outline=outline_of(colour), ow=0.9, bevel=2.5, gloss=0.5)
 
 
+# Grunts carry guns out to the right edge of their design square; drawing
+# them slightly smaller keeps the muzzles inside the clear margin.
+GRUNT_ZOOM = 0.9
+
+
 def grunt(rng, kind, level=1, size=64):
-    cv = Canvas(size, size)
+    cv = Canvas(size, size, zoom=GRUNT_ZOOM)
     base = GRUNT_COLOURS[kind]
     # Higher levels darken and saturate the hull.
     base = clamp01(base * (1.0 - 0.07 * (level - 1)) + (base - base.mean()) * 0.08 * (level - 1))
@@ -286,7 +291,8 @@ def swarmer(rng, level=1, size=64):
 
 
 def bacteria(rng, level=1, size=64):
-    cv = Canvas(size, size)
+    # The largest, spikiest level sets the scale for all of them.
+    cv = Canvas(size, size, zoom=0.88)
     cols = [rgb('5fd35a'), rgb('b9d23a'), rgb('f0902a'), rgb('e8304a')]
     base = cols[level - 1]
     ol = outline_of(base)
@@ -335,7 +341,8 @@ def egg(rng, level=1, cracked=False, size=64):
 
 
 def engineer(rng, size=64):
-    cv = Canvas(size, size)
+    # The wrench reaches the right edge of the design square.
+    cv = Canvas(size, size, zoom=0.92)
     base = rgb('e0a21e')
     ol = outline_of(base)
     # Wrench arm.
@@ -392,7 +399,7 @@ def turret(rng, sighted=False, size=64):
     cv = Canvas(size, size)
     base = rgb('6b7385')
     ol = outline_of(base)
-    cv.shape(sd_box(cv, 32, 58, 24, 6, 2), DARK_STEEL, outline=ol, bevel=3)
+    cv.shape(sd_box(cv, 32, 57, 24, 5, 2), DARK_STEEL, outline=ol, bevel=3)
     cv.shape(sd_box(cv, 32, 50, 8, 6, 1), GUNMETAL, bevel=2)
     dome = intersect(sd_circle(cv, 32, 46, 20), cv.y - 46)
     cv.shape(dome, base, outline=ol, bevel=6, gloss=0.5)
@@ -407,7 +414,9 @@ def turret(rng, sighted=False, size=64):
 
 
 def electrotower(rng, sighted=False, size=64):
-    cv = Canvas(size, size)
+    # Shrunk towards its foot, so it still stands on the ground and the orb's
+    # aura has room under the top edge.
+    cv = Canvas(size, size, zoom=0.84, focus=(32, 62))
     base = rgb('4c5a78')
     ol = outline_of(base)
     cv.shape(sd_poly(cv, [(14, 62), (50, 62), (40, 46), (24, 46)]), DARK_STEEL, outline=ol, bevel=3)
@@ -422,11 +431,11 @@ def electrotower(rng, sighted=False, size=64):
              bottom=rgb('3ab8ff'))
     if sighted:
         rr = np.random.default_rng(7)
-        for k in range(5):
-            a = k * 2 * np.pi / 5 + 0.3
+        # Arcs fan out sideways and down over the coils, never up past the edge.
+        for a in np.radians([-175, -150, -30, -5, 95]):
             pts = [(32, 11)]
             for j in range(1, 4):
-                rad = 6 + j * 6
+                rad = 5 + j * 4
                 pts.append((32 + rad * np.cos(a) + rr.uniform(-2, 2), 11 + rad * np.sin(a) + rr.uniform(-2, 2)))
             bolt = union(*[sd_segment(cv, *pts[i], *pts[i + 1], 0.8) for i in range(3)])
             cv.glow(bolt, rgb('6fd8ff'), 2.5, 0.8)
@@ -535,7 +544,7 @@ def block_boss(rng, state=0, size=128):
 
 
 def destroyer(rng, size=128):
-    cv = Canvas(size, size, ss=3)
+    cv = Canvas(size, size, ss=3, zoom=0.95)
     base = rgb('8a2a30')
     ol = outline_of(base)
     # Gun pods first so the hull overlaps their roots.

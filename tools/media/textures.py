@@ -8,7 +8,7 @@ import numpy as np
 from PIL import Image, ImageDraw, ImageFont, ImageFilter
 
 from imagelib import (F, rgb, mix, clamp01, smoothstep, fbm, cells, straight_image, Canvas, sd_box, sd_circle,
-                      glow_image)
+                      glow_image, border_fade, edge_distance)
 
 FONT_BOLD = '/usr/share/fonts/truetype/ttf-bitstream-vera/VeraBd.ttf'
 FONT_FALLBACK = '/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf'
@@ -301,6 +301,7 @@ def title_text(text, w, h, size, light='fff6c8', mid='ffc934', dark='d8560c', ed
     shadow = np.roll(np.roll(emask, 2, 0), 2, 1)
     halo_a = np.asarray(Image.fromarray(np.round(emask * 255).astype(np.uint8)).filter(
         ImageFilter.GaussianBlur(size * 0.16)), F) / 255.0
+    halo_a = halo_a * border_fade(edge_distance(h, w), size * 0.12)
     rows = np.flatnonzero(mask.max(axis=1) > 0.5)
     top, bottom = (rows[0], rows[-1]) if rows.size else (0, h)
     t = clamp01((np.mgrid[0:h, 0:w][0].astype(F) - top) / max(bottom - top, 1))

@@ -97,9 +97,6 @@ void GameplayInput::registerCommands()
     holdCommand("stop slowing down", "-slow", slow, false);
 
     moveMode = getVar("movemode");
-    frictionVar = findVar("playerfriction");
-    brakeVar = findVar("playerbrake");
-    gripVar = findVar("playergrip");
 }
 
 void GameplayInput::step(Body* player, float stepLength)
@@ -154,29 +151,10 @@ Vector GameplayInput::computeForce(Player& player, float stepTime)
     return force;
 }
 
-void GameplayInput::applyGrip(Player& player) const
-{
-    // Below this the body's contact snaps to rest; kept low while running so
-    // the first steps from a standstill are not eaten by it.
-    constexpr float runningGrip = 0.1f;
-    if (moveLeft != moveRight) {
-        if (frictionVar)
-            player.friction = frictionVar->floatValue;
-        if (gripVar)
-            player.staticFrictionSpeed = runningGrip;
-    } else {
-        if (brakeVar)
-            player.friction = brakeVar->floatValue;
-        if (gripVar)
-            player.staticFrictionSpeed = gripVar->floatValue;
-    }
-}
-
 void GameplayInput::applyControls(Player* player, float stepTime)
 {
     if (!player || player->dead)
         return;
-    applyGrip(*player);
     player->applyForce(computeForce(*player, stepTime), stepTime);
 }
 

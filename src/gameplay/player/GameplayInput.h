@@ -36,13 +36,6 @@ public:
     // Firing and weapon selection (nothing while the player is dead).
     virtual void updatePlayer(Player* player);
 
-    // The player's grip on what it stands on: sliding friction while it is
-    // steered sideways, stronger braking and static grip when it is not, so
-    // it stops when the keys are released and stands still on ramps. Read
-    // from "playerfriction", "playerbrake" and "playergrip"; the body's own
-    // values stay when those variables do not exist.
-    void applyGrip(Player& player) const;
-
     // The force applyControls would apply, without applying it (and with the
     // same side effects on the jump state). Exposed for tuning and tests.
     Vector computeForce(Player& player, float stepTime);
@@ -55,7 +48,4 @@ public:
 
 private:
     GameVar* moveMode = nullptr;
-    GameVar* frictionVar = nullptr;
-    GameVar* brakeVar = nullptr;
-    GameVar* gripVar = nullptr;
 };

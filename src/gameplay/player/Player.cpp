@@ -8,12 +8,10 @@
 #include "gameplay/GameplaySingleton.h"
 #include "render/GameHUD.h"
 #include "render/IRenderer.h"
+#include "world/geometry/RGBAColour.h"
 #include "sound/ISound.h"
 
 namespace {
-// Second flag set: the player's side (enemies aim at it, friendly fire skips it).
-constexpr uint32_t playerSideBit = 1u << 4;
-
 GameHUD* hud() { return GameplaySingleton::get().hud; }
 }
 
@@ -30,7 +28,7 @@ Player::Player()
     // The first row of the upgrade table.
     maxhealth = 100;
     maxarmour = 100;
-    flags2.setFlag(playerSideBit);
+    setPlayerSide(true);
 }
 
 std::unique_ptr<Body> Player::clone() const { return std::make_unique<Player>(); }
@@ -114,24 +112,27 @@ bool Player::takeGroundContact()
 
 void Player::drawExtras(IRenderer& renderer)
 {
-    const float z = zShift + 0.2f;
+    // Drawn where the body is drawn this frame: the interpolated position.
+    const Vector& at = renderpos;
+    const float z = at.z + zShift + 0.2f;
     if (grappling && hook) {
-        beamEnd = hook->pos;
+        beamEnd = hook->renderpos;
+        renderer.setTexturing(true);
+        renderer.setBlending(true);
+        renderer.setAlphaBlend();
         renderer.bindTexture("data/particles/beam.tga");
         if (hookAttached)
             renderer.setColour(255.0f, 0.0f, 0.0f, 200.0f);
         else
             renderer.setColour(0.0f, 255.0f, 255.0f, 200.0f);
-        renderer.drawTiledBeam(pos, beamEnd, z, 4.0f, 64.0f, true);
+        renderer.drawTiledBeam(at, beamEnd, z, 4.0f, 64.0f, true);
     }
-    if (hasinvinc) {
-        renderer.setColour(255.0f, 0.0f, 0.0f, 200.0f);
-        renderer.drawSprite(pos.x, pos.y, z, 18.0f, 24.0f, "data/particles/magneticpulse.png");
-    }
-    if (hasquad) {
-        renderer.setColour(0.0f, 255.0f, 0.0f, 200.0f);
-        renderer.drawSprite(pos.x, pos.y, z, 24.0f, 18.0f, "data/particles/magneticpulse.png");
-    }
+    if (hasinvinc)
+        renderer.drawTintedSprite(at.x, at.y, z, 18.0f, 24.0f, "data/particles/magneticpulse.png",
+                                  RGBAColour(255.0f, 0.0f, 0.0f, 200.0f));
+    if (hasquad)
+        renderer.drawTintedSprite(at.x, at.y, z, 24.0f, 18.0f, "data/particles/magneticpulse.png",
+                                  RGBAColour(0.0f, 255.0f, 0.0f, 200.0f));
 }
 
 void Player::readState(TiXmlElement* element)

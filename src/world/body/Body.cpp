@@ -325,6 +325,15 @@ void Body::writeState(TiXmlElement* e)
 void Body::beforeTargets() {}
 void Body::afterAssembly() {}
 
+bool Body::drawsTextureOnce() const
+{
+    if (texCoords.empty() || isLiquid())
+        return false;
+    return std::all_of(texCoords.begin(), texCoords.end(), [](const TexCoord& c) {
+        return c.u >= 0.0f && c.u <= 1.0f && c.v >= 0.0f && c.v <= 1.0f;
+    });
+}
+
 void Body::setTexture(const std::string& name)
 {
     texture = name;

@@ -97,6 +97,10 @@ public:
     virtual void drawExtras(IRenderer& renderer);
     // Liquids answer true; the renderer then asks for the texture motion.
     virtual bool isLiquid() const;
+    // True when the texture is laid on once, not tiled: every texture
+    // coordinate lies within [0, 1] and the texture does not flow (liquids).
+    // Such art is drawn with clamped edges.
+    bool drawsTextureOnce() const;
     virtual void liquidTextureMotion(float& offsetU, float& offsetV, float unusedA, float unusedB,
                                      float& scaleU, float& scaleV);
     // Text bodies answer true; the renderer then calls drawText instead of

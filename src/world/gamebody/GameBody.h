@@ -37,6 +37,14 @@ public:
     void readAttributes(const std::map<std::string, std::string>& attrs) override;
     void readState(TiXmlElement* element) override;
     void writeState(TiXmlElement* element) override;
+    // The named class flags; every side and trace test reads these.
+    bool isTraceThrough() const { return flags1.hasFlag(traceThroughFlag); }
+    void setTraceThrough(bool on) { on ? flags1.setFlag(traceThroughFlag) : flags1.clearFlag(traceThroughFlag); }
+    bool isEnemy() const { return flags2.hasFlag(enemyFlag); }
+    void setEnemy(bool on) { on ? flags2.setFlag(enemyFlag) : flags2.clearFlag(enemyFlag); }
+    bool isPlayerSide() const { return flags2.hasFlag(playerSideFlag); }
+    void setPlayerSide(bool on) { on ? flags2.setFlag(playerSideFlag) : flags2.clearFlag(playerSideFlag); }
+
     // Links the owner named by a saved game's "ownerid".
     void beforeTargets() override;
 

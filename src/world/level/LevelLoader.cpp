@@ -23,6 +23,8 @@ const RGBAColour loadedColour(120, 255, 120, 255);
 
 bool reasonable(float value) { return std::isfinite(value) && std::fabs(value) <= LevelLoader::maxCoordinate; }
 
+bool present(const TiXmlElement* element, const char* name) { return element->Attribute(name) != nullptr; }
+
 const TiXmlElement* firstChild(const TiXmlElement* parent, const char* name)
 {
     return parent ? parent->FirstChildElement(name) : nullptr;
@@ -53,38 +55,39 @@ void LevelLoader::readParams(Body& body, const TiXmlElement* params)
 {
     if (!params)
         return;
-    // A missing or empty value keeps the field's default; "entity" is the
-    // exception: only "true" makes an entity.
-    if (hasValue(params, "targets"))
+    // A missing attribute keeps the field's default; one that is present
+    // reads the plain way even when empty (numbers 0, flags false, text "").
+    // "entity" is the exception: a missing one is false too.
+    if (present(params, "targets"))
         body.targets = attributeText(params, "targets");
-    if (hasValue(params, "solid"))
+    if (present(params, "solid"))
         body.solid = readBool(attributeText(params, "solid"));
     body.entity = readBool(attributeText(params, "entity"));
-    if (hasValue(params, "outlined"))
+    if (present(params, "outlined"))
         body.outlined = readBool(attributeText(params, "outlined"));
-    if (hasValue(params, "outlinecolour"))
+    if (present(params, "outlinecolour"))
         body.outlineColour.fromString(attributeText(params, "outlinecolour"));
-    if (hasValue(params, "outlinewidth"))
+    if (present(params, "outlinewidth"))
         body.outlinewidth = std::clamp(readInt(attributeText(params, "outlinewidth")), 0, 64);
-    if (hasValue(params, "texhscale"))
+    if (present(params, "texhscale"))
         body.texhscale = readFloat(attributeText(params, "texhscale"));
-    if (hasValue(params, "texhshift"))
+    if (present(params, "texhshift"))
         body.texhshift = readFloat(attributeText(params, "texhshift"));
-    if (hasValue(params, "texvscale"))
+    if (present(params, "texvscale"))
         body.texvscale = readFloat(attributeText(params, "texvscale"));
-    if (hasValue(params, "texvshift"))
+    if (present(params, "texvshift"))
         body.texvshift = readFloat(attributeText(params, "texvshift"));
-    if (hasValue(params, "texrotate"))
+    if (present(params, "texrotate"))
         body.texrotate = readFloat(attributeText(params, "texrotate"));
-    if (hasValue(params, "texture"))
+    if (present(params, "texture"))
         body.setTexture(attributeText(params, "texture"));
-    if (hasValue(params, "textured"))
+    if (present(params, "textured"))
         body.textured = readBool(attributeText(params, "textured"));
-    if (hasValue(params, "visible"))
+    if (present(params, "visible"))
         body.visible = readBool(attributeText(params, "visible"));
-    if (hasValue(params, "z-shift"))
+    if (present(params, "z-shift"))
         body.zShift = readFloat(attributeText(params, "z-shift"));
-    if (hasValue(params, "mass")) {
+    if (present(params, "mass")) {
         const float mass = readFloat(attributeText(params, "mass"));
         if (mass <= 0.0000001f) {
             body.mass = 0.0f;
@@ -151,7 +154,7 @@ std::unique_ptr<Body> LevelLoader::loadBody(const TiXmlElement* element, bool sk
     std::unique_ptr<Body> body = factory.create(attributeText(element, "type"));
     if (!body)
         return nullptr;
-    if (hasValue(element, "idname"))
+    if (present(element, "idname"))
         body->id = attributeText(element, "idname");
 
     if (const TiXmlElement* params = firstChild(element, "params")) {

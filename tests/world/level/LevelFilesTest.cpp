@@ -1,6 +1,7 @@
 // The level files that ship with the game and the fuzzing seeds: the test
 // level must load cleanly and settle, and every seed must load (or be
 // refused) without harm, so the corpus is exercised in every test run.
+#include "TestPaths.h"
 #include <gtest/gtest.h>
 
 #include <dirent.h>
@@ -17,11 +18,7 @@
 #include "world/level/LevelFixture.h"
 
 namespace {
-std::string sourceDir()
-{
-    const char* dir = std::getenv("BQ_SOURCE_DIR");
-    return dir ? dir : "..";
-}
+std::string sourceDir() { return testSourceDir(); }
 
 std::string readFile(const std::string& path)
 {

@@ -85,16 +85,33 @@ TEST_F(LevelLoaderTest, ParamsAreReadAndMissingOnesKeepDefaults)
     EXPECT_FLOAT_EQ(b->localVertices[0].x, -5.0f);
     EXPECT_FLOAT_EQ(b->bounds->maxX, 10.0f);
 
-    // Empty or missing values keep the defaults; only "true" makes an entity.
-    auto sparse = parse(level(body("default", "", "solid=\"\" mass=\"\" outlinecolour=\"9,9\"", rect(0, 0, 4, 4))));
+    // Present but empty values read as numbers 0, flags false and empty text.
+    auto sparse = parse(level(body("default", "",
+                                   "solid=\"\" visible=\"\" mass=\"\" outlinewidth=\"\" texhscale=\"\" "
+                                   "outlinecolour=\"9,9\"",
+                                   rect(0, 0, 4, 4))));
     auto s = loader.loadBody(firstP(*sparse), false);
     ASSERT_NE(s, nullptr);
-    EXPECT_EQ(s->id, "generic");
-    EXPECT_TRUE(s->solid);
+    EXPECT_EQ(s->id, "");
+    EXPECT_FALSE(s->solid);
+    EXPECT_FALSE(s->visible);
     EXPECT_FALSE(s->entity);
-    EXPECT_FLOAT_EQ(s->mass, 100.0f);
+    EXPECT_FLOAT_EQ(s->mass, 0.0f);
+    EXPECT_FLOAT_EQ(s->invMass, 0.0f);
+    EXPECT_EQ(s->outlinewidth, 0);
+    EXPECT_FLOAT_EQ(s->texhscale, 0.0f);
     EXPECT_EQ(s->outlineColour, RGBAColour(0, 0, 0, 0));
-    EXPECT_EQ(s->outlinewidth, 1);
+
+    // Missing attributes keep the defaults; only "true" makes an entity.
+    auto bare = parse("<level><Objects><P type=\"default\"><params/>" + rect(0, 0, 4, 4) + "</P></Objects></level>");
+    auto d = loader.loadBody(firstP(*bare), false);
+    ASSERT_NE(d, nullptr);
+    EXPECT_EQ(d->id, "generic");
+    EXPECT_TRUE(d->solid);
+    EXPECT_TRUE(d->visible);
+    EXPECT_FALSE(d->entity);
+    EXPECT_FLOAT_EQ(d->mass, 100.0f);
+    EXPECT_EQ(d->outlinewidth, 1);
 }
 
 TEST_F(LevelLoaderTest, MassThresholdsAndTheActiveList)
