@@ -94,13 +94,7 @@ void Frame::draw(IRenderer& renderer)
         renderer.setColour(255.0f, 255.0f, 255.0f, 255.0f);
         font->drawText(x + 8.0f, font->centredY(y, titleHeight, title), title);
     }
-    renderer.setTexturing(false);
-    renderer.setColour(200.0f, 200.0f, 200.0f, 255.0f);
-    renderer.drawLine(x, y, x + width, y, 2.0f);
-    renderer.drawLine(x, y, x, y - height, 2.0f);
-    renderer.setColour(50.0f, 50.0f, 50.0f, 255.0f);
+    drawBevel(renderer, x, y, width, height, 200.0f, 50.0f, 2.0f);
     renderer.drawLine(x, y - titleHeight, x + width, y - titleHeight, 2.0f);
-    renderer.drawLine(x, y - height, x + width, y - height, 2.0f);
-    renderer.drawLine(x + width, y, x + width, y - height, 2.0f);
     drawChildren(renderer);
 }

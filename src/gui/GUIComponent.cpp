@@ -135,27 +135,24 @@ void GUIComponent::drawChildren(IRenderer& renderer)
         (*it)->draw(renderer);
 }
 
-void GUIComponent::drawSunkenBevel(IRenderer& renderer, float bx, float by, float w, float h)
+void GUIComponent::drawBevel(IRenderer& renderer, float bx, float by, float w, float h, float topLeftGrey,
+                             float bottomRightGrey, float lineWidth)
 {
     renderer.setTexturing(false);
-    renderer.setColour(0.0f, 0.0f, 0.0f, 255.0f);
-    renderer.drawLine(bx, by, bx + w, by, 1.0f);
-    renderer.drawLine(bx, by, bx, by - h, 1.0f);
-    renderer.setColour(192.0f, 192.0f, 192.0f, 255.0f);
-    renderer.drawLine(bx, by - h, bx + w, by - h, 1.0f);
-    renderer.drawLine(bx + w, by, bx + w, by - h, 1.0f);
+    renderer.setColour(topLeftGrey, topLeftGrey, topLeftGrey, 255.0f);
+    renderer.drawLine(bx, by, bx + w, by, lineWidth);
+    renderer.drawLine(bx, by, bx, by - h, lineWidth);
+    renderer.setColour(bottomRightGrey, bottomRightGrey, bottomRightGrey, 255.0f);
+    renderer.drawLine(bx, by - h, bx + w, by - h, lineWidth);
+    renderer.drawLine(bx + w, by, bx + w, by - h, lineWidth);
 }
 
-void GUIComponent::drawBorder(IRenderer& renderer)
+void GUIComponent::drawSunkenBevel(IRenderer& renderer, float bx, float by, float w, float h)
 {
-    renderer.setTexturing(false);
-    renderer.setColour(192.0f, 192.0f, 192.0f, 255.0f);
-    renderer.drawLine(x, y, x + width, y, 1.0f);
-    renderer.drawLine(x, y, x, y - height, 1.0f);
-    renderer.setColour(0.0f, 0.0f, 0.0f, 255.0f);
-    renderer.drawLine(x, y - height, x + width, y - height, 1.0f);
-    renderer.drawLine(x + width, y, x + width, y - height, 1.0f);
+    drawBevel(renderer, bx, by, w, h, 0.0f, 192.0f, 1.0f);
 }
+
+void GUIComponent::drawBorder(IRenderer& renderer) { drawBevel(renderer, x, y, width, height, 192.0f, 0.0f, 1.0f); }
 
 void GUIComponent::drawCentredText(IRenderer&, FontRenderer& font, const std::string& text, float bx, float by,
                                    float w, float h)

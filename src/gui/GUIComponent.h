@@ -145,6 +145,10 @@ public:
 protected:
     // The children, last to first, so the first ends on top.
     void drawChildren(IRenderer& renderer);
+    // Four lines round a box: top and left in one grey, bottom and right in
+    // another, texturing off.
+    static void drawBevel(IRenderer& renderer, float bx, float by, float w, float h, float topLeftGrey,
+                          float bottomRightGrey, float lineWidth);
     // Texturing on and the font selected, ready for text; null without a
     // font renderer.
     static FontRenderer* textFont(IRenderer& renderer, const std::string& fontName, int size);

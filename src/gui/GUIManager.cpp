@@ -20,29 +20,14 @@ void GUIManager::dropStale()
         hovered = nullptr;
     if (!root.holds(focus))
         focus = &root;
-}
-
-void GUIManager::forget(const GUIComponent* subtree)
-{
-    if (!subtree)
-        return;
-    if (hovered && subtree->holds(hovered))
-        hovered = nullptr;
-    if (subtree->holds(focus))
-        focus = &root;
-    if (spare && subtree->holds(spare))
+    if (spare && !root.holds(spare))
         spare = nullptr;
 }
 
 void GUIManager::mouseMove(float x, float y, float dx, float dy)
 {
     InputTarget::mouseMove(x, y, dx, dy);
-    dropStale();
-    // Window rows count down; the widgets count up from the bottom.
-    if (screenHeight > 0)
-        cursor = Vector(x, static_cast<float>(screenHeight) - y, 0.0f);
-    else
-        cursor = screenMouse;
+    placeCursor(x, y);
     GUIComponent* under = root.componentAt(cursor.x, cursor.y);
     if (under)
         under->mouseEnter();
@@ -57,12 +42,20 @@ void GUIManager::mouseMove(float x, float y, float dx, float dy)
     hovered = under;
 }
 
+void GUIManager::placeCursor(float x, float y)
+{
+    dropStale();
+    // Window rows count down; the widgets count up from the bottom.
+    if (screenHeight > 0)
+        cursor = Vector(x, static_cast<float>(screenHeight) - y, 0.0f);
+    else
+        cursor = screenMouse;
+}
+
 void GUIManager::mouseDown(float x, float y, int button)
 {
     InputTarget::mouseDown(x, y, button);
-    dropStale();
-    if (screenHeight > 0)
-        cursor = Vector(x, static_cast<float>(screenHeight) - y, 0.0f);
+    placeCursor(x, y);
     // A widget waiting for a binding takes any press, wherever it lands.
     GUIComponent* target = focus && focus->capturesMouse() ? focus : root.componentAt(cursor.x, cursor.y);
     if (target) {
@@ -75,9 +68,7 @@ void GUIManager::mouseDown(float x, float y, int button)
 void GUIManager::mouseUp(float x, float y, int button)
 {
     InputTarget::mouseUp(x, y, button);
-    dropStale();
-    if (screenHeight > 0)
-        cursor = Vector(x, static_cast<float>(screenHeight) - y, 0.0f);
+    placeCursor(x, y);
     GUIComponent* under = root.componentAt(cursor.x, cursor.y);
     if (under)
         under->mouseUp(cursor.x, cursor.y, button);

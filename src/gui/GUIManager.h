@@ -49,8 +49,6 @@ public:
     GUIComponent* getHovered() const { return hovered; }
     GUIComponent* findComponent(const std::string& wanted) { return root.findComponent(wanted); }
     GUIComponent& getRoot() { return root; }
-    // Drops hover and focus that lie in a subtree about to be deleted.
-    void forget(const GUIComponent* subtree);
 
     // A slot for the menus (the screen that opened the current one).
     GUIComponent* getSpare() const { return spare; }
@@ -70,6 +68,8 @@ public:
 private:
     // Hover and focus never point at a widget that left the tree.
     void dropStale();
+    // Drops stale pointers and moves the cursor to window pixel (x, y).
+    void placeCursor(float x, float y);
 
     GUIComponent root;
     GUIComponent* hovered = nullptr;
