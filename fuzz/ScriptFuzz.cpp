@@ -12,23 +12,13 @@
 #include "console/CommandRegistry.h"
 #include "console/VariableRegistry.h"
 #include "resources/ResourceManager.h"
+#include "FuzzScratch.h"
 
 static char scratch[] = "/tmp/bqscriptfuzzXXXXXX";
 
-static void removeScratch()
-{
-    const std::string command = std::string("rm -rf '") + scratch + "'";
-    if (std::system(command.c_str()) != 0)
-        std::fprintf(stderr, "could not remove %s\n", scratch);
-}
-
 static bool setUp()
 {
-    if (!std::freopen("/dev/null", "w", stdout))
-        std::abort();
-    if (!mkdtemp(scratch) || chdir(scratch) != 0)
-        std::abort();
-    std::atexit(removeScratch);
+    fuzzscratch::enter(scratch);
     if (std::system("mkdir -p data") != 0)
         std::abort();
     std::ofstream("data/a.txt") << "set gravity -80; exec b.txt\ntoggle chasecam /* c */ ; listvars con\n";

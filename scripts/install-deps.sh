@@ -11,6 +11,7 @@ packages=(
   xvfb xauth xdotool x11-utils
   python3 python3-pil python3-numpy
   ttf-bitstream-vera zip unzip vorbis-tools
+  desktop-file-utils appstream
 )
 
 missing=()

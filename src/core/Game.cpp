@@ -22,6 +22,7 @@
 #include "gameplay/player/Player.h"
 #include "gui/GUIManager.h"
 #include "input/GameInput.h"
+#include "particles/ParticleManager.h"
 #include "render/FontRenderer.h"
 #include "render/IRenderer.h"
 #include "render/ImageFontRenderer.h"
@@ -29,6 +30,7 @@
 #include "render/Renderer.h"
 #include "sound/ISound.h"
 #include "sound/NullSound.h"
+#include "sound/Sound.h"
 #include "world/body/Body.h"
 #include "world/level/BodyFactory.h"
 #include "world/level/GameBodyFactory.h"
@@ -41,7 +43,7 @@ volatile std::sig_atomic_t terminateSignalled = 0;
 void onTerminateSignal(int) { terminateSignalled = 1; }
 }
 
-Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<NullSound>())
+Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<Sound>())
 {
     renderer->setFontRenderer(new ImageFontRenderer());
 }
@@ -50,9 +52,12 @@ Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
     : sound(std::move(s)),
       renderer(std::move(r)),
       guiManager(std::make_unique<GUIManager>()),
-      console(std::make_unique<Console>())
+      console(std::make_unique<Console>()),
+      particleManager(std::make_unique<ParticleManager>())
 {
     guiManager->setVisible(true);
+    particleManager->setRenderer(renderer.get());
+    particleManager->init();
     inputManager.setGUI(guiManager.get());
     inputManager.setConsole(console.get());
     inputManager.setCurrentTarget("gui");
@@ -92,6 +97,7 @@ bool Game::init()
     }
     // Key events carry the typed character for the console and text boxes.
     SDL_EnableUNICODE(1);
+    inputManager.openJoysticks();
     startGameplay();
     registerCommands();
     if (!setInitialVideoMode()) {
@@ -102,7 +108,9 @@ bool Game::init()
     // The controller was made before the window had its size.
     announceScreenSize();
     sound->initialise();
+    sound->loadDefinitions("data/sounds/sounds.xml");
     timer.start();
+    particleManager->loadDefinitions("data/particles/particles.xml");
     if (FontRenderer* fonts = renderer->getFontRenderer()) {
         fonts->setRenderer(renderer.get());
         if (!fonts->init()) {
@@ -335,6 +343,7 @@ void Game::pumpEvents()
             quitRequested = true;
             break;
         default:
+            inputManager.joystickEvent(event);
             break;
         }
     }
@@ -347,6 +356,10 @@ void Game::runFrame()
     console->draw();
     renderer->end2D();
     endFrame();
+    // Outside the world update (menus, pause) the channel counts that cap
+    // new sounds must still follow what is playing.
+    if (paused || !levelLoaded || !worldRunning)
+        sound->update(player ? player->pos : Vector());
 
     if (paused) {
         if (saveRequested)
@@ -468,8 +481,10 @@ void Game::updateWorld()
     }
     if (player)
         sound->update(player->pos);
-    while (particleAccumulator >= particleStepSeconds)
+    while (particleAccumulator >= particleStepSeconds) {
+        particleManager->update(particleStepSeconds);
         particleAccumulator -= particleStepSeconds;
+    }
     interpolateBodies();
 }
 
@@ -594,6 +609,8 @@ void Game::drawScene(bool bloomPass)
     drawBodies();
     if (bloomPass)
         return;
+    if (drawparticles && drawparticles->intValue != 0)
+        particleManager->draw();
     if (drawgrid && drawgrid->intValue > 0) {
         renderer->setTexturing(false);
         renderer->setBlending(false);
@@ -617,6 +634,11 @@ void Game::drawDebugText()
                         std::to_string(bodies.size()) + " TotalBodies : " +
                             std::to_string(quadTree.getTotalBodyCount()) + " in visible quads : " +
                             std::to_string(quadTree.getVisibleBodyCount()) + " in frustum");
+    }
+    if (partcileinfo && partcileinfo->intValue > 0) {
+        renderer->setColour(255, 255, 255, 255);
+        fonts->drawText(static_cast<float>(renderer->getWidth() - 140), 50,
+                        std::to_string(particleManager->countParticles()) + " parts");
     }
     if (drawspeed && drawspeed->intValue > 0 && player) {
         renderer->setColour(255, 255, 255, 255);
@@ -642,8 +664,8 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
 
     quadTree.setSplitAllowed(true);
     unloadLevel();
-    // The renderer's resources, the font renderer and the particles are reset
-    // here once those exist.
+    // The renderer's resources and the font renderer are reset here once
+    // those exist; unloadLevel has removed the particle systems.
 
     nextBodyId = 2;
     LevelLoader loader(*this, *getBodyFactory());
@@ -699,6 +721,7 @@ void Game::unloadLevel()
     activeBodies.clear();
     bodyIterNext = activeBodies.end();
     quadTree.clear();
+    particleManager->removeAllSystems();
     worldRunning = false;
     levelLoaded = false;
     nextBodyId = 2;
@@ -723,6 +746,7 @@ void Game::changeVideoMode(int width, int height, bool fullscreen)
         body->textureId = -1;
     if (player)
         player->textureId = -1;
+    particleManager->reloadTextures();
 }
 
 void Game::announceScreenSize()
@@ -815,6 +839,12 @@ void Game::updateAim()
     auto* p = dynamic_cast<Player*>(player);
     if (!p || !gameInput)
         return;
+    Vector stick;
+    if (gameInput->getAimStick(stick)) {
+        p->mouseWorldPos = p->pos + stick * padAimDistance;
+        p->mouseWorldPos.z = 0.0f;
+        return;
+    }
     p->mouseWorldPos = renderer->screenToWorld(gameInput->getMouseX(), gameInput->getMouseY());
 }
 
@@ -884,6 +914,10 @@ void Game::shutdown()
     bodies.clear();
     activeBodies.clear();
     bodyIterNext = activeBodies.end();
+    particleManager->clear();
+    sound->closeAudio();
+    // Bodies and menus torn down later may still ask for sounds.
+    sound = std::make_unique<NullSound>();
     renderer.reset();
     ResourceManager::instance().clearArchives();
     CommandRegistry::instance().clearCommands();

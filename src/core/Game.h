@@ -25,10 +25,13 @@ class GUIManager;
 class IGameplay;
 class IRenderer;
 class ISound;
+class ParticleManager;
 
 class Game {
 public:
     static constexpr float stepSeconds = 0.025f;
+    // How far from the player a pad's aim stick aims, in world units.
+    static constexpr float padAimDistance = 256.0f;
     static constexpr float particleStepSeconds = 1.0f / 120.0f;
     static constexpr float maxFrameSeconds = 0.25f;
     static constexpr float activityRadius = 800.0f;
@@ -88,6 +91,7 @@ public:
     InputManager& getInputManager() { return inputManager; }
     GUIManager* getGUIManager() const { return guiManager.get(); }
     GameInput* getGameInput() const { return gameInput.get(); }
+    ParticleManager* getParticleManager() const { return particleManager.get(); }
     BasicTimer& getTimer() { return timer; }
     const BasicTimer& getTimer() const { return timer; }
     Body* getPlayer() const { return player; }
@@ -199,6 +203,9 @@ protected:
     std::unique_ptr<IGameplay> gameplay;
     // The player lives from start-up to shutdown, across levels.
     std::unique_ptr<Body> persistentPlayer;
+    // Declared after the player: it goes first and tells the bodies that
+    // follow its systems to let go.
+    std::unique_ptr<ParticleManager> particleManager;
 
     std::list<Body*> bodies;
     std::list<Body*> activeBodies;

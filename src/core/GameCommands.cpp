@@ -12,6 +12,7 @@
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
 #include "gui/WidgetGallery.h"
+#include "particles/ParticleCommands.h"
 #include "world/body/Body.h"
 
 namespace {
@@ -31,6 +32,7 @@ int varInt(const char* name)
 
 void GameCommands::registerAll(Game& game)
 {
+    ParticleCommands::registerAll(game);
     registerCommand("turn player collisions off", "noclip", [&game] { game.toggleNoclip(); });
 
     registerCommand("warp to 0 0 0", "warp", [&game] {

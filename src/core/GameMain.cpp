@@ -9,19 +9,25 @@
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
 #include "core/GameLogoScene.h"
+#include "resources/GameDirectories.h"
 #include "resources/ResourceManager.h"
 
 int gameMain(int argc, char** argv)
 {
+    // The player's files go to the working directory: the game directory, or
+    // the user directory for an installed game.
+    const GameDirectories directories = GameDirectories::forThisProcess();
+    directories.enter();
     // The resource manager comes first and opens data.zip; its report goes to
     // the terminal, not to the log.
-    ResourceManager::instance();
+    directories.addDataSearch(ResourceManager::instance());
     std::printf("game starting\n");
     std::fflush(stdout);
     if (!std::freopen("outputlog.txt", "w", stdout))
         std::fprintf(stderr, "could not open outputlog.txt\n");
     // Line buffering keeps the log readable when the process is killed.
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    std::printf("%s\n", directories.describe().c_str());
     std::srand(static_cast<unsigned>(std::time(nullptr)));
 
     Game game;

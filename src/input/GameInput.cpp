@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <ostream>
 
 #include "console/CommandRegistry.h"
@@ -9,6 +10,7 @@
 #include "console/GameVar.h"
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
+#include "input/InputManager.h"
 #include "render/IRenderer.h"
 
 namespace {
@@ -56,6 +58,7 @@ void GameInput::releaseAll() {}
 
 void GameInput::mouseMove(float, float, float dx, float dy)
 {
+    stickAims = false;
     const float scale = sensitivity ? sensitivity->floatValue : 1.0f;
     mouseDX = scale * dx;
     mouseDY = scale * dy;
@@ -187,4 +190,31 @@ void GameInput::writeBindings(std::ostream& stream) const
     for (const auto& [key, command] : bindings)
         stream << "bind " << key << " " << command << "\n";
     stream << "\n";
+}
+
+void GameInput::setAimStick(int component, float deflection)
+{
+    if (component < 0 || component > 1)
+        return;
+    aimStick[component] = std::clamp(deflection, -1.0f, 1.0f);
+    const float length = std::hypot(aimStick[0], aimStick[1]);
+    if (length <= InputManager::joyDeadZone()) {
+        aimPeak = 0.0f;
+        return;
+    }
+    // A stick springing back reports its axes one at a time and shrinking;
+    // only a firm lean turns the aim, so letting go keeps the last direction
+    // as a mouse cursor stays put.
+    if (length < aimPeak * 0.8f)
+        return;
+    aimPeak = std::max(aimPeak, length);
+    aimDirection = Vector(aimStick[0] / length, -aimStick[1] / length, 0.0f);
+    stickAims = true;
+}
+
+bool GameInput::getAimStick(Vector& direction) const
+{
+    if (stickAims)
+        direction = aimDirection;
+    return stickAims;
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "input/InputTarget.h"
+#include "world/geometry/Vector.h"
 
 class Body;
 class GameVar;
@@ -54,6 +55,14 @@ public:
     // Mouse button number to key name; "" for a button without one.
     std::string mouseName(int button) const;
 
+    // The aim stick of a pad, one component at a time (0 across, 1 down, as
+    // SDL reports them), each as a fraction of full tilt.
+    void setAimStick(int component, float deflection);
+    // The world direction (y up, unit length) the aim stick last pointed
+    // past the dead zone; false when it never has or the mouse moved since,
+    // so whichever the player touched last aims.
+    bool getAimStick(Vector& direction) const;
+
     // The commands a release runs for bound text: every ";" segment that
     // starts with "+" (leading blanks count), with that "+" turned into "-".
     static std::vector<std::string> releaseCommands(const std::string& text);
@@ -70,4 +79,8 @@ protected:
     std::map<std::string, std::string> bindings;
     std::map<int, std::string> mouseNames;
     GameVar* sensitivity = nullptr;
+    float aimStick[2] = {0.0f, 0.0f};
+    float aimPeak = 0.0f;  // strongest lean since the stick left the dead zone
+    Vector aimDirection;
+    bool stickAims = false;
 };

@@ -1,11 +1,16 @@
 #include "input/InputManager.h"
 
+#include <SDL.h>
 #include <tinyxml.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
 #include "console/Console.h"
+#include "console/GameVar.h"
+#include "console/VariableRegistry.h"
 #include "core/Game.h"
 #include "gui/GUIManager.h"
 #include "input/GameInput.h"
@@ -17,6 +22,12 @@ namespace {
 // SDL modifier bits kept as flags: num lock, caps lock, mode, both controls,
 // both shifts, both alts, both metas.
 constexpr int modifierBits[] = {12, 13, 14, 6, 7, 0, 1, 8, 9, 10, 11};
+
+// Hat bits in SDL's order with the names bindings use.
+constexpr std::pair<int, const char*> hatDirections[] = {
+    {SDL_HAT_UP, "up"}, {SDL_HAT_RIGHT, "right"}, {SDL_HAT_DOWN, "down"}, {SDL_HAT_LEFT, "left"}};
+constexpr float defaultDeadZone = 0.25f;
+constexpr float fullDeflection = 32767.0f;
 
 IRenderer* currentRenderer()
 {
@@ -248,4 +259,126 @@ InputTarget* InputManager::getTarget(const std::string& name) const
 {
     auto it = targets.find(name);
     return it == targets.end() ? nullptr : it->second;
+}
+
+std::string InputManager::joyButtonName(int joystick, int button)
+{
+    return "joy" + std::to_string(joystick + 1) + "_button" + std::to_string(button + 1);
+}
+
+std::string InputManager::joyHatName(int joystick, int hat, int direction)
+{
+    std::string name = "joy" + std::to_string(joystick + 1) + "_hat";
+    if (hat > 0)
+        name += std::to_string(hat + 1);
+    for (const auto& [bit, word] : hatDirections)
+        if (bit == direction)
+            return name + "_" + word;
+    return name;
+}
+
+std::string InputManager::joyAxisName(int joystick, int axis, int sign)
+{
+    return "joy" + std::to_string(joystick + 1) + "_axis" + std::to_string(axis + 1) +
+           (sign < 0 ? "_minus" : "_plus");
+}
+
+bool InputManager::joystickEvent(const SDL_Event& event)
+{
+    switch (event.type) {
+    case SDL_JOYBUTTONDOWN:
+    case SDL_JOYBUTTONUP:
+        joyButton(event.jbutton.which, event.jbutton.button, event.type == SDL_JOYBUTTONDOWN);
+        return true;
+    case SDL_JOYHATMOTION:
+        joyHat(event.jhat.which, event.jhat.hat, event.jhat.value);
+        return true;
+    case SDL_JOYAXISMOTION:
+        joyAxis(event.jaxis.which, event.jaxis.axis, event.jaxis.value);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void InputManager::openJoysticks()
+{
+    if (SDL_InitSubSystem(SDL_INIT_JOYSTICK) != 0) {
+        std::printf("No joystick support: %s\n", SDL_GetError());
+        return;
+    }
+    SDL_JoystickEventState(SDL_ENABLE);
+    const int count = SDL_NumJoysticks();
+    for (int i = 0; i < count; ++i) {
+        SDL_Joystick* joystick = SDL_JoystickOpen(i);
+        if (!joystick) {
+            std::printf("Could not open joystick %d: %s\n", i + 1, SDL_GetError());
+            continue;
+        }
+        joysticks.push_back(joystick);
+        const char* name = SDL_JoystickName(i);
+        std::printf("Joystick %d: %s (%d buttons, %d axes, %d hats)\n", i + 1, name ? name : "unnamed",
+                    SDL_JoystickNumButtons(joystick), SDL_JoystickNumAxes(joystick),
+                    SDL_JoystickNumHats(joystick));
+    }
+}
+
+void InputManager::joyButton(int joystick, int button, bool pressed)
+{
+    joyInput(joyButtonName(joystick, button), pressed);
+}
+
+void InputManager::joyHat(int joystick, int hat, int value)
+{
+    int& old = hatStates[{joystick, hat}];
+    // A diagonal holds two directions; releases go first so a roll from
+    // left to right never holds both.
+    for (bool pressing : {false, true})
+        for (const auto& [bit, word] : hatDirections) {
+            const bool was = (old & bit) != 0;
+            const bool now = (value & bit) != 0;
+            if (was != now && now == pressing)
+                joyInput(joyHatName(joystick, hat, bit), now);
+        }
+    old = value;
+}
+
+float InputManager::joyDeadZone()
+{
+    const GameVar* deadZone = findVar("joy_deadzone");
+    return deadZone ? std::clamp(deadZone->floatValue, 0.0f, 0.99f) : defaultDeadZone;
+}
+
+void InputManager::joyAxis(int joystick, int axis, int value)
+{
+    const float deflection = std::max(static_cast<float>(value) / fullDeflection, -1.0f);
+    // The first pad's aim stick also aims directly, while still having
+    // bindable directions.
+    if (joystick == 0 && game) {
+        for (int component : {0, 1}) {
+            const GameVar* aimAxis = findVar(component == 0 ? "joy_aimx" : "joy_aimy");
+            if (aimAxis && aimAxis->intValue == axis + 1)
+                game->setAimStick(component, deflection);
+        }
+    }
+    const int direction = std::fabs(deflection) <= joyDeadZone() ? 0 : (deflection < 0.0f ? -1 : 1);
+    int& old = axisStates[{joystick, axis}];
+    if (direction == old)
+        return;
+    if (old != 0)
+        joyInput(joyAxisName(joystick, axis, old), false);
+    if (direction != 0)
+        joyInput(joyAxisName(joystick, axis, direction), true);
+    old = direction;
+}
+
+void InputManager::joyInput(const std::string& name, bool pressed)
+{
+    // The console and the menus read typed characters; a pad has none.
+    if (currentTarget != "game" || !game)
+        return;
+    if (pressed)
+        game->keyDown(-1, -1, name);
+    else
+        game->keyUp(-1, -1, name);
 }

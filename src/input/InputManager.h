@@ -3,10 +3,14 @@
 // targets: the GUI, the console or the game. It names keys from
 // data/keymaps.xml, tracks modifiers and the mouse in screen and world
 // coordinates, and switches targets on Escape (the GUI) and backquote (the
-// console). One instance, held by the Game.
+// console). Gamepad buttons, hats and stick directions get key-like names
+// ("joy1_button1", "joy1_hat_up", "joy1_axis1_plus") so the game binds them
+// like keys. One instance, held by the Game.
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "world/geometry/Vector.h"
 
@@ -14,6 +18,8 @@ class Console;
 class GameInput;
 class GUIManager;
 class InputTarget;
+union SDL_Event;
+struct _SDL_Joystick;
 
 class InputManager {
 public:
@@ -42,6 +48,20 @@ public:
     void mouseMotion(float x, float y, float dx, float dy);
     void mouseButtonDown(float x, float y, int button);
     void mouseButtonUp(float x, float y, int button);
+    // Joystick buttons, hats and axes, as press and release of their names
+    // for the game target; false for any other kind of event.
+    bool joystickEvent(const SDL_Event& event);
+
+    // Opens every joystick SDL sees (after the video is up) and logs each.
+    void openJoysticks();
+
+    // Names of pad inputs; joysticks, buttons, hats and axes count from 1 in
+    // names and from 0 in SDL. The first hat has no number in its name.
+    static std::string joyButtonName(int joystick, int button);
+    static std::string joyHatName(int joystick, int hat, int direction);
+    static std::string joyAxisName(int joystick, int axis, int sign);
+    // The stick dead zone from `joy_deadzone`, as a fraction of full tilt.
+    static float joyDeadZone();
 
     // Makes `name` the current target, remembering the old one as the
     // previous target, and runs the deactivate/activate hooks.
@@ -80,6 +100,11 @@ public:
 private:
     void escapePressed(bool& dispatch);
     void toggleConsole();
+    void joyButton(int joystick, int button, bool pressed);
+    void joyHat(int joystick, int hat, int value);
+    void joyAxis(int joystick, int axis, int value);
+    // Press or release of a pad input's name; only the game binds pads.
+    void joyInput(const std::string& name, bool pressed);
 
     float rawX = 0.0f;
     float rawY = 0.0f;
@@ -95,4 +120,10 @@ private:
     std::unique_ptr<Vector> screenMouse = std::make_unique<Vector>();
     std::map<int, std::string> keyNames;
     std::map<int, bool> modifiers;
+    // Last hat bits and stick direction (-1, 0, 1), by (joystick, index), so
+    // every change becomes exactly one press or release.
+    std::map<std::pair<int, int>, int> hatStates;
+    std::map<std::pair<int, int>, int> axisStates;
+    // Owned by SDL, which closes them at SDL_Quit.
+    std::vector<_SDL_Joystick*> joysticks;
 };

@@ -112,6 +112,14 @@ public:
     virtual void drawBody(Body& body) = 0;
     virtual void drawBodySimple(Body& body) = 0;
 
+    // A quad batch: between these, drawCentredQuad(..., false) and
+    // drawBeam(..., false) only emit vertices and setColour may change the
+    // colour per quad. Particles draw thousands of quads this way.
+    virtual void beginQuads() {}
+    virtual void endQuads() {}
+    // Depth writes off while translucent effects draw over each other.
+    virtual void setDepthWrites(bool on) { (void)on; }
+
     virtual FontRenderer* getFontRenderer() = 0;
     // Writes the texture cache listing (names, sizes, ids).
     virtual void dumpTextureCache(std::ostream& out) { (void)out; }

@@ -68,7 +68,9 @@ void Renderer::lookUpVariables()
 
 bool Renderer::initialise()
 {
-    if (SDL_Init(SDL_INIT_AUDIO | SDL_INIT_VIDEO | SDL_INIT_NOPARACHUTE) < 0)
+    // The sound system starts audio itself, so a machine without a working
+    // sound driver still gets a window and a silent game.
+    if (SDL_Init(SDL_INIT_VIDEO | SDL_INIT_NOPARACHUTE) < 0)
         return false;
     sdlStarted = true;
     std::printf("Initialised SDL\n");
@@ -370,6 +372,12 @@ void Renderer::drawCentredQuad(float cx, float cy, float z, float halfW, float h
     if (wrap)
         glEnd();
 }
+
+void Renderer::beginQuads() { glBegin(GL_QUADS); }
+
+void Renderer::endQuads() { glEnd(); }
+
+void Renderer::setDepthWrites(bool on) { glDepthMask(on ? GL_TRUE : GL_FALSE); }
 
 void Renderer::drawImage(float x, float y, float z, float w, float h, const std::string& name,
                          bool additive, bool clamp)

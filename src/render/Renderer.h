@@ -51,6 +51,9 @@ public:
     void drawQuad(const Quad& quad) override;
     void drawTexturePart(float x, float y, float z, float w, float h) override;
     void drawCentredQuad(float cx, float cy, float z, float halfW, float halfH, bool wrap) override;
+    void beginQuads() override;
+    void endQuads() override;
+    void setDepthWrites(bool on) override;
     void drawImage(float x, float y, float z, float w, float h, const std::string& name,
                    bool additive, bool clamp) override;
     void drawImage(float x, float y, float z, float w, float h, const std::string& name) override;

@@ -1,7 +1,10 @@
 #include "resources/ResourceManager.h"
 
+#include "resources/FileOps.h"
+
 #include <tinyxml.h>
 
+#include <fnmatch.h>
 #include <sys/stat.h>
 
 #include <cstdio>
@@ -32,6 +35,10 @@ void ResourceManager::clearArchives() {
     archives.clear();
 }
 
+void ResourceManager::addSearchDirectory(const std::string& directory) {
+    searchDirectories.push_back(directory);
+}
+
 std::unique_ptr<ZipResultsBundle> ResourceManager::findInArchives(const std::string& path) const {
     for (const auto& archive : archives) {
         if (const ZipEntry* entry = archive->findEntry(path)) {
@@ -39,6 +46,32 @@ std::unique_ptr<ZipResultsBundle> ResourceManager::findInArchives(const std::str
         }
     }
     return nullptr;
+}
+
+bool ResourceManager::listFiles(const std::string& folder, const std::string& namePattern,
+                                std::set<std::string>& names) const {
+    bool found = false;
+    if (!folder.empty() && folder[0] != '/') {
+        for (const std::string& directory : searchDirectories) {
+            found = FileOps::listFolder(directory + "/" + folder, namePattern, names) || found;
+        }
+    }
+    const std::string prefix = folder + "/";
+    for (const auto& archive : archives) {
+        for (const auto& entry : archive->getEntries()) {
+            const std::string& name = entry->name;
+            if (name.compare(0, prefix.size(), prefix) != 0) {
+                continue;
+            }
+            found = true;
+            const std::string rest = name.substr(prefix.size());
+            if (!rest.empty() && rest.find('/') == std::string::npos &&
+                fnmatch(namePattern.c_str(), rest.c_str(), 0) == 0) {
+                names.insert(rest);
+            }
+        }
+    }
+    return found;
 }
 
 // Reads a regular file whole. Directories, devices and pipes are not data
@@ -81,6 +114,15 @@ std::unique_ptr<char[]> ResourceManager::getBytes(const std::string& path, std::
     if (std::unique_ptr<char[]> bytes = readDiskFile(path, size)) {
         std::printf("Found on disk: %s\n", path.c_str());
         return bytes;
+    }
+    if (!path.empty() && path[0] != '/') {
+        for (const std::string& directory : searchDirectories) {
+            const std::string full = directory + "/" + path;
+            if (std::unique_ptr<char[]> bytes = readDiskFile(full, size)) {
+                std::printf("Found on disk: %s\n", full.c_str());
+                return bytes;
+            }
+        }
     }
     std::printf("NOT Found on disk: %s\n", path.c_str());
 

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,9 @@ public:
     bool addArchive(const std::string& fileName);
     // Forgets every archive (shutdown, and between tests).
     void clearArchives();
+    // A directory searched on disk for relative paths after the working
+    // directory and before the archives (an installed game's data).
+    void addSearchDirectory(const std::string& directory);
 
     // The whole file followed by one zero byte that `size` does not count.
     // Null with `error` set when the file is neither on disk nor in an archive.
@@ -42,6 +46,12 @@ public:
     // Paths keep "/" on this platform, and archive members use "/" too.
     static std::string toNativePath(const std::string& path) { return path; }
 
+    // Adds the names of plain files in `folder` matching the wildcard
+    // `namePattern` from the search directories and the archives (the
+    // working directory is the caller's). True when any of them has the folder.
+    bool listFiles(const std::string& folder, const std::string& namePattern,
+                   std::set<std::string>& names) const;
+
     // The first member of that exact name over the archives in order.
     std::unique_ptr<ZipResultsBundle> findInArchives(const std::string& path) const;
 
@@ -53,4 +63,5 @@ public:
 
 private:
     std::vector<std::unique_ptr<ZipFile>> archives;
+    std::vector<std::string> searchDirectories;
 };

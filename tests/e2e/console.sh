@@ -8,8 +8,7 @@ work=$(make_game_copy "$game_dir")
 start_game "$work" +set skiplogo 1
 wait_for_log "$work" "REND New Res" 20
 sleep 1
-win=$(xdotool search --sync --name Brindlequay | head -n 1) || fail "no game window"
-xdotool windowactivate --sync "$win" >/dev/null 2>&1 || xdotool windowfocus "$win" || true
+focus_game_window
 xdotool key --window "$win" grave
 sleep 0.5
 xdotool type --window "$win" --delay 40 "listvars con_"

@@ -48,8 +48,7 @@ open_gallery() {
     +set vidheight "$h" +guidbg +movierecord 8
   wait_for_log "$work" "Widget gallery open" 30
   sleep 1
-  win=$(xdotool search --sync --name Brindlequay | head -n 1) || fail "no game window"
-  xdotool windowactivate --sync "$win" >/dev/null 2>&1 || xdotool windowfocus "$win" || true
+  focus_game_window
   # The gallery (620 x 460) is centred in the window.
   gx=$(((w - 620) / 2))
   gy=$(((h - 460) / 2))

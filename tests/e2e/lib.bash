@@ -13,6 +13,7 @@ make_game_copy() {
 }
 
 # Starts Xvfb on a free display, then the game in the background; sets GAME_PID.
+# Sound goes to SDL's dummy driver unless E2E_AUDIODRIVER names another.
 start_game() {
   local dir=$1; shift
   local n
@@ -25,7 +26,7 @@ start_game() {
   for _ in $(seq 50); do xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 && break; sleep 0.1; done
   E2E_DIR=$dir
   trap 'stop_game; kill $XVFB_PID 2>/dev/null || true; [ -n "${BQ_KEEP_E2E:-}" ] || rm -rf "$E2E_DIR"' EXIT
-  (cd "$dir" && SDL_AUDIODRIVER=dummy exec ./brindlequay "$@" >/dev/null 2>"$dir/stderr.txt") &
+  (cd "$dir" && SDL_AUDIODRIVER="${E2E_AUDIODRIVER:-dummy}" exec ./brindlequay "$@" >/dev/null 2>"$dir/stderr.txt") &
   GAME_PID=$!
 }
 
@@ -38,6 +39,12 @@ stop_game() {
     wait "$GAME_PID" 2>/dev/null || true
   fi
   GAME_PID=
+}
+
+# Finds the game window, gives it the keyboard and sets `win`.
+focus_game_window() {
+  win=$(xdotool search --sync --name Brindlequay | head -n 1) || fail "no game window"
+  xdotool windowactivate --sync "$win" >/dev/null 2>&1 || xdotool windowfocus "$win" || true
 }
 
 # Waits until the log contains a line matching the pattern.
@@ -59,3 +66,5 @@ wait_for_file() {
   done
   fail "timed out waiting for $path"
 }
+
+# Finds the game's window and gives it the keyboard; sets WIN.

@@ -1,6 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <set>
+
 #include "resources/FileOps.h"
+#include "resources/ResourceManager.h"
 #include "resources/TempDir.h"
 
 static std::vector<std::string> names(const std::vector<std::unique_ptr<FileSystemNode>>& list)
@@ -40,6 +45,7 @@ TEST(FileOpsTest, ListsMatchingPlainFilesInNameOrder)
 TEST(FileOpsTest, MissingDirectoryIsReported)
 {
     TempDir dir;
+    ResourceManager::instance();  // its own start-up report is not ours
     std::vector<std::unique_ptr<FileSystemNode>> list;
     std::fflush(stdout);
     ::testing::internal::CaptureStdout();
@@ -47,4 +53,31 @@ TEST(FileOpsTest, MissingDirectoryIsReported)
     std::fflush(stdout);
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), "getDirContents error\n");
     EXPECT_TRUE(list.empty());
+}
+
+TEST(FileOpsTest, ListsTheInstalledDataAndTheArchiveWithThePlayersFiles)
+{
+    TempDir dir;
+    dir.write("user/data/adventures/mine.xml", "");
+    dir.write("user/data/adventures/main.xml", "");
+    dir.write("installed/data/adventures/main.xml", "");
+    dir.write("installed/data/adventures/bonus.xml", "");
+    dir.write("zip/data/adventures/zipped.xml", "");
+    dir.write("zip/data/adventures/deeper/no.xml", "");
+    dir.write("zip/data/adventuresque.xml", "");
+    ASSERT_TRUE(TempDir::run("cd zip && zip -q -r ../data.zip data"));
+    ResourceManager resources(false);
+    ASSERT_TRUE(resources.addArchive(dir.path + "/data.zip"));
+    resources.addSearchDirectory(dir.path + "/installed");
+
+    std::set<std::string> found;
+    ASSERT_EQ(chdir((dir.path + "/user").c_str()), 0);
+    EXPECT_TRUE(FileOps::listFolder("data/adventures", "*.xml", found));
+    EXPECT_TRUE(resources.listFiles("data/adventures", "*.xml", found));
+    EXPECT_EQ(found, (std::set<std::string>{"bonus.xml", "main.xml", "mine.xml", "zipped.xml"}));
+
+    found.clear();
+    EXPECT_FALSE(resources.listFiles("data/nowhere", "*", found));
+    EXPECT_TRUE(resources.listFiles("data/adventures/deeper", "*.xml", found));
+    EXPECT_EQ(found, (std::set<std::string>{"no.xml"}));
 }

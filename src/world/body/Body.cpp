@@ -1,5 +1,7 @@
 #include "world/body/Body.h"
 
+#include "particles/ParticleSystem.h"
+
 #include <tinyxml.h>
 
 #include <algorithm>
@@ -250,14 +252,20 @@ void Body::setPosition(const Vector& position)
     nextPosition = position;
 }
 
-// The particle side of these stays a plain list until particle systems
-// exist; the manager's observer call keeps the list free of dead systems.
-void Body::moveAttachedParticleSystems() {}
+void Body::moveAttachedParticleSystems()
+{
+    for (ParticleSystem* system : attachedSystems) {
+        system->position.x = renderpos.x;
+        system->position.y = renderpos.y;
+    }
+}
 
 void Body::attachParticleSystem(ParticleSystem* system)
 {
-    if (system)
-        attachedSystems.push_back(system);
+    if (!system || std::find(attachedSystems.begin(), attachedSystems.end(), system) != attachedSystems.end())
+        return;
+    attachedSystems.push_back(system);
+    system->addObserver(particleObserver.get());
 }
 
 void Body::detachParticleSystem(ParticleSystem* system)
@@ -267,7 +275,15 @@ void Body::detachParticleSystem(ParticleSystem* system)
         attachedSystems.erase(it);
 }
 
-void Body::detachAllParticleSystems() { attachedSystems.clear(); }
+void Body::detachAllParticleSystems()
+{
+    // The systems fade out on their own; the manager deletes them later.
+    for (ParticleSystem* system : attachedSystems) {
+        system->end();
+        system->removeObserver(particleObserver.get());
+    }
+    attachedSystems.clear();
+}
 
 void Body::drawExtras(IRenderer&) {}
 bool Body::isLiquid() const { return false; }

@@ -6,6 +6,8 @@
 
 #include "core/Game.h"
 #include "gameplay/GameplaySingleton.h"
+#include "particles/ParticleManager.h"
+#include "particles/TextParticleSystem.h"
 #include "world/level/LevelValues.h"
 
 GameBody::GameBody()
@@ -165,26 +167,52 @@ void GameBody::deathEffects()
 {
     if (!showdamage)
         return;
-    // The particle manager starts "debugbloodexplosion" and "deathghost" at
-    // (pos.x, pos.y, pos.z + 0.2) here, and a violent death (health below -10,
-    // gibbable set) throws gibs with speeds 100-200 and sizes 8-10, once the
-    // particle and gib systems exist. Derived classes add their own effects.
+    startEffect("debugbloodexplosion");
+    startEffect("deathghost");
+    // A violent death (health below -10, gibbable set) throws gibs with
+    // speeds 100-200 and sizes 8-10 here once gibs exist. Derived classes
+    // add their own effects.
 }
 
-void GameBody::showDamage()
+void GameBody::showDamage() { startEffect("debugblood"); }
+
+ParticleSystem* GameBody::startEffect(const std::string& name, const Vector& at)
 {
-    // The particle manager starts "debugblood" at (pos.x, pos.y, pos.z + 0.2)
-    // here once it exists.
+    Game* game = Game::current();
+    ParticleManager* particles = game ? game->getParticleManager() : nullptr;
+    ParticleSystem* system = particles ? particles->createSystem(name) : nullptr;
+    if (!system)
+        return nullptr;
+    system->setEndpoints(at, at);
+    system->emitInitial();
+    return system;
+}
+
+ParticleSystem* GameBody::startEffect(const std::string& name)
+{
+    return startEffect(name, Vector(pos.x, pos.y, pos.z + 0.2f));
 }
 
 void GameBody::onTriggered(GameBody*) {}
 
 int GameBody::scaleDamage(int n) { return static_cast<int>(damagefactor * static_cast<float>(n)); }
 
-void GameBody::spawnText(const Vector&, const std::string&, int, bool, float, const std::string&)
+void GameBody::spawnText(const Vector& position, const std::string& text, int size, bool shadow, float scale,
+                         const std::string& font)
 {
-    // Starts a "text" particle system at (position.x, position.y,
-    // position.z + 0.2) once particle systems exist.
+    Game* game = Game::current();
+    ParticleManager* particles = game ? game->getParticleManager() : nullptr;
+    auto* system = dynamic_cast<TextParticleSystem*>(particles ? particles->createSystem("text") : nullptr);
+    if (!system)
+        return;
+    system->text = text;
+    system->fontSize = size;
+    system->shadow = shadow;
+    system->scale = scale;
+    system->font = font;
+    const Vector at(position.x, position.y, position.z + 0.2f);
+    system->setEndpoints(at, at);
+    system->emitAlongSegment();
 }
 
 void GameBody::triggerTargets()

@@ -79,6 +79,11 @@ public:
     virtual void onTriggered(GameBody* activator);
     // Integer part of damagefactor x n: the damage this body deals.
     virtual int scaleDamage(int n);
+    // Starts the named particle effect at a point (by default the body's
+    // position raised by 0.2) and emits its initial particles; null without
+    // a running game.
+    ParticleSystem* startEffect(const std::string& name, const Vector& at);
+    ParticleSystem* startEffect(const std::string& name);
     // Floating text above a point (pickups, damage numbers).
     virtual void spawnText(const Vector& position, const std::string& text, int size, bool shadow, float scale,
                            const std::string& font);

@@ -1,0 +1,92 @@
+// libFuzzer target: arbitrary bytes as the sound definitions file, loaded by
+// a sound system on SDL's dummy audio driver (so SDL_mixer really decodes),
+// then every registered id played at a few positions.
+// Build with clang and -DBQ_FUZZ=ON; new inputs go to the first directory:
+//   build-fuzz/fuzz/bq_fuzz_sound_defs /tmp/new-inputs fuzz/corpus/sound_defs
+#include <SDL.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "console/VariableRegistry.h"
+#include "sound/Sound.h"
+
+namespace {
+bool ready = false;
+char scratch[] = "/tmp/bqsoundfuzzXXXXXX";
+
+void removeScratch()
+{
+    const std::string command = std::string("rm -rf '") + scratch + "'";
+    if (std::system(command.c_str()) != 0)
+        std::fprintf(stderr, "could not remove %s\n", scratch);
+}
+
+void put(const std::string& name, const std::string& bytes)
+{
+    std::ofstream out(name, std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+std::string le(uint32_t value, int bytes)
+{
+    std::string out;
+    for (int i = 0; i < bytes; ++i)
+        out += static_cast<char>((value >> (8 * i)) & 0xff);
+    return out;
+}
+
+// A mono 16-bit WAV of `frames` frames; `claimed` is the data size the header states.
+std::string wav(uint32_t frames, uint32_t claimed)
+{
+    std::string data;
+    for (uint32_t i = 0; i < frames; ++i)
+        data += le(static_cast<uint32_t>((i % 50) * 600), 2);
+    return "RIFF" + le(36 + claimed, 4) + "WAVEfmt " + le(16, 4) + le(1, 2) + le(1, 2) + le(22050, 4) +
+           le(44100, 4) + le(2, 2) + le(16, 2) + "data" + le(claimed, 4) + data;
+}
+
+void setUp()
+{
+    ready = true;
+    if (!mkdtemp(scratch) || chdir(scratch) != 0 || mkdir("data", 0700) != 0 || mkdir("data/sounds", 0700) != 0)
+        std::abort();
+    std::atexit(removeScratch);
+    if (!std::freopen("/dev/null", "w", stdout))
+        std::abort();
+    // Never a real device; the audio subsystem stays up across inputs.
+    setenv("SDL_AUDIODRIVER", "dummy", 1);
+    SDL_InitSubSystem(SDL_INIT_AUDIO);
+    put("data/sounds/tone.wav", wav(400, 800));
+    put("data/sounds/short.wav", wav(10, 100000));
+    put("data/sounds/junk.wav", "RIFF\x10\0\0\0WAVEjunkjunk");
+    put("data/sounds/empty.ogg", "OggS");
+    createVar("volume", "100", "");
+    createVar("soundfrequency", "22050", "");
+    createVar("soundchannels", "2", "");
+    createVar("soundbuffer", "512", "");
+}
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    if (!ready)
+        setUp();
+    put("data/sounds/sounds.xml", std::string(reinterpret_cast<const char*>(data), size));
+    Sound sound;
+    sound.initialise();
+    sound.loadDefinitions("data/sounds/sounds.xml");
+    for (int id = -1; id <= 64; ++id) {
+        sound.playId(id, 0);
+        sound.playIdAt(id, Vector(static_cast<float>(id * 20), 0), 1);
+        sound.update(Vector(0, 0));
+    }
+    sound.closeAudio();
+    return 0;
+}

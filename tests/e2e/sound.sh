@@ -1,0 +1,111 @@
+#!/usr/bin/env bash
+# Real audio through the mixer: SDL's disk driver writes the mixed stream to a
+# file while console commands play sounds. The file grows in real time, so
+# its size at each step marks where in the stream that step happened.
+#  1. "playsound": silent before, the jingle, silent again once it is over.
+#  2. A looping hum placed in the test level: silent while the player is far
+#     away, loud beside it, silent when he warps away, loud on his return.
+set -euo pipefail
+game_dir=$1
+source "$(dirname "$0")/lib.bash"
+work=$(make_game_copy "$game_dir")
+stream="$work/mixed.raw"
+export SDL_DISKAUDIOFILE="$stream"
+# The default 44.1 kHz stereo is what SDL's disk driver writes, untouched.
+E2E_AUDIODRIVER=disk start_game "$work" +set skiplogo 1 +set soundfrequency 44100 +set soundchannels 2
+wait_for_log "$work" "REND New Res" 20
+sleep 1
+focus_game_window
+
+xdotool key --window "$win" grave
+sleep 0.3
+
+marks=()
+console() {
+  xdotool type --window "$win" --delay 30 "$1"
+  xdotool key --window "$win" Return
+}
+mark() { marks+=("$1:$(stat -c %s "$stream")"); }
+
+mark before_jingle
+console "playsound"
+sleep 4
+mark after_jingle
+console "map test"
+# The level takes the keyboard; open the console again.
+sleep 1
+xdotool key --window "$win" grave
+sleep 0.3
+console "warpto east"
+console "playsoundat data/sounds/world/hum.wav -1 32 16"
+sleep 2.5
+mark far
+console "warpto start"
+sleep 1.5
+mark near
+console "warpto east"
+sleep 1.5
+mark far_again
+console "warpto start"
+sleep 1.5
+mark near_again
+stop_game
+
+log="$work/outputlog.txt"
+grep -q "^Audio Format: 32784$" "$log" || fail "no audio format line"
+grep -q "^Audio: opened at 44100 Hz, 2 channels" "$log" || fail "device not opened as asked"
+! grep -q "Sound init Failed\|Couldn't find sound\|Couldn't decode sound" "$log" || fail "sound errors in the log"
+[ -s "$stream" ] || fail "the disk driver wrote nothing"
+
+/usr/bin/python3 - "$stream" "${marks[@]}" <<'PY' || fail "the mixed stream is not what was played"
+import array, math, sys
+
+rate = 44100
+frames = array.array('h')
+with open(sys.argv[1], 'rb') as f:
+    data = f.read()
+frames.frombytes(data[:len(data) // 4 * 4])
+# Mono sounds mixed to the middle: both sides carry the same samples.
+samples = frames[0::2]
+if samples != frames[1::2]:
+    sys.exit('left and right differ: not 16-bit stereo as expected')
+marks = {}
+for arg in sys.argv[2:]:
+    name, size = arg.split(':')
+    marks[name] = int(size) // 4
+window = rate // 20
+
+def levels(start, end):
+    return [math.sqrt(sum(s * s for s in samples[i:i + window]) / window)
+            for i in range(start, end - window + 1, window)]
+
+def last_second(name):
+    return marks[name] - rate, marks[name]
+
+def silent(name):
+    start, end = last_second(name)
+    return not any(samples[start:end])
+
+def loud(name):
+    return min(levels(*last_second(name))) > 100
+
+print('seconds written %.2f' % (len(samples) / rate), {k: round(v / rate, 2) for k, v in marks.items()})
+if any(samples[:marks['before_jingle']]):
+    sys.exit('sound before the jingle was played')
+jingle = levels(marks['before_jingle'], marks['after_jingle'])
+heard = [i for i, v in enumerate(jingle) if v > 300]
+if not heard:
+    sys.exit('the jingle was not mixed')
+length = (heard[-1] - heard[0] + 1) / 20.0
+print('jingle audible for %.2f s, peak rms %.0f' % (length, max(jingle)))
+if not 1.0 <= length <= 3.0:
+    sys.exit('the jingle lasted %.2f s' % length)
+if not silent('after_jingle'):
+    sys.exit('the stream is not silent after the jingle')
+for name, want in (('far', silent), ('near', loud), ('far_again', silent), ('near_again', loud)):
+    rms = levels(*last_second(name))
+    print('%-10s rms %5.0f .. %5.0f' % (name, min(rms), max(rms)))
+    if not want(name):
+        sys.exit('the hum is wrong when the player is %s' % name.replace('_', ' '))
+PY
+echo "sound ok"

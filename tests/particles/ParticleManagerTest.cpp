@@ -1,0 +1,289 @@
+#include <gtest/gtest.h>
+
+#include <tinyxml.h>
+
+#include <cmath>
+#include <cstdlib>
+
+#include "core/Clock.h"
+#include "core/Game.h"
+#include "core/ManualClock.h"
+#include "particles/LightningParticleSystem.h"
+#include "particles/ParticleManager.h"
+#include "particles/ParticleSystem.h"
+#include "particles/ParticleSystemObserver.h"
+#include "particles/RailParticleSystem.h"
+#include "particles/TextParticleSystem.h"
+#include "particles/ParticleTestSupport.h"
+#include "render/NullRenderer.h"
+#include "resources/TempDir.h"
+#include "sound/NullSound.h"
+#include "world/gamebody/GameBody.h"
+
+namespace {
+struct CountingObserver : ParticleSystemObserver {
+    void systemFinished(ParticleSystem*) override { ++calls; }
+    int calls = 0;
+};
+
+const char* const fullAttributes =
+    "texture='particles/spark.tga' initialParticles='2' posVarLow='0,0,0' posVarHigh='0,0,0' "
+    "vel='0,0,0' velVarLow='0,0,0' velVarHigh='0,0,0' acc='0,0,0' accVarLow='0,0,0' accVarHigh='0,0,0' "
+    "colour='255,255,255,255' colourVarLow='0,0,0,0' colourVarHigh='0,0,0,0' colourVel='0,0,0,0' "
+    "colourVelVarLow='0,0,0,0' colourVelVarHigh='0,0,0,0' dimension='4,4' dimensionVarLow='0,0' "
+    "dimensionVarHigh='0,0' endDimension='4,4' endDimensionVarLow='0,0' endDimensionVarHigh='0,0' "
+    "systemLifeTime='1' particleLifeTime='0.5' particleLifeTimeVar='0,0' blendMode='1' "
+    "generationShapeVar1='0' generationShapeVar2='0' animFPS='0' ";
+}
+
+class ParticleManagerTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        std::srand(3);
+        manager.setRenderer(&renderer);
+        manager.init();
+    }
+    void writeDefs(const std::string& body) { dir.write("defs.xml", "<particles>" + body + "</particles>"); }
+
+    TempDir dir;
+    NullRenderer renderer;
+    ParticleManager manager;
+};
+
+TEST_F(ParticleManagerTest, DefaultDefinitionAndEmptyCount)
+{
+    const ParticleSystemParams* d = manager.findDefinition("default");
+    ASSERT_NE(d, nullptr);
+    EXPECT_EQ(d->texture, "particles/defaultparticle.tga");
+    EXPECT_EQ(d->flowRate, 50);
+    EXPECT_FLOAT_EQ(d->vel.x, 5.0f);
+    EXPECT_FLOAT_EQ(d->systemLifeTime, 2.0f);
+    EXPECT_EQ(d->blendMode, 1);
+    EXPECT_EQ(manager.countParticles(), 0);
+}
+
+TEST_F(ParticleManagerTest, DefinitionsParseWithDefaultsAndLaterIdsReplaceEarlierOnes)
+{
+    writeDefs(std::string("<a id='puff' flowRate='10' ") + fullAttributes + "/>" + "<b id='puff' " +
+              fullAttributes + "flowRate='77' maxParticles='5' glowSteps='3' generationShape='sphere'/>" +
+              "<c id='plain' flowRate='10' " + fullAttributes + "/>");
+    ASSERT_TRUE(manager.loadDefinitions("defs.xml"));
+    const ParticleSystemParams* puff = manager.findDefinition("puff");
+    ASSERT_NE(puff, nullptr);
+    EXPECT_EQ(puff->flowRate, 77);
+    EXPECT_EQ(puff->maxParticles, 5);
+    EXPECT_EQ(puff->glowSteps, 3);
+    EXPECT_EQ(puff->generationShape, "sphere");
+    const ParticleSystemParams* plain = manager.findDefinition("plain");
+    ASSERT_NE(plain, nullptr);
+    EXPECT_EQ(plain->maxParticles, 32);
+    EXPECT_EQ(plain->glowSteps, 1);
+    EXPECT_EQ(plain->generationShape, "");
+    EXPECT_NE(manager.findDefinition("default"), nullptr);
+}
+
+TEST_F(ParticleManagerTest, MalformedNumbersReadTheirLeadingNumberOrZero)
+{
+    writeDefs("<p id='odd' flowRate='12abc' initialParticles='abc' maxParticles='1e9' "
+              "systemLifeTime=' 2.5s' particleLifeTime='nan' blendMode='0x10' animFPS='-' "
+              "generationShapeVar1='.5e1x' generationShapeVar2='1e999' glowSteps='0' posVarLow='-3e7,2,0' "
+              "vel='inf,nan,1e40' colour='1,2' dimension='3,4,5,6'/>");
+    ASSERT_TRUE(manager.loadDefinitions("defs.xml"));
+    const ParticleSystemParams* d = manager.findDefinition("odd");
+    ASSERT_NE(d, nullptr);
+    EXPECT_EQ(d->flowRate, 12);
+    EXPECT_EQ(d->initialParticles, 0);
+    EXPECT_EQ(d->maxParticles, ParticleSystemParams::maxPoolSize);
+    EXPECT_FLOAT_EQ(d->systemLifeTime, 2.5f);
+    EXPECT_FLOAT_EQ(d->particleLifeTime, 0.0f);
+    EXPECT_EQ(d->blendMode, 0);
+    EXPECT_EQ(d->animFPS, 0);
+    EXPECT_FLOAT_EQ(d->generationShapeVar1, 5.0f);
+    EXPECT_FLOAT_EQ(d->generationShapeVar2, 0.0f) << "beyond the float range reads as 0";
+    EXPECT_EQ(d->glowSteps, 1);
+    EXPECT_FLOAT_EQ(d->vel.x, 0.0f);
+    EXPECT_FLOAT_EQ(d->vel.y, 0.0f);
+    EXPECT_FLOAT_EQ(d->vel.z, 0.0f);
+    EXPECT_FLOAT_EQ(d->colour.a, 0.0f) << "a two-number colour is ignored";
+    EXPECT_FLOAT_EQ(d->dimension.height, 4.0f);
+    EXPECT_FLOAT_EQ(d->posVarLow.x, -ParticleSystemParams::maxMagnitude) << "absurd but finite: clamped";
+    // Missing required attributes read as zero: a usable, invisible effect.
+    ParticleSystem* s = manager.createSystem("odd");
+    ASSERT_NE(s, nullptr);
+    s->emitInitial();
+    manager.update(0.5f);
+}
+
+TEST_F(ParticleManagerTest, MissingRequiredAttributesAreListed)
+{
+    TiXmlElement e("particle");
+    e.SetAttribute("id", "bare");
+    e.SetAttribute("texture", "particles/spark.tga");
+    std::vector<std::string> missing;
+    ParticleSystemParams p;
+    p.read(e, missing);
+    EXPECT_EQ(missing.size(), 29u);
+    EXPECT_EQ(missing.front(), "flowRate");
+    EXPECT_EQ(std::count(missing.begin(), missing.end(), "maxParticles"), 0);
+    EXPECT_EQ(std::count(missing.begin(), missing.end(), "glowSteps"), 0);
+}
+
+TEST_F(ParticleManagerTest, MissingOrBrokenFileLeavesOnlyDefault)
+{
+    EXPECT_FALSE(manager.loadDefinitions("nothing/here.xml"));
+    dir.write("broken.xml", "<particles><p id='x'");
+    EXPECT_FALSE(manager.loadDefinitions("broken.xml"));
+    dir.write("empty.xml", "");
+    EXPECT_FALSE(manager.loadDefinitions("empty.xml"));
+    EXPECT_EQ(manager.getDefinitions().size(), 1u);
+    writeDefs("<p texture='x'/>");
+    EXPECT_TRUE(manager.loadDefinitions("defs.xml"));
+    EXPECT_EQ(manager.getDefinitions().size(), 1u) << "a definition without an id is skipped";
+}
+
+TEST_F(ParticleManagerTest, UnknownNamesFallBackToDefaultButKeepTheirClass)
+{
+    ParticleSystem* rail = manager.createSystem("rail");
+    ASSERT_NE(rail, nullptr);
+    EXPECT_NE(dynamic_cast<RailParticleSystem*>(rail), nullptr);
+    EXPECT_EQ(rail->params, manager.findDefinition("default"));
+    EXPECT_EQ(rail->maxParticles, 32);
+    EXPECT_TRUE(rail->alive);
+    EXPECT_NE(dynamic_cast<TextParticleSystem*>(manager.createSystem("text")), nullptr);
+    ParticleSystem* plain = manager.createSystem("nosuch");
+    EXPECT_EQ(typeid(*plain), typeid(ParticleSystem));
+    EXPECT_EQ(plain->id, 2);
+
+    writeDefs(std::string("<p id='lightning' flowRate='0' ") + fullAttributes + "/>");
+    manager.loadDefinitions("defs.xml");
+    EXPECT_NE(dynamic_cast<LightningParticleSystem*>(manager.createSystem("lightning")), nullptr);
+
+    manager.clear();
+    EXPECT_EQ(manager.createSystem("rail"), nullptr) << "without default there is nothing to show";
+}
+
+TEST_F(ParticleManagerTest, DeadSystemsLeaveInTheSameUpdateAndTellObserversOnce)
+{
+    ParticleSystem* a = manager.createSystem("default");
+    ParticleSystem* b = manager.createSystem("default");
+    CountingObserver watchA, watchB;
+    a->addObserver(&watchA);
+    b->addObserver(&watchB);
+    a->stop(0.01f);
+    manager.update(0.02f);
+    EXPECT_EQ(manager.getSystemCount(), 1);
+    EXPECT_EQ(watchA.calls, 1);
+    EXPECT_EQ(watchB.calls, 0);
+    EXPECT_GT(manager.countParticles(), 0);
+    manager.update(0.02f);
+    EXPECT_EQ(watchA.calls, 1);
+    manager.removeAllSystems();
+    EXPECT_EQ(watchB.calls, 1);
+    EXPECT_EQ(manager.getSystemCount(), 0);
+    EXPECT_NE(manager.findDefinition("default"), nullptr);
+}
+
+TEST_F(ParticleManagerTest, SystemsOutsideTheViewStepOnlyEveryTenthOfASecond)
+{
+    renderer.getFrustum().setCameraInternals(45.0f, 4.0f / 3.0f, 1.0f, 1000.0f);
+    renderer.getFrustum().setCameraDefinition(Vector(0, 0, -256), Vector(0, 0, 0), Vector(0, 1, 0));
+    ParticleSystem* near = manager.createSystem("default");
+    near->position.set(0, 0, 0);
+    ParticleSystem* far = manager.createSystem("default");
+    far->position.set(5000, 0, 0);
+    manager.update(0.05f);
+    EXPECT_GT(near->getParticleCount(), 0);
+    EXPECT_EQ(far->getParticleCount(), 0);
+    manager.update(0.06f);
+    EXPECT_GT(far->getParticleCount(), 0) << "more than 0.1 s since its last step";
+    far->visible = false;
+    far->position.set(5000, 0, 0);
+    const int before = far->getParticleCount();
+    manager.update(0.05f);
+    EXPECT_NE(far->getParticleCount(), before) << "an invisible system is never culled";
+}
+
+class ParticleGameTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        Clock::install(&clock);
+        dir.write("maps/empty.xml", "<level><Objects/></level>");
+        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
+        game->startGameplay();
+        game->getTimer().start();
+        game->loadLevel("empty", "");
+    }
+    void TearDown() override
+    {
+        game.reset();
+        Clock::install(nullptr);
+    }
+    TempDir dir;
+    ManualClock clock{5000};
+    std::unique_ptr<Game> game;
+};
+
+TEST_F(ParticleGameTest, FramesAdvanceParticlesInFixedStepsOfOneHundredAndTwentiethOfASecond)
+{
+    ParticleSystem* s = game->getParticleManager()->createSystem("default");
+    s->systemLifeTime = 0.0f;
+    clock.advance(100);
+    game->runFrame();
+    // 0.1 s is twelve particle steps, give or take one for float rounding.
+    const float stepped = s->age / Game::particleStepSeconds;
+    EXPECT_NEAR(stepped, 12.0f, 1.01f);
+    EXPECT_NEAR(std::round(stepped) * Game::particleStepSeconds, s->age, 1e-4f);
+}
+
+TEST_F(ParticleGameTest, LevelChangeRemovesEverySystemAndFreesTheBodiesThatFollowedThem)
+{
+    ParticleManager& particles = *game->getParticleManager();
+    Body* player = game->getPlayer();
+    ASSERT_NE(player, nullptr);
+    ParticleSystem* aura = particles.createSystem("default");
+    player->attachParticleSystem(aura);
+    particles.createSystem("default");
+    EXPECT_EQ(player->getAttachedParticleSystemCount(), 1);
+    game->loadLevel("empty", "");
+    EXPECT_EQ(particles.getSystemCount(), 0);
+    EXPECT_EQ(player->getAttachedParticleSystemCount(), 0);
+    EXPECT_NE(particles.findDefinition("default"), nullptr);
+}
+
+TEST_F(ParticleGameTest, BodiesCarryAttachedSystemsAndLetThemFadeWhenDestroyed)
+{
+    ParticleManager& particles = *game->getParticleManager();
+    auto body = std::make_unique<GameBody>();
+    ParticleSystem* trail = particles.createSystem("default");
+    trail->systemLifeTime = 0.0f;
+    body->attachParticleSystem(trail);
+    body->renderpos.set(40, 50, 0);
+    body->moveAttachedParticleSystems();
+    EXPECT_FLOAT_EQ(trail->position.x, 40.0f);
+    EXPECT_FLOAT_EQ(trail->position.y, 50.0f);
+    body.reset();
+    EXPECT_TRUE(trail->getObservers().empty());
+    EXPECT_FALSE(trail->emitting);
+    for (int i = 0; i < 200 && particles.getSystemCount() > 0; ++i)
+        particles.update(Game::particleStepSeconds);
+    EXPECT_EQ(particles.getSystemCount(), 0) << "a let-go system ends on its own";
+}
+
+TEST_F(ParticleGameTest, SpawnTextShowsFloatingText)
+{
+    GameBody body;
+    body.spawnText(Vector(10, 20, 1), "Checkpoint", 12, true, 0.75f, "vera");
+    ParticleManager& particles = *game->getParticleManager();
+    ASSERT_EQ(particles.getSystemCount(), 1);
+    auto* text = dynamic_cast<TextParticleSystem*>(particles.getSystems().front().get());
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(text->text, "Checkpoint");
+    EXPECT_EQ(text->fontSize, 12);
+    EXPECT_TRUE(text->shadow);
+    EXPECT_FLOAT_EQ(text->scale, 0.75f);
+    EXPECT_EQ(text->font, "vera");
+    EXPECT_FLOAT_EQ(text->position.z, 1.2f);
+    EXPECT_EQ(text->getParticleCount(), 1);
+}

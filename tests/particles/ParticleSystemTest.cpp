@@ -1,0 +1,260 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+
+#include "particles/LightningParticleSystem.h"
+#include "particles/Particle.h"
+#include "particles/ParticleSystem.h"
+#include "particles/ParticleSystemObserver.h"
+#include "particles/TextParticleSystem.h"
+#include "particles/ParticleTestSupport.h"
+
+namespace {
+struct CountingObserver : ParticleSystemObserver {
+    void systemFinished(ParticleSystem*) override { ++calls; }
+    int calls = 0;
+};
+
+void configure(ParticleSystem& s, const ParticleSystemParams& p)
+{
+    s.params = &p;
+    s.maxParticles = p.maxParticles;
+    s.systemLifeTime = p.systemLifeTime;
+    s.init();
+}
+}
+
+class ParticleSystemTest : public ::testing::Test {
+protected:
+    void SetUp() override { std::srand(7); }
+};
+
+TEST_F(ParticleSystemTest, IntervalRuleEmitsAtFlowRateWhenStepsAreShorterThanTheInterval)
+{
+    // 50 per second in 0.01 s steps: floor(0.5) is 0 every step, so only
+    // the interval rule emits, once every other step.
+    auto p = steadyParams(50, 256, 10.0f);
+    ParticleSystem s;
+    configure(s, *p);
+    int previous = 0, maxPerStep = 0;
+    for (int i = 0; i < 100; ++i) {
+        ASSERT_TRUE(s.update(0.01f, false));
+        maxPerStep = std::max(maxPerStep, s.getParticleCount() - previous);
+        previous = s.getParticleCount();
+    }
+    EXPECT_NEAR(s.getParticleCount(), 50, 1);
+    EXPECT_EQ(maxPerStep, 1);
+}
+
+TEST_F(ParticleSystemTest, LongStepsEmitWholeBatches)
+{
+    auto p = steadyParams(100, 256, 10.0f);
+    ParticleSystem s;
+    configure(s, *p);
+    s.update(0.25f, false);
+    EXPECT_EQ(s.getParticleCount(), 25);
+}
+
+TEST_F(ParticleSystemTest, FullPoolEmitsNothingUntilAParticleDies)
+{
+    auto p = steadyParams(1000, 4, 0.1f);
+    ParticleSystem s;
+    configure(s, *p);
+    s.update(0.01f, false);
+    EXPECT_EQ(s.getParticleCount(), 4);
+    s.update(0.05f, false);
+    EXPECT_EQ(s.getParticleCount(), 4);
+    // Emission comes before the particles age, so the step in which all four
+    // die cannot refill the pool; the next one does.
+    s.update(0.06f, false);
+    EXPECT_EQ(s.getParticleCount(), 0);
+    s.update(0.01f, false);
+    EXPECT_EQ(s.getParticleCount(), 4);
+}
+
+TEST_F(ParticleSystemTest, StopEndsTheSystemAfterItsDelayEvenWithLiveParticles)
+{
+    auto p = steadyParams(100, 64, -1.0f);
+    ParticleSystem s;
+    configure(s, *p);
+    s.update(0.1f, false);
+    ASSERT_GT(s.getParticleCount(), 0);
+    s.stop(0.5f);
+    const int count = s.getParticleCount();
+    for (int i = 0; i < 4; ++i)
+        EXPECT_TRUE(s.update(0.1f, false)) << i;
+    EXPECT_EQ(s.getParticleCount(), count) << "a stopped system emits no more";
+    bool alive = s.update(0.1f, false);
+    alive = alive && s.update(0.1f, false);
+    EXPECT_FALSE(alive);
+
+    ParticleSystem endless;
+    configure(endless, *p);
+    endless.stop(0.0f);
+    EXPECT_FALSE(endless.update(0.01f, false)) << "stop without delay ends at the next step";
+}
+
+TEST_F(ParticleSystemTest, LifeTimesOfZero)
+{
+    // systemLifeTime 0: no age limit at all.
+    auto p = steadyParams(10, 8, 0.0f);
+    ParticleSystem s;
+    configure(s, *p);
+    for (int i = 0; i < 1000; ++i)
+        ASSERT_TRUE(s.update(0.1f, false));
+    // particleLifeTime 0: a particle dies in the step that emits it.
+    EXPECT_EQ(s.getParticleCount(), 0);
+    // -1 never dies by age.
+    p->particleLifeTime = -1.0f;
+    s.update(0.1f, false);
+    ASSERT_EQ(s.getParticleCount(), 1);
+    EXPECT_TRUE(s.getParticle(0).immortal);
+    for (int i = 0; i < 100; ++i)
+        s.update(0.1f, false);
+    EXPECT_EQ(s.getParticleCount(), 8);
+}
+
+TEST_F(ParticleSystemTest, SystemLifeTimeEndsTheSystemAndCulledStepsOnlyAge)
+{
+    auto p = steadyParams(100, 64, 10.0f);
+    p->systemLifeTime = 0.5f;
+    ParticleSystem s;
+    configure(s, *p);
+    EXPECT_TRUE(s.update(0.3f, true));
+    EXPECT_EQ(s.getParticleCount(), 0) << "a culled step neither emits nor moves";
+    EXPECT_FALSE(s.update(0.3f, true));
+}
+
+TEST_F(ParticleSystemTest, ParticleMovesRecoloursAndResizes)
+{
+    Particle q;
+    q.velocity.set(10, 0, 0);
+    q.acceleration.set(0, -10, 0);
+    q.setSize(4, 4);
+    q.setEndSize(8, 2);
+    q.setSizeVelocity();
+    q.colour.set(250, 10, 0, 100);
+    q.colourVel.set(100, -100, 0, 0);
+    q.lifeTime = 2.0f;
+    q.alive = true;
+    EXPECT_TRUE(q.update(0.5f));
+    EXPECT_FLOAT_EQ(q.position.x, 5.0f);
+    EXPECT_FLOAT_EQ(q.velocity.y, -5.0f);
+    EXPECT_FLOAT_EQ(q.colour.r, 255.0f) << "colours stay within 0..255";
+    EXPECT_FLOAT_EQ(q.colour.g, 0.0f);
+    EXPECT_FLOAT_EQ(q.width, 6.0f);
+    EXPECT_FLOAT_EQ(q.halfHeight, 1.5f);
+    EXPECT_FALSE(q.update(1.6f));
+}
+
+TEST_F(ParticleSystemTest, FaintParticlesAreNotDrawnAndGlowStepsFadeOut)
+{
+    RecordingRenderer r;
+    Particle q;
+    q.colour.set(255, 255, 255, 0.9f);
+    q.draw(r);
+    EXPECT_EQ(r.quads, 0);
+    q.colour.a = 200;
+    q.glowSteps = 3;
+    q.draw(r);
+    EXPECT_EQ(r.quads, 3);
+    EXPECT_EQ(r.alphas, (std::vector<float>{200, 134, 68}));
+}
+
+TEST_F(ParticleSystemTest, SystemDrawsItsParticlesInOneBatch)
+{
+    auto p = steadyParams(0, 8, 1.0f);
+    p->initialParticles = 5;
+    RecordingRenderer r;
+    ParticleSystem s;
+    s.renderer = &r;
+    configure(s, *p);
+    s.emitInitial();
+    s.draw();
+    EXPECT_EQ(r.batches, 1);
+    EXPECT_EQ(r.quads, 5);
+}
+
+TEST_F(ParticleSystemTest, SphereThrowsParticlesInEveryDirectionAtTheBaseSpeed)
+{
+    auto p = steadyParams(0, 200, 1.0f);
+    p->generationShape = "sphere";
+    p->vel.set(50, 50, 0);
+    p->initialParticles = 200;
+    ParticleSystem s;
+    configure(s, *p);
+    s.emitInitial();
+    ASSERT_EQ(s.getParticleCount(), 200);
+    int left = 0, up = 0;
+    for (int i = 0; i < 200; ++i) {
+        const Vector& v = s.getParticle(i).velocity;
+        EXPECT_NEAR(std::sqrt(v.x * v.x + v.y * v.y), 50.0f, 1e-3f);
+        left += v.x < 0;
+        up += v.y > 0;
+    }
+    EXPECT_GT(left, 60);
+    EXPECT_GT(up, 60);
+    EXPECT_FLOAT_EQ(s.getParticle(0).position.z, 2.0f);
+}
+
+TEST_F(ParticleSystemTest, LightningChainOverOneHundredUnitsHasFourLinkedSegments)
+{
+    auto p = steadyParams(0, 64, 0.2f);
+    LightningParticleSystem s;
+    configure(s, *p);
+    s.setEndpoints(Vector(0, 0, 0), Vector(100, 0, 0));
+    s.emitAlongSegment();
+    ASSERT_EQ(s.getParticleCount(), 4);
+    const float joints[] = {0, 32, 64, 96};
+    for (int i = 0; i < 4; ++i) {
+        const Particle& q = s.getParticle(i);
+        EXPECT_NEAR(q.position.x, joints[i], 1.0f) << i;
+        EXPECT_NEAR(q.position.y, 0.0f, 1.0f) << i;
+        EXPECT_GE(q.variant, 1);
+        EXPECT_LE(q.variant, 3);
+        if (i > 0) {
+            EXPECT_FLOAT_EQ(q.position.x, s.getParticle(i - 1).endPoint.x) << "segments join";
+            EXPECT_FLOAT_EQ(q.position.y, s.getParticle(i - 1).endPoint.y);
+        }
+    }
+    EXPECT_FLOAT_EQ(s.getParticle(3).endPoint.x, 100.0f);
+    // The bolt ends with its last segment.
+    EXPECT_TRUE(s.update(0.1f, false));
+    EXPECT_FALSE(s.update(0.2f, false));
+}
+
+TEST_F(ParticleSystemTest, LightningChainIsLimitedByThePool)
+{
+    auto p = steadyParams(0, 5, 0.2f);
+    LightningParticleSystem s;
+    configure(s, *p);
+    s.setEndpoints(Vector(0, 0, 0), Vector(1.0e6f, 0, 0));
+    s.emitAlongSegment();
+    EXPECT_EQ(s.getParticleCount(), 5);
+}
+
+TEST_F(ParticleSystemTest, TextSystemEmitsOnlyOnRequestAndEndsWithItsText)
+{
+    auto p = steadyParams(100, 4, 0.5f);
+    TextParticleSystem s;
+    configure(s, *p);
+    s.setEndpoints(Vector(10, 20, 0), Vector(10, 20, 0));
+    s.emitAlongSegment();
+    EXPECT_TRUE(s.update(0.25f, false));
+    EXPECT_EQ(s.getParticleCount(), 1) << "flow emission is paused";
+    EXPECT_FALSE(s.update(0.3f, false));
+}
+
+TEST_F(ParticleSystemTest, ObserversAreToldAndCanBeRemoved)
+{
+    ParticleSystem s;
+    CountingObserver a, b;
+    s.addObserver(&a);
+    s.addObserver(&a);
+    s.addObserver(&b);
+    s.removeObserver(&b);
+    s.notifyObservers();
+    EXPECT_EQ(a.calls, 1);
+    EXPECT_EQ(b.calls, 0);
+}

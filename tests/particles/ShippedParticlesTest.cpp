@@ -1,0 +1,54 @@
+// The shipped definitions file against the effect names the game starts: a
+// missing name would show the plain "default" sparkle in play, a missing
+// attribute or texture a broken effect.
+#include <gtest/gtest.h>
+
+#include <tinyxml.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "particles/ParticleSystemParams.h"
+
+namespace {
+std::string gameDir()
+{
+    const char* dir = std::getenv("BQ_GAME_DIR");
+    return dir ? dir : BQ_BUILT_GAME_DIR;
+}
+
+// Every effect name that weapons, projectiles, pickups, enemies, level logic,
+// the player and skies start.
+const char* const startedByTheGame[] = {
+    "bullethit", "spark", "tracer", "plasma", "lightning", "rail", "plasmabullet", "plasmahit", "swarmburst",
+    "rocketflame", "rocketflameenemy", "explosionshock", "explosionfire", "explosionspark", "bloodtrail",
+    "debugblood", "debugbloodsmall", "debugbloodexplosion", "smallbloodexplosion", "deathghost",
+    "itemrespawn2", "teleporter", "quadeffect", "invincibleeffect", "quadpickup", "megaquadpickup",
+    "invinciblepickup", "megahealth", "engineering", "watersplash", "text", "skyclouds", "skydust"};
+}
+
+TEST(ShippedParticlesTest, EveryEffectTheGameStartsIsDefinedCompletelyWithItsTexture)
+{
+    const std::string path = gameDir() + "/data/particles/particles.xml";
+    TiXmlDocument doc(path.c_str());
+    ASSERT_TRUE(doc.LoadFile()) << path;
+    ASSERT_NE(doc.FirstChildElement(), nullptr);
+    std::set<std::string> ids;
+    for (const TiXmlElement* e = doc.FirstChildElement()->FirstChildElement(); e; e = e->NextSiblingElement()) {
+        ParticleSystemParams p;
+        std::vector<std::string> missing;
+        p.read(*e, missing);
+        EXPECT_TRUE(missing.empty()) << p.id << " lacks " << missing.front();
+        EXPECT_TRUE(ids.insert(p.id).second) << p.id << " is defined twice";
+        if (!p.texture.empty())
+            EXPECT_TRUE(std::filesystem::exists(gameDir() + "/data/" + p.texture)) << p.id << ": " << p.texture;
+        else
+            EXPECT_EQ(p.id, "text") << "only floating text draws without a texture";
+        EXPECT_GT(p.maxParticles, 0) << p.id;
+    }
+    for (const char* name : startedByTheGame)
+        EXPECT_EQ(ids.count(name), 1u) << name;
+}

@@ -1,0 +1,374 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <string>
+
+#include "FakeMixer.h"
+#include "console/RegistryFixture.h"
+#include "console/CommandRegistry.h"
+#include "console/ConLine.h"
+#include "console/Console.h"
+#include "console/VariableRegistry.h"
+#include "core/Game.h"
+#include "render/NullRenderer.h"
+#include "resources/TempDir.h"
+#include "sound/NullSound.h"
+#include "sound/Sound.h"
+
+namespace {
+
+const std::string wav = "RIFF....WAVEfmt ";
+
+class SoundTest : public RegistryFixture {
+protected:
+    void SetUp() override
+    {
+        RegistryFixture::SetUp();
+        createVar("volume", "128", "");
+        createVar("soundfrequency", "44100", "");
+        createVar("soundchannels", "2", "");
+        createVar("soundbuffer", "1024", "");
+        // The game only lends its console, which receives the sound messages.
+        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
+        auto fake = std::make_unique<FakeMixer>();
+        mixer = fake.get();
+        sound = std::make_unique<Sound>(std::move(fake));
+    }
+    void TearDown() override
+    {
+        sound.reset();
+        game.reset();
+        RegistryFixture::TearDown();
+    }
+
+    void start() { ASSERT_TRUE(sound->initialise()); }
+    std::string lastConsoleLine() const
+    {
+        const auto& lines = game->getConsole()->getLines();
+        return lines.empty() ? "" : lines.back()->text;
+    }
+    int volumeVar() const { return findVar("volume")->intValue; }
+
+    TempDir dir;
+    std::unique_ptr<Game> game;
+    FakeMixer* mixer = nullptr;
+    std::unique_ptr<Sound> sound;
+};
+
+TEST_F(SoundTest, VolumeOutsideTheRangeIsRefusedWithAMessage)
+{
+    start();
+    run("setvolume 100");
+    EXPECT_EQ(sound->getVolume(), 100);
+    EXPECT_EQ(mixer->volumes[20], 100);
+
+    for (const char* bad : {"setvolume 129", "setvolume -1", "set volume 500"}) {
+        game->getConsole()->clear();
+        run(bad);
+        EXPECT_EQ(lastConsoleLine(), "Volume must be between 0 and 128") << bad;
+        EXPECT_EQ(sound->getVolume(), 100) << bad;
+        EXPECT_EQ(volumeVar(), 100) << bad;
+        EXPECT_EQ(mixer->volumes[20], 100) << bad;
+    }
+    run("setvolume 128");
+    EXPECT_EQ(sound->getVolume(), 128);
+    run("setvolume");
+    EXPECT_EQ(sound->getVolume(), 128);
+}
+
+TEST_F(SoundTest, VolumeUpAndDownClampToTheRange)
+{
+    start();
+    run("setvolume 127");
+    run("volumeup");
+    EXPECT_EQ(sound->getVolume(), 128);
+    run("volumeup 10");
+    EXPECT_EQ(sound->getVolume(), 128);
+    run("volumedown 500");
+    EXPECT_EQ(sound->getVolume(), 0);
+    run("volumeup 2147483647");
+    EXPECT_EQ(sound->getVolume(), 128);
+    run("volumedown");
+    EXPECT_EQ(sound->getVolume(), 127);
+}
+
+TEST_F(SoundTest, PositionalSoundsFadeLinearlyToSilenceAt480Units)
+{
+    dir.write("hum.wav", wav);
+    start();
+    sound->registerSound(32, -1, 100, true, "hum.wav");
+    sound->update(Vector(0, 0));
+    const int channel = sound->playIdAt(32, Vector(240, 0), -1);
+    ASSERT_GE(channel, 10);
+    EXPECT_EQ(mixer->volumes[channel], 64) << "volume is set as play starts";
+    EXPECT_TRUE(sound->getChannelInfo(channel).looping);
+    EXPECT_EQ(mixer->lastLoops, -1);
+
+    sound->update(Vector(0, 0));
+    EXPECT_EQ(mixer->volumes[channel], 64);
+    sound->update(Vector(240, 480));  // 480 away
+    EXPECT_EQ(mixer->volumes[channel], 0);
+    sound->update(Vector(-5000, 0));
+    EXPECT_EQ(mixer->volumes[channel], 0);
+    sound->update(Vector(240, 0));
+    EXPECT_EQ(mixer->volumes[channel], 128);
+}
+
+TEST_F(SoundTest, PlaySoundAtPlacesALoopInTheWorldAndStopSoundsEndsIt)
+{
+    dir.write("hum.wav", wav);
+    start();
+    sound->update(Vector(100, 100));
+    run("playsoundat hum.wav -1");
+    const int atListener = 10;
+    ASSERT_TRUE(mixer->busy[atListener]);
+    EXPECT_EQ(mixer->lastLoops, -1);
+    EXPECT_TRUE(sound->getSample("hum.wav")->positional);
+    run("playsoundat hum.wav 0 340 100");
+    const int away = 11;
+    ASSERT_TRUE(mixer->busy[away]);
+    sound->update(Vector(100, 100));
+    EXPECT_EQ(mixer->volumes[atListener], 128);
+    EXPECT_EQ(mixer->volumes[away], 64);
+
+    run("playsoundat");
+    EXPECT_EQ(lastConsoleLine(), "usage: playsoundat <file> [loops] [x y]");
+    run("playsoundat nothing.wav");
+    EXPECT_EQ(lastConsoleLine(), "Could not play nothing.wav");
+    run("stopsounds");
+    for (int i = 0; i < 32; ++i)
+        EXPECT_FALSE(mixer->busy[i]) << i;
+}
+
+TEST_F(SoundTest, PercentScalesPositionalSoundsOnlyAndNoPositionIsSafe)
+{
+    dir.write("near.wav", wav);
+    dir.write("ui.wav", wav);
+    start();
+    sound->registerSound(1, -1, 50, true, "near.wav");
+    sound->registerSound(2, -1, 50, false, "ui.wav");
+    const int near = sound->playIdAt(1, Vector(0, 0), 0);
+    const int ui = sound->playId(2, 0);
+    const float nan = std::nanf("");
+    const int lost = sound->playIdAt(1, Vector(nan, nan), 0);
+    sound->update(Vector(0, 0));
+    EXPECT_EQ(mixer->volumes[near], 64);
+    EXPECT_EQ(mixer->volumes[ui], 128);
+    EXPECT_EQ(mixer->volumes[lost], 0);
+}
+
+TEST_F(SoundTest, PlayByNameLoadsOnceAndSharesTheSample)
+{
+    dir.write("data/sounds/gui/MouseTick.wav", wav);
+    start();
+    const int first = sound->play("data/sounds/gui/MouseTick.wav", 0, 100);
+    EXPECT_GE(first, 10);
+    EXPECT_EQ(mixer->decodes, 1);
+    const int second = sound->play("data/sounds/gui/MouseTick.wav", 0, 100);
+    EXPECT_GE(second, 10);
+    EXPECT_NE(second, first);
+    EXPECT_EQ(mixer->decodes, 1);
+    EXPECT_EQ(sound->getSampleCount(), 1);
+    ASSERT_NE(sound->getSample("data/sounds/gui/MouseTick.wav"), nullptr);
+    EXPECT_EQ(sound->getSample("data/sounds/gui/MouseTick.wav")->id, -1);
+
+    EXPECT_EQ(sound->play("data/sounds/gui/missing.wav", 0, 100), -1);
+    EXPECT_EQ(sound->playAt(Vector(), "missing.wav", 0, 100), -1);
+    EXPECT_EQ(sound->play(7, 0), -1);
+    EXPECT_EQ(sound->play(-1, 0), -1);
+    EXPECT_EQ(sound->playId(999, 0), -1);
+    EXPECT_EQ(sound->getSampleCount(), 1);
+}
+
+TEST_F(SoundTest, PlayingChannelCountsAtTheLastUpdateCapNewSounds)
+{
+    dir.write("a.wav", wav);
+    start();
+    const int index = sound->loadSound("a.wav");
+    mixer->fillChannels(10);
+    sound->update(Vector());
+    EXPECT_EQ(sound->getPlayingCount(), 10);
+    EXPECT_GE(sound->play(index, 0), 10) << "10 playing is still allowed";
+    mixer->fillChannels(11);
+    sound->update(Vector());
+    EXPECT_EQ(sound->play(index, 0), -1);
+
+    mixer->busy.fill(false);
+    mixer->fillChannels(5);
+    sound->update(Vector());
+    EXPECT_GE(sound->playAt(Vector(), index, 0), 10);
+    mixer->fillChannels(6);
+    sound->update(Vector());
+    EXPECT_EQ(sound->playAt(Vector(), index, 0), -1);
+    EXPECT_GE(sound->play(index, 0), 10) << "plain play allows more than positional";
+}
+
+TEST_F(SoundTest, NamedChannelsCutOffTheirOwnSoundsAndStopChannelChecksItsRange)
+{
+    dir.write("cash.wav", wav);
+    start();
+    sound->registerSound(24, 4, 100, false, "cash.wav");
+    EXPECT_EQ(sound->playIdAt(24, Vector(5, 5), 0), 4);
+    EXPECT_EQ(sound->playIdAt(24, Vector(5, 5), 0), 4);
+    EXPECT_EQ(sound->playIdOnChannelAt(24, 2, Vector(), 0), 2);
+    EXPECT_EQ(sound->playIdOnChannelAt(24, 32, Vector(), 0), -1);
+    EXPECT_EQ(sound->playIdOnChannelAt(24, -2, Vector(), 0), -1);
+
+    sound->stopChannel(32);
+    sound->stopChannel(-1);
+    EXPECT_TRUE(mixer->busy[4]);
+    sound->stopChannel(4);
+    EXPECT_FALSE(mixer->busy[4]);
+    EXPECT_FALSE(sound->getChannelInfo(4).playing);
+}
+
+TEST_F(SoundTest, WithoutADeviceEverythingIsSilentUntilARestartSucceeds)
+{
+    dir.write("a.wav", wav);
+    mixer->acceptOpen = false;
+    EXPECT_FALSE(sound->initialise());
+    EXPECT_EQ(sound->getVolume(), 0);
+    const int index = sound->loadSound("a.wav");
+    EXPECT_EQ(index, 0) << "kept, to be decoded when a device opens";
+    EXPECT_EQ(mixer->decodes, 0);
+    EXPECT_EQ(sound->play(index, 0), -1);
+    EXPECT_EQ(sound->playAt(Vector(), index, 0), -1);
+    sound->update(Vector());
+    sound->stopChannel(3);
+    EXPECT_EQ(sound->loadSound("gone.wav"), -1) << "a missing file is still reported";
+
+    mixer->acceptOpen = true;
+    run("soundrestart");
+    EXPECT_TRUE(sound->isReady());
+    EXPECT_EQ(mixer->decodes, 1);
+    EXPECT_GE(sound->play(index, 0), 10);
+    EXPECT_EQ(sound->getVolume(), 128);
+
+    sound->closeAudio();
+    EXPECT_EQ(sound->play(index, 0), -1);
+}
+
+TEST_F(SoundTest, RestartFallsBackToTheLastSafeSettingsAndRedecodesOnAFormatChange)
+{
+    dir.write("a.wav", wav);
+    start();
+    sound->loadSound("a.wav");
+    EXPECT_EQ(mixer->decodes, 1);
+
+    EXPECT_TRUE(sound->restart(22050, 1, 2048));
+    EXPECT_EQ(mixer->spec.frequency, 22050);
+    EXPECT_EQ(mixer->decodes, 2) << "chunks are converted for the device format";
+    EXPECT_EQ(mixer->liveChunks, 1);
+
+    mixer->refusedFrequency = 11025;
+    EXPECT_TRUE(sound->restart(11025, 2, 512));
+    int volume, unused, frequency, channels, buffer;
+    sound->getSettings(volume, unused, frequency, channels, buffer);
+    EXPECT_EQ(frequency, 22050);
+    EXPECT_EQ(channels, 1);
+    EXPECT_EQ(buffer, 2048);
+    EXPECT_EQ(unused, 0);
+
+    // Absurd numbers never reach the device.
+    const int opens = mixer->opens;
+    EXPECT_TRUE(sound->restart(-5, 99, 1 << 30));
+    EXPECT_EQ(mixer->opens, opens + 1);
+    EXPECT_EQ(mixer->lastBufferSize, 2048);
+
+    sound->configure(40, 0, 44100, 2, 1024);
+    EXPECT_EQ(sound->getVolume(), 40);
+    EXPECT_EQ(mixer->spec.frequency, 44100);
+}
+
+TEST_F(SoundTest, UnusableSettingsAtStartUpFallBackToDefaults)
+{
+    setVar("soundfrequency", "0");
+    setVar("soundbuffer", "banana");
+    EXPECT_TRUE(sound->initialise());
+    EXPECT_EQ(mixer->spec.frequency, 44100);
+    EXPECT_EQ(mixer->lastBufferSize, 1024);
+}
+
+TEST_F(SoundTest, DefinitionsSkipBadEntriesAndShareSamplesByPath)
+{
+    dir.write("data/sounds/a.wav", wav);
+    dir.write("data/sounds/b.ogg", "OggS....");
+    dir.write("data/sounds/junk.wav", "not a sound");
+    dir.write("data/sounds/sounds.xml",
+              "<sounds>\n"
+              " <sound id=\"0\" path=\"data/sounds/a.wav\" channel=\"3\" volume=\"70\" positional=\"false\"/>\n"
+              " <sound id=\"1\" path=\"data/sounds/a.wav\" channel=\"-1\" volume=\"20\" positional=\"true\"/>\n"
+              " <sound id=\"2\" path=\"data/sounds/b.ogg\" positional=\"true\"/>\n"
+              " <sound id=\"x\" path=\"data/sounds/b.ogg\"/>\n"
+              " <sound id=\"-4\" path=\"data/sounds/b.ogg\"/>\n"
+              " <sound path=\"data/sounds/b.ogg\"/>\n"
+              " <sound id=\"5\" path=\"data/sounds/missing.wav\"/>\n"
+              " <sound id=\"6\" path=\"data/sounds/junk.wav\"/>\n"
+              " <sound id=\"7\"/>\n"
+              " <anything id=\"8\" path=\"data/sounds/b.ogg\" channel=\"77\" volume=\"900\" positional=\"TRUE\"/>\n"
+              "</sounds>\n");
+    start();
+    ASSERT_TRUE(sound->loadDefinitions("data/sounds/sounds.xml"));
+    EXPECT_EQ(sound->getSampleCount(), 2);
+    EXPECT_EQ(sound->findId(0), sound->findId(1)) << "same path, one sample";
+    const SoundSample* a = sound->getSample("data/sounds/a.wav");
+    ASSERT_NE(a, nullptr);
+    EXPECT_EQ(a->channel, 3);
+    EXPECT_EQ(a->volume, 70);
+    EXPECT_FALSE(a->positional);
+    const SoundSample* b = sound->getSample("data/sounds/b.ogg");
+    ASSERT_NE(b, nullptr);
+    EXPECT_EQ(b->channel, -1);
+    EXPECT_EQ(b->volume, 100);
+    EXPECT_TRUE(b->positional);
+    EXPECT_EQ(sound->findId(8), sound->findId(2));
+    for (int id : {5, 6, 7})
+        EXPECT_EQ(sound->findId(id), -1) << id;
+    EXPECT_EQ(sound->playIdAt(1, Vector(1000, 0), 0), 3) << "the first definition's channel wins";
+
+    EXPECT_FALSE(sound->loadDefinitions("data/sounds/none.xml"));
+    dir.write("broken.xml", "<sounds><sound id=");
+    EXPECT_FALSE(sound->loadDefinitions("broken.xml"));
+}
+
+std::string builtGameDir()
+{
+    const char* dir = std::getenv("BQ_GAME_DIR");
+    return dir ? dir : BQ_BUILT_GAME_DIR;
+}
+
+TEST_F(SoundTest, ShippedDefinitionsBindEveryIdTheGameUses)
+{
+    TempDir::run("ln -s '" + builtGameDir() + "/data' '" + dir.path + "/data'");
+    if (!std::ifstream("data/sounds/sounds.xml"))
+        GTEST_SKIP() << "generated media not found in " << builtGameDir();
+    start();
+    ASSERT_TRUE(sound->loadDefinitions("data/sounds/sounds.xml"));
+    for (int id = 0; id <= 42; ++id)
+        EXPECT_GE(sound->findId(id), 0) << "sound id " << id;
+    // Pickups and weapon handling are heard at the player whatever the
+    // position given; world sounds fade with distance.
+    sound->update(Vector(0, 0));
+    for (int id : {9, 10, 14, 16, 17, 18, 24, 25, 27, 29, 30}) {
+        const int channel = sound->playIdAt(id, Vector(5000, 0), 0);
+        ASSERT_GE(channel, 0) << id;
+        EXPECT_EQ(mixer->volumes[channel], 128) << id;
+        sound->stopChannel(channel);
+    }
+    for (int id : {0, 5, 6, 11, 19, 22, 32, 33, 37, 41}) {
+        const int channel = sound->playIdAt(id, Vector(5000, 0), 0);
+        ASSERT_GE(channel, 10) << id;
+        EXPECT_EQ(mixer->volumes[channel], 0) << id;
+        sound->stopChannel(channel);
+    }
+    for (const char* name : {"data/sounds/events/On3.wav", "data/sounds/events/Off3.wav",
+                             "data/sounds/gui/MouseTick.wav", "data/sounds/gui/MouseSquare.wav",
+                             "data/sounds/gui/SineHear.wav", "data/sounds/gui/MenuSmoothClose.wav",
+                             Sound::testSoundPath})
+        EXPECT_GE(sound->play(name, 0, 100), 0) << name;
+}
+
+}  // namespace
