@@ -57,6 +57,7 @@ Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
       console(std::make_unique<Console>()),
       particleManager(std::make_unique<ParticleManager>())
 {
+    guiManager->setVisible(true);
     particleManager->setRenderer(renderer.get());
     particleManager->init();
     inputManager.setGUI(guiManager.get());
@@ -358,6 +359,7 @@ void Game::pumpEvents()
 void Game::runFrame()
 {
     renderer->begin2D();
+    guiManager->draw(*renderer);
     console->draw();
     renderer->end2D();
     endFrame();

@@ -11,6 +11,7 @@
 #include "console/ConsolePrint.h"
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
+#include "gui/WidgetGallery.h"
 #include "particles/ParticleCommands.h"
 #include "world/body/Body.h"
 
@@ -64,6 +65,7 @@ void GameCommands::registerAll(Game& game)
     registerCommand("lock mouse in frame", "lockmouse", [] { SDL_WM_GrabInput(SDL_GRAB_ON); });
     registerCommand("unlock mouse from frame", "unlockmouse", [] { SDL_WM_GrabInput(SDL_GRAB_OFF); });
     registerCommand("debug res test", "resdbg", [&game] { game.changeVideoMode(1024, 768, false); });
+    registerCommand("debug gui: open the widget gallery", "guidbg", [&game] { WidgetGallery::open(game); });
 
     registerCommand("load a map", "map", [&game] {
         game.loadLevel(registry().argumentCount > 0 ? registry().arguments[0] : std::string("test.xml"), "");

@@ -1,0 +1,291 @@
+#include <gtest/gtest.h>
+
+#include <SDL.h>
+
+#include "gui/Button.h"
+#include "gui/Frame.h"
+#include "gui/GUITestSupport.h"
+#include "gui/ImageButton.h"
+#include "gui/Label.h"
+#include "gui/TextBox.h"
+#include "gui/WidgetGallery.h"
+
+namespace {
+// Logs its hover changes and drags into a shared list.
+class Probe : public GUIComponent {
+public:
+    Probe(std::string n, std::vector<std::string>& log) : log(log) { setName(std::move(n)); }
+    void onMouseEnter() override { log.push_back("enter " + getName()); }
+    void onMouseExit() override { log.push_back("exit " + getName()); }
+    void toggle() override { log.push_back("toggle " + getName()); }
+
+private:
+    std::vector<std::string>& log;
+};
+
+std::unique_ptr<Frame> frameAt(float x, float y, const std::string& name)
+{
+    auto f = std::make_unique<Frame>();
+    f->setBounds(x, y, 300.0f, 200.0f);
+    f->setName(name);
+    return f;
+}
+
+std::unique_ptr<Button> buttonAt(float relX, float relY, const std::string& name)
+{
+    auto b = std::make_unique<Button>();
+    b->setBounds(relX, relY, 100.0f, 30.0f);
+    b->setName(name);
+    b->setCommand("do_" + name);
+    return b;
+}
+}
+
+TEST(GUIComponentTest, ChildrenPlacedRelativeAndMovedWithParent)
+{
+    GUIComponent parent;
+    parent.setBounds(100.0f, 500.0f, 300.0f, 200.0f);
+    GUIComponent* child = parent.addRelative(buttonAt(10.0f, 40.0f, "b"));
+    EXPECT_FLOAT_EQ(child->getX(), 110.0f);
+    EXPECT_FLOAT_EQ(child->getY(), 460.0f);
+    parent.setPosition(0.0f, 400.0f);
+    EXPECT_FLOAT_EQ(child->getX(), 10.0f);
+    EXPECT_FLOAT_EQ(child->getY(), 360.0f);
+    EXPECT_EQ(child->getParent(), &parent);
+
+    EXPECT_TRUE(parent.contains(0.0f, 400.0f));
+    EXPECT_TRUE(parent.contains(300.0f, 200.0f));
+    EXPECT_FALSE(parent.contains(300.1f, 300.0f));
+    EXPECT_FALSE(parent.contains(100.0f, 199.0f));
+    EXPECT_TRUE(parent.intersects(250.0f, 250.0f, 100.0f, 100.0f));
+    EXPECT_FALSE(parent.intersects(301.0f, 250.0f, 100.0f, 100.0f));
+
+    auto taken = parent.removeChild(child, false);
+    EXPECT_EQ(taken.get(), child);
+    EXPECT_EQ(child->getParent(), nullptr);
+    EXPECT_TRUE(parent.getChildren().empty());
+    EXPECT_EQ(parent.removeChild(child, true), nullptr);
+}
+
+TEST(GUIComponentTest, KeepInsidePullsBackOnEachSide)
+{
+    GUIComponent box;
+    box.setBounds(0.0f, 100.0f, 100.0f, 100.0f);
+    GUIComponent* c = box.add(std::make_unique<GUIComponent>());
+    c->setBounds(-10.0f, 120.0f, 20.0f, 20.0f);
+    EXPECT_TRUE(box.keepInside(c));
+    EXPECT_FLOAT_EQ(c->getX(), 0.0f);
+    EXPECT_FLOAT_EQ(c->getY(), 100.0f);
+    c->setPosition(95.0f, 5.0f);
+    EXPECT_TRUE(box.keepInside(c));
+    EXPECT_FLOAT_EQ(c->getX(), 80.0f);
+    EXPECT_FLOAT_EQ(c->getY(), 20.0f);
+    EXPECT_FALSE(box.keepInside(c));
+}
+
+TEST(GUIComponentTest, FindComponentSearchesDepthFirst)
+{
+    GUIComponent root;
+    Frame* f = root.add(frameAt(0.0f, 500.0f, "menu"));
+    f->addRelative(buttonAt(10.0f, 40.0f, "ok"));
+    EXPECT_EQ(root.findComponent("menu"), f);
+    ASSERT_NE(root.findComponent("ok"), nullptr);
+    EXPECT_EQ(root.findComponent("ok")->getParent(), f);
+    EXPECT_EQ(root.findComponent("nothing"), nullptr);
+    EXPECT_EQ(root.findComponent(""), nullptr);
+}
+
+class GUIManagerTest : public GUITest {};
+
+TEST_F(GUIManagerTest, HitTestingFindsTheDeepestWidgetOfTheTopmostFrame)
+{
+    Frame* back = gui().getRoot().add(frameAt(100.0f, 500.0f, "back"));
+    Button* backButton = back->addRelative(buttonAt(50.0f, 50.0f, "backbutton"));
+    Frame* front = gui().getRoot().add(frameAt(120.0f, 480.0f, "front"));
+    // The first child is on top: "back" covers "front" where they overlap.
+    EXPECT_EQ(gui().getRoot().componentAt(200.0f, 430.0f), backButton);
+    EXPECT_EQ(gui().getRoot().componentAt(410.0f, 300.0f), front);
+    EXPECT_EQ(gui().getRoot().componentAt(10.0f, 10.0f), &gui().getRoot());
+    gui().getRoot().bringToFront(front);
+    EXPECT_EQ(gui().getRoot().componentAt(200.0f, 430.0f), front);
+    // Hidden widgets take no hits.
+    front->setEnabled(false);
+    EXPECT_EQ(gui().getRoot().componentAt(200.0f, 430.0f), backButton);
+    backButton->setEnabled(false);
+    EXPECT_EQ(gui().getRoot().componentAt(200.0f, 430.0f), back);
+}
+
+TEST_F(GUIManagerTest, HoverMovesFromOneButtonToTheNextInOneMotion)
+{
+    std::vector<std::string> log;
+    gui().getRoot().add(std::make_unique<Probe>("a", log))->setBounds(0.0f, 100.0f, 50.0f, 50.0f);
+    gui().getRoot().add(std::make_unique<Probe>("b", log))->setBounds(50.1f, 100.0f, 50.0f, 50.0f);
+    moveTo(10.0f, 80.0f);
+    moveTo(20.0f, 80.0f);
+    EXPECT_EQ(log, (std::vector<std::string>{"enter a"}));
+    moveTo(70.0f, 80.0f);
+    EXPECT_EQ(log, (std::vector<std::string>{"enter a", "enter b", "exit a"}));
+    EXPECT_EQ(gui().getHovered()->getName(), "b");
+    moveTo(400.0f, 400.0f);
+    EXPECT_EQ(log.back(), "exit b");
+    EXPECT_EQ(gui().getHovered(), &gui().getRoot());
+}
+
+TEST_F(GUIManagerTest, AClickFiresOnceAndAPressDraggedOffFiresNothing)
+{
+    Button* b = gui().getRoot().add(buttonAt(0.0f, 0.0f, "go"));
+    b->setBounds(100.0f, 300.0f, 100.0f, 30.0f);
+    listen(*b);
+    moveTo(150.0f, 285.0f);
+    press();
+    moveTo(400.0f, 100.0f);
+    release();
+    EXPECT_TRUE(actions.empty());
+    EXPECT_FALSE(b->isPressed());
+    EXPECT_TRUE(sound().played.empty());
+
+    clickAt(150.0f, 285.0f);
+    EXPECT_EQ(actions, (std::vector<std::string>{"do_go go"}));
+    EXPECT_EQ(sound().played, (std::vector<std::string>{"data/sounds/gui/MouseTick.wav 0 100"}));
+}
+
+TEST_F(GUIManagerTest, FocusingAWidgetRaisesItsFrame)
+{
+    Frame* first = gui().getRoot().add(frameAt(0.0f, 500.0f, "first"));
+    Frame* second = gui().getRoot().add(frameAt(400.0f, 500.0f, "second"));
+    Button* inSecond = second->addRelative(buttonAt(20.0f, 50.0f, "inner"));
+    Label* caption = first->addRelative(std::make_unique<Label>());
+    EXPECT_EQ(gui().getRoot().getChildren().front().get(), first);
+
+    clickAt(inSecond->getX() + 5.0f, inSecond->getY() - 5.0f);
+    EXPECT_EQ(gui().getFocus(), inSecond);
+    EXPECT_TRUE(inSecond->isFocused());
+    EXPECT_EQ(gui().getRoot().getChildren().front().get(), second);
+
+    // A label cannot hold the focus as such, but its frame still comes forward.
+    clickAt(caption->getX() + 5.0f, caption->getY() - 5.0f);
+    EXPECT_FALSE(inSecond->isFocused());
+    EXPECT_EQ(gui().getRoot().getChildren().front().get(), first);
+
+    gui().setFocus(&gui().getRoot());
+    EXPECT_EQ(gui().getFocus(), caption);
+}
+
+TEST_F(GUIManagerTest, FramesDragByTheirTitleBarOnlyAndStayOnScreen)
+{
+    Frame* f = gui().getRoot().add(frameAt(100.0f, 500.0f, "f"));
+    Button* b = f->addRelative(buttonAt(20.0f, 50.0f, "b"));
+    moveTo(200.0f, 490.0f);
+    press();
+    moveTo(250.0f, 470.0f);
+    release();
+    EXPECT_FLOAT_EQ(f->getX(), 150.0f);
+    EXPECT_FLOAT_EQ(f->getY(), 480.0f);
+    EXPECT_FLOAT_EQ(b->getX(), 170.0f);
+    EXPECT_FLOAT_EQ(b->getY(), 430.0f);
+
+    // A press on the body is no handle.
+    moveTo(300.0f, 320.0f);
+    press();
+    moveTo(350.0f, 200.0f);
+    release();
+    EXPECT_FLOAT_EQ(f->getX(), 150.0f);
+
+    // Dragged far off the top-left, the frame stops at the window's edges.
+    moveTo(200.0f, 470.0f);
+    press();
+    moveTo(-500.0f, 2000.0f);
+    release();
+    EXPECT_FLOAT_EQ(f->getX(), 0.0f);
+    EXPECT_FLOAT_EQ(f->getY(), static_cast<float>(screenH));
+    EXPECT_FLOAT_EQ(b->getX(), 20.0f);
+}
+
+TEST_F(GUIManagerTest, KeysGoToTheFocusAndEscapeClosesItsFrame)
+{
+    Frame* f = gui().getRoot().add(frameAt(100.0f, 500.0f, "f"));
+    auto box = std::make_unique<TextBox>();
+    box->setBounds(10.0f, 40.0f, 150.0f, 24.0f);
+    TextBox* text = f->addRelative(std::move(box));
+    text->setText("");
+    clickAt(text->getX() + 5.0f, text->getY() - 5.0f);
+    key(SDLK_h);
+    key(SDLK_i, KMOD_LSHIFT);
+    EXPECT_EQ(text->getText(), "hI");
+
+    // The text box has no use for Escape: its frame closes, and keys then
+    // fall through to the root (which, with no level, leaves the GUI up).
+    key(SDLK_ESCAPE);
+    EXPECT_FALSE(f->isEnabled());
+    key(SDLK_ESCAPE);
+    EXPECT_TRUE(gui().isVisible());
+    key(SDLK_j);
+    EXPECT_EQ(text->getText(), "hI");
+}
+
+TEST_F(GUIManagerTest, TheCloseButtonHidesItsFrameWithItsOwnSound)
+{
+    Frame* f = gui().getRoot().add(frameAt(100.0f, 500.0f, "f"));
+    ASSERT_NE(f->getCloseButton(), nullptr);
+    EXPECT_FLOAT_EQ(f->getCloseButton()->getX(), 380.0f);
+    EXPECT_FLOAT_EQ(f->getCloseButton()->getY(), 493.0f);
+    clickAt(385.0f, 488.0f);
+    EXPECT_FALSE(f->isEnabled());
+    EXPECT_EQ(sound().played, (std::vector<std::string>{"data/sounds/gui/MenuSmoothClose.wav 0 100"}));
+    // Closed, it takes no more hits.
+    EXPECT_EQ(gui().getRoot().componentAt(200.0f, 400.0f), &gui().getRoot());
+}
+
+TEST_F(GUIManagerTest, DeletedWidgetsLeaveNoHoverOrFocusBehind)
+{
+    Frame* f = gui().getRoot().add(frameAt(100.0f, 500.0f, "f"));
+    Button* b = f->addRelative(buttonAt(20.0f, 50.0f, "b"));
+    moveTo(b->getX() + 5.0f, b->getY() - 5.0f);
+    press();
+    ASSERT_EQ(gui().getFocus(), b);
+    gui().getRoot().removeChild(f, true);
+    release();
+    moveTo(10.0f, 10.0f);
+    key(SDLK_a);
+    EXPECT_EQ(gui().getFocus(), &gui().getRoot());
+}
+
+TEST_F(GUIManagerTest, GainingAndLosingTheInputTogglesTheMainInterface)
+{
+    std::vector<std::string> log;
+    gui().getRoot().add(std::make_unique<Probe>("maininterface", log));
+    game.getInputManager().setTarget("console");
+    game.getInputManager().setTarget("gui");
+    EXPECT_EQ(log, (std::vector<std::string>{"toggle maininterface", "toggle maininterface"}));
+}
+
+TEST_F(GUIManagerTest, ScreenSizeMakesTheRootCoverTheWindow)
+{
+    gui().setScreenSize(1920, 1080);
+    const GUIComponent& root = gui().getRoot();
+    EXPECT_FLOAT_EQ(root.getX(), 0.0f);
+    EXPECT_FLOAT_EQ(root.getY(), 1080.0f);
+    EXPECT_FLOAT_EQ(root.getWidth(), 1920.0f);
+    EXPECT_FLOAT_EQ(root.getHeight(), 1080.0f);
+}
+
+TEST_F(GUIManagerTest, TheGalleryOpensOnceWithEveryWidgetAndTakesTheInput)
+{
+    game.getInputManager().setCurrentTarget("game");
+    gui().setVisible(false);
+    WidgetGallery* g = WidgetGallery::open(game);
+    ASSERT_NE(g, nullptr);
+    EXPECT_TRUE(gui().isVisible());
+    EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
+    EXPECT_EQ(gui().getFocus(), g);
+    for (const char* name : {"button", "imagebutton", "textbox", "valuebox", "keybindbox", "slider", "clock",
+                             "picture", "transframe", "textcontainer", "listbox", "textarea", "textview"})
+        EXPECT_NE(g->findComponent(name), nullptr) << name;
+    g->close();
+    EXPECT_EQ(WidgetGallery::open(game), g);
+    EXPECT_TRUE(g->isEnabled());
+    EXPECT_EQ(gui().getRoot().getChildren().size(), 1u);
+    // Centred in the 800 x 600 window.
+    EXPECT_FLOAT_EQ(g->getX(), 90.0f);
+    EXPECT_FLOAT_EQ(g->getY(), 530.0f);
+}
