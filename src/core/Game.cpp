@@ -321,16 +321,33 @@ void Game::runCommandLine(bool settingsOnly)
     }
 }
 
+void Game::updateKeyRepeat()
+{
+    // Typing wants held keys to repeat; playing does not: a repeated press
+    // would run its binding again, and the window system has been seen to
+    // keep repeating a key after its release.
+    const bool wanted = inputManager.getCurrentTarget() != "game";
+    if (wanted == keyRepeatOn)
+        return;
+    keyRepeatOn = wanted;
+    if (wanted)
+        SDL_EnableKeyRepeat(500, 30);
+    else
+        SDL_EnableKeyRepeat(0, 0);
+}
+
 void Game::pumpEvents()
 {
     if (terminateSignalled)
         quitRequested = true;
     SDL_Event event;
+    updateKeyRepeat();
     while (SDL_PollEvent(&event)) {
         switch (event.type) {
         case SDL_KEYDOWN:
             inputManager.setModifiers(event.key.keysym.mod);
             inputManager.keyEvent(true, event.key.keysym.sym, event.key.keysym.unicode);
+            updateKeyRepeat();
             break;
         case SDL_KEYUP:
             inputManager.setModifiers(event.key.keysym.mod);

@@ -168,6 +168,8 @@ public:
 
     // Runs the event pump until the queue is empty.
     void pumpEvents();
+    // Key repeat on for the console and menus, off while playing.
+    void updateKeyRepeat();
     // Console commands given on the command line ("+map test +exec x.txt").
     void setCommandLine(int argc, char** argv);
     const std::vector<std::string>& getCommandLineCommands() const { return commandLineCommands; }
@@ -256,6 +258,7 @@ protected:
     void drawPausedImage();
     void interpolateBodies();
     bool noclip = false;
+    bool keyRepeatOn = true;
     bool cameraSettled = false;
     std::string skyFile;
 
