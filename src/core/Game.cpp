@@ -28,6 +28,7 @@
 #include "render/ImageFontRenderer.h"
 #include "resources/ResourceManager.h"
 #include "render/Renderer.h"
+#include "render/SimpleFadeOverlay.h"
 #include "render/SkyManager.h"
 #include "sound/ISound.h"
 #include "sound/NullSound.h"
@@ -113,6 +114,7 @@ bool Game::init()
     sound->loadDefinitions("data/sounds/sounds.xml");
     timer.start();
     particleManager->loadDefinitions("data/particles/particles.xml");
+    skyManager->setParticleManager(particleManager.get());
     if (FontRenderer* fonts = renderer->getFontRenderer()) {
         fonts->setRenderer(renderer.get());
         if (!fonts->init()) {
@@ -418,6 +420,12 @@ void Game::runFrame()
         updateWorld();
         drawWorld();
     }
+    if (overlay) {
+        overlay->update(timer.frameTime());
+        overlay->draw(*renderer, timer.frameTime());
+        if (overlay->isDone())
+            clearOverlay();
+    }
     drawGameplayOverlay();
 }
 
@@ -630,6 +638,8 @@ void Game::drawWorld()
 
 void Game::drawScene(bool bloomPass)
 {
+    if (!bloomPass && drawsky && drawsky->intValue != 0 && !showMap)
+        skyManager->draw(*renderer, renderer->getCamera(), timer.frameTime());
     drawBodies();
     if (bloomPass)
         return;
@@ -705,7 +715,11 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
         addBody(player, false);
         addActiveBody(player);
     }
-    // The sky manager hears of the new level here once it exists.
+    // A level that names no sky still gets one rather than a black void.
+    if (!skyManager->getCurrentSky())
+        skyManager->loadSky(SkyManager::defaultSky);
+    skyManager->loadSky("data/sky/hcsky1.xml");
+    skyManager->loadSky("data/sky/hcsky2.xml");
     if (gameplay) {
         gameplay->startLevel(entry);
         // The spawn point moved the player: index it where it now stands.
@@ -746,6 +760,7 @@ void Game::unloadLevel()
     bodyIterNext = activeBodies.end();
     quadTree.clear();
     particleManager->removeAllSystems();
+    skyManager->clear();
     worldRunning = false;
     levelLoaded = false;
     nextBodyId = 2;
@@ -909,8 +924,8 @@ void Game::requestLoad(const std::string& name)
     startFade();
 }
 
-void Game::clearOverlay() {}
-void Game::startFade() {}
+void Game::clearOverlay() { overlay.reset(); }
+void Game::startFade() { overlay = std::make_unique<SimpleFadeOverlay>(1.0f); }
 
 void Game::pause()
 {

@@ -26,6 +26,7 @@ class IGameplay;
 class IRenderer;
 class ISound;
 class SkyManager;
+class SimpleFadeOverlay;
 class ParticleManager;
 
 class Game {
@@ -202,6 +203,8 @@ protected:
     std::unique_ptr<IRenderer> renderer;
     std::unique_ptr<GUIManager> guiManager;
     std::unique_ptr<SkyManager> skyManager;
+    // The full-window fade after level and save-game requests; null when none.
+    std::unique_ptr<SimpleFadeOverlay> overlay;
     InputManager inputManager;
     std::unique_ptr<Console> console;
     std::unique_ptr<GameInput> gameInput;

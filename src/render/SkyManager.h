@@ -1,16 +1,28 @@
 #pragma once
 // The skies behind the levels: every sky file a level names is loaded once
 // and kept until the level is cleared; exactly one is current once any is
-// loaded. Level bodies and the "sky" command select skies through here.
+// loaded. Level bodies and the "sky" command select skies through here, and a
+// switch fades the new sky in from black.
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "render/BaseSky.h"
+#include "render/SimpleFadeOverlay.h"
+
 class IRenderer;
+class ParticleManager;
 class Vector;
 
 class SkyManager {
 public:
-    virtual ~SkyManager() = default;
+    // What a level that names no sky shows, and what "sky" alone selects.
+    static constexpr const char* defaultSky = "data/sky/default.xml";
+
+    SkyManager();
+    SkyManager(const SkyManager&) = delete;
+    SkyManager& operator=(const SkyManager&) = delete;
+    virtual ~SkyManager();
 
     // Makes a loaded sky current (with the fade in); a sky not loaded is
     // reported and the current one stays.
@@ -28,11 +40,22 @@ public:
     // before the bodies.
     virtual void draw(IRenderer& renderer, const Vector& camera, float frameTime);
 
-    static std::string pathForShortName(const std::string& name) { return "data/sky/" + name + ".xml"; }
-    const std::string& getCurrentPath() const { return current; }
+    // Adds the folder and extension a short name lacks.
+    static std::string pathForShortName(const std::string& name);
+    // Where the skies' particle systems are created; none means no particles.
+    void setParticleManager(ParticleManager* manager) { particles = manager; }
+    const std::string& getCurrentPath() const;
     bool isLoaded(const std::string& path) const;
+    BaseSky* getCurrentSky() const { return current; }
+    const SimpleFadeOverlay* getFade() const { return fade.get(); }
+    size_t getSkyCount() const { return skies.size(); }
 
 private:
-    std::vector<std::string> loaded;
-    std::string current;
+    BaseSky* find(const std::string& path) const;
+    void makeCurrent(BaseSky* sky);
+
+    std::vector<std::unique_ptr<BaseSky>> skies;
+    BaseSky* current = nullptr;
+    std::unique_ptr<SimpleFadeOverlay> fade;
+    ParticleManager* particles = nullptr;
 };

@@ -1,0 +1,35 @@
+#include "render/SkyQuad.h"
+
+#include <algorithm>
+
+SkyQuad::SkyQuad()
+{
+    for (size_t i = 0; i < maxCorners; ++i)
+        addCorner(0.0f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f);
+}
+
+void SkyQuad::stepComponent(float& value, float& velocity, float amount, float lo, float hi)
+{
+    value += amount;
+    if (value > hi) {
+        value = hi;
+        velocity = -velocity;
+    } else if (value < lo) {
+        value = lo;
+        velocity = -velocity;
+    }
+}
+
+void SkyQuad::advanceCorner(size_t corner, float dt, float alphaWeight)
+{
+    if (corner >= corners.size())
+        return;
+    Vertex& v = *corners[corner];
+    RGBAColour& vel = velocities[corner];
+    stepComponent(v.r, vel.r, vel.r * dt, minColour.r, maxColour.r);
+    stepComponent(v.g, vel.g, vel.g * dt, minColour.g, maxColour.g);
+    stepComponent(v.b, vel.b, vel.b * dt, minColour.b, maxColour.b);
+    stepComponent(v.a, vel.a, vel.a * dt * alphaWeight, minColour.a, maxColour.a);
+}
+
+int SkyQuad::passCount() const { return glow ? std::max(glowSteps, 1) : 1; }
