@@ -641,10 +641,10 @@ void Game::drawScene(bool bloomPass)
     if (!bloomPass && drawsky && drawsky->intValue != 0 && !showMap)
         skyManager->draw(*renderer, renderer->getCamera(), timer.frameTime());
     drawBodies();
-    if (bloomPass)
-        return;
     if (drawparticles && drawparticles->intValue != 0)
         particleManager->draw();
+    if (bloomPass)
+        return;
     if (drawgrid && drawgrid->intValue > 0) {
         renderer->setTexturing(false);
         renderer->setBlending(false);

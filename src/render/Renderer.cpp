@@ -30,6 +30,8 @@ constexpr double farPlane = 4096.0;
 constexpr double framePerspective = 90.0;
 constexpr float movieFrameMs = 125.0f;
 constexpr int lastCaptureNumber = 9999;
+// Each of the four glow copies adds a tenth of the capture.
+constexpr float glowCopyWeight = 0.1f;
 
 GLubyte toByte(float v)
 {
@@ -296,9 +298,11 @@ void Renderer::unloadTexture(const std::string& name) { textures.unload(name); }
 
 void Renderer::reloadResources()
 {
-    if (glowTexture != 0) {
-        glDeleteTextures(1, &glowTexture);
-        glowTexture = 0;
+    for (unsigned int* tex : {&glowTexture, &glowSumTexture}) {
+        if (*tex != 0) {
+            glDeleteTextures(1, tex);
+            *tex = 0;
+        }
     }
     createGlowTexture(256, 256);
     textures.unloadAll();
@@ -754,6 +758,14 @@ void Renderer::drawBody(Body& body)
         setBlending(false);
     }
 
+    // Only glowing bodies light the glow capture; the rest hide what is
+    // behind them there, so the picture around them stays sharp.
+    const bool darkenCapture = capturing && !body.hasGlow;
+    if (darkenCapture) {
+        setBlending(true);
+        glBlendFunc(GL_ZERO, GL_ONE_MINUS_SRC_ALPHA);
+    }
+
     const bool liquid = body.isLiquid();
     if (liquid) {
         float shiftU = 0.0f, shiftV = 0.0f, scaleU = 1.0f, scaleV = 1.0f;
@@ -785,6 +797,8 @@ void Renderer::drawBody(Body& body)
     }
 
     glPopMatrix();
+    if (darkenCapture)
+        setAlphaBlend();
     if (liquid) {
         glMatrixMode(GL_TEXTURE);
         glLoadIdentity();
@@ -872,14 +886,15 @@ void Renderer::createTexture(unsigned int& id, int w, int h)
 void Renderer::createGlowTexture(int w, int h)
 {
     createTexture(glowTexture, w, h);
+    createTexture(glowSumTexture, w, h);
     glowWidth = w;
     glowHeight = h;
 }
 
-void Renderer::emitScreenQuad(int, int, float dx, float dy)
+void Renderer::emitScreenQuad(int areaWidth, int areaHeight, float dx, float dy)
 {
-    const float w = static_cast<float>(width);
-    const float h = static_cast<float>(height);
+    const float w = static_cast<float>(areaWidth);
+    const float h = static_cast<float>(areaHeight);
     glTexCoord2f(0.0f, 0.0f);
     glVertex2f(dx, h + dy);
     glTexCoord2f(0.0f, -1.0f);
@@ -901,8 +916,51 @@ void Renderer::endCapture()
     glBindTexture(GL_TEXTURE_2D, glowTexture);
     glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 0, 0, glowWidth, glowHeight, 0);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    sumGlowCopies();
     glViewport(0, 0, width, height);
     capturing = false;
+}
+
+void Renderer::sumGlowCopies()
+{
+    // The corner of the window is still scratch space here: add the four
+    // offset copies at the capture's size, keep the sum, clear the corner.
+    const int blur = varInt(bloomBlurPixels);
+    const float d = blur != 0 ? static_cast<float>(blur) : 4.0f;
+    const float dx = d * static_cast<float>(glowWidth) / static_cast<float>(std::max(width, 1));
+    const float dy = d * static_cast<float>(glowHeight) / static_cast<float>(std::max(height, 1));
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    glLoadIdentity();
+    glOrtho(0.0, glowWidth, 0.0, glowHeight, -1.0, 1.0);
+    glMatrixMode(GL_MODELVIEW);
+    glPushMatrix();
+    glLoadIdentity();
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_TEXTURE_GEN_S);
+    glDisable(GL_TEXTURE_GEN_T);
+    setTexturing(true);
+    setBlending(true);
+    setAdditiveBlend();
+    glColor4f(1.0f, 1.0f, 1.0f, glowCopyWeight);
+    glBindTexture(GL_TEXTURE_2D, glowTexture);
+    glBegin(GL_QUADS);
+    emitScreenQuad(glowWidth, glowHeight, dx, dy);
+    emitScreenQuad(glowWidth, glowHeight, -dx, dy);
+    emitScreenQuad(glowWidth, glowHeight, -dx, -dy);
+    emitScreenQuad(glowWidth, glowHeight, dx, -dy);
+    glEnd();
+    glBindTexture(GL_TEXTURE_2D, glowSumTexture);
+    glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, glowWidth, glowHeight);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glEnable(GL_DEPTH_TEST);
+    glPopMatrix();
+    glMatrixMode(GL_PROJECTION);
+    glPopMatrix();
+    glMatrixMode(GL_MODELVIEW);
+    setAlphaBlend();
+    glBindTexture(GL_TEXTURE_2D, 0);
+    currentTextureId = -1;
 }
 
 void Renderer::drawGlow()
@@ -913,15 +971,10 @@ void Renderer::drawGlow()
     setAdditiveBlend();
     setBlending(true);
     begin2D();
-    glColor4f(1.0f, 1.0f, 1.0f, 0.1f);
-    const int blur = varInt(bloomBlurPixels);
-    const float d = blur != 0 ? static_cast<float>(blur) : 4.0f;
-    glBindTexture(GL_TEXTURE_2D, glowTexture);
+    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    glBindTexture(GL_TEXTURE_2D, glowSumTexture);
     glBegin(GL_QUADS);
-    emitScreenQuad(width, height, d, d);
-    emitScreenQuad(width, height, -d, d);
-    emitScreenQuad(width, height, -d, -d);
-    emitScreenQuad(width, height, d, -d);
+    emitScreenQuad(width, height, 0.0f, 0.0f);
     glEnd();
     end2D();
     setTexturing(false);

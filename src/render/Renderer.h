@@ -128,6 +128,8 @@ public:
     void createGlowTexture(int w, int h);
     // Four vertices covering the window, shifted by (dx, dy); uses the stored size.
     void emitScreenQuad(int w, int h, float dx, float dy);
+    // Adds the four offset copies of the capture into glowSumTexture.
+    void sumGlowCopies();
 
     // Starts a new counting second for the frame-rate counter.
     void resetFpsCounter();
@@ -189,6 +191,9 @@ private:
     int height = 480;
     Frustum frustum;
     unsigned int glowTexture = 0;
+    // The four offset copies of glowTexture summed at its own size, so the
+    // window gets one full-screen quad instead of four.
+    unsigned int glowSumTexture = 0;
     int glowWidth = 256;
     int glowHeight = 256;
     bool capturing = false;
