@@ -159,12 +159,15 @@ void BaseSky::draw(IRenderer& renderer, const Vector& camera, float frameTime)
     renderer.setBlending(true);
     for (const auto& rect : rects) {
         renderer.setTexturing(rect->textured);
+        // Blending a rectangle that covers what is behind it only costs time.
+        renderer.setBlending(rect->blendStyle == 1 || !rect->isOpaque());
         if (rect->blendStyle == 1)
             renderer.setAdditiveBlend();
         else
             renderer.setAlphaBlend();
         drawRect(renderer, frameTime, *rect);
     }
+    renderer.setBlending(true);
     renderer.setAlphaBlend();
     if (lensFlareOn)
         lensFlare.draw(renderer);

@@ -915,10 +915,22 @@ void Renderer::endCapture()
 {
     glBindTexture(GL_TEXTURE_2D, glowTexture);
     glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 0, 0, glowWidth, glowHeight, 0);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    clearGlowCorner();
     sumGlowCopies();
     glViewport(0, 0, width, height);
     capturing = false;
+}
+
+void Renderer::clearGlowCorner()
+{
+    // Only the corner was drawn into; clearing the whole window would cost
+    // as much as a full-screen quad on a software rasteriser.
+    const GLboolean scissorWasOn = glIsEnabled(GL_SCISSOR_TEST);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(0, 0, glowWidth, glowHeight);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    if (!scissorWasOn)
+        glDisable(GL_SCISSOR_TEST);
 }
 
 void Renderer::sumGlowCopies()
@@ -952,7 +964,7 @@ void Renderer::sumGlowCopies()
     glEnd();
     glBindTexture(GL_TEXTURE_2D, glowSumTexture);
     glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, glowWidth, glowHeight);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    clearGlowCorner();
     glEnable(GL_DEPTH_TEST);
     glPopMatrix();
     glMatrixMode(GL_PROJECTION);

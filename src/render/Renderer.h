@@ -130,6 +130,7 @@ public:
     void emitScreenQuad(int w, int h, float dx, float dy);
     // Adds the four offset copies of the capture into glowSumTexture.
     void sumGlowCopies();
+    void clearGlowCorner();
 
     // Starts a new counting second for the frame-rate counter.
     void resetFpsCounter();

@@ -33,3 +33,13 @@ void SkyQuad::advanceCorner(size_t corner, float dt, float alphaWeight)
 }
 
 int SkyQuad::passCount() const { return glow ? std::max(glowSteps, 1) : 1; }
+
+bool SkyQuad::isOpaque() const
+{
+    if (textured || passCount() != 1 || minColour.a < 255.0f)
+        return false;
+    for (const auto& c : corners)
+        if (c->a < 255.0f)
+            return false;
+    return true;
+}

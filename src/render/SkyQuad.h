@@ -31,6 +31,8 @@ public:
     void advanceCorner(size_t corner, float dt, float alphaWeight);
     // Passes drawn per frame: glowSteps when glowing, else one.
     int passCount() const;
+    // Untextured, one pass, and every corner's alpha pinned at 255 or more.
+    bool isOpaque() const;
 
     // One component's step: bounces `value` between lo and hi by flipping `velocity`.
     static void stepComponent(float& value, float& velocity, float amount, float lo, float hi);

@@ -1,0 +1,135 @@
+// Whole frames on the real renderer (run under a display, e.g. xvfb-run, with
+// LP_NUM_THREADS=1 for the software rasteriser): the test level with its sky,
+// bodies and particles, with and without the glow pass, against an empty
+// frame (clear and swap) and a single full-screen textured additive quad.
+// Run from the game directory or pass it in BQ_GAME_DIR.
+#include <benchmark/benchmark.h>
+
+#include <SDL.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <memory>
+
+#include "console/GameVar.h"
+#include "console/VariableRegistry.h"
+#include "core/Game.h"
+#include "render/IRenderer.h"
+#include "resources/GameDirectories.h"
+#include "resources/ResourceManager.h"
+
+namespace {
+
+Game* startGame()
+{
+    static Game* game = [] () -> Game* {
+        if (const char* dir = std::getenv("BQ_GAME_DIR"))
+            if (chdir(dir) != 0)
+                return nullptr;
+        if (!std::getenv("DISPLAY"))
+            return nullptr;
+        const GameDirectories directories = GameDirectories::forThisProcess();
+        directories.enter();
+        directories.addDataSearch(ResourceManager::instance());
+        static char name[] = "framebench";
+        static char* argv[] = {name, const_cast<char*>("+set"), const_cast<char*>("vidwidth"), const_cast<char*>("1280"),
+                               const_cast<char*>("+set"), const_cast<char*>("vidheight"), const_cast<char*>("720"),
+                               const_cast<char*>("+set"), const_cast<char*>("vidfullscreen"), const_cast<char*>("0"),
+                               const_cast<char*>("+map"), const_cast<char*>("test")};
+        auto* g = new Game;
+        g->setCommandLine(static_cast<int>(sizeof argv / sizeof argv[0]), argv);
+        if (!g->init())
+            return nullptr;
+        // Settle the level (fades, sky particles) before measuring.
+        for (int i = 0; i < 120; ++i) {
+            g->pumpEvents();
+            g->runFrame();
+        }
+        return g;
+    }();
+    return game;
+}
+
+void setBloom(int on)
+{
+    if (GameVar* v = findVar("drawbloom"))
+        v->setInt(on);
+}
+
+void BM_EmptyFrame(benchmark::State& state)
+{
+    Game* game = startGame();
+    if (!game) {
+        state.SkipWithError("no display or game directory");
+        return;
+    }
+    IRenderer& r = *game->getRenderer();
+    for (auto _ : state) {
+        r.beginFrame();
+        r.endFrame();
+    }
+}
+BENCHMARK(BM_EmptyFrame)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+
+void BM_FullScreenQuad(benchmark::State& state)
+{
+    Game* game = startGame();
+    if (!game) {
+        state.SkipWithError("no display or game directory");
+        return;
+    }
+    IRenderer& r = *game->getRenderer();
+    for (auto _ : state) {
+        r.beginFrame();
+        r.begin2D();
+        r.setTexturing(true);
+        r.setBlending(true);
+        r.setAdditiveBlend();
+        r.bindTexture("data/images/skyclouds.png");
+        r.setColour(255.0f, 255.0f, 255.0f, 128.0f);
+        r.drawQuad(0.0f, static_cast<float>(r.getHeight()), 0.0f, static_cast<float>(r.getWidth()),
+                   static_cast<float>(r.getHeight()));
+        r.end2D();
+        r.endFrame();
+    }
+}
+BENCHMARK(BM_FullScreenQuad)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+
+// The glow pass alone over an empty frame: capture, sum, one full-window quad.
+void BM_GlowPassOnly(benchmark::State& state)
+{
+    Game* game = startGame();
+    if (!game) {
+        state.SkipWithError("no display or game directory");
+        return;
+    }
+    IRenderer& r = *game->getRenderer();
+    for (auto _ : state) {
+        r.beginFrame();
+        r.beginCapture();
+        r.endCapture();
+        r.drawGlow();
+        r.endFrame();
+    }
+}
+BENCHMARK(BM_GlowPassOnly)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+
+void BM_TestLevelFrame(benchmark::State& state)
+{
+    Game* game = startGame();
+    if (!game) {
+        state.SkipWithError("no display or game directory");
+        return;
+    }
+    setBloom(static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        game->pumpEvents();
+        game->runFrame();
+    }
+    setBloom(1);
+}
+BENCHMARK(BM_TestLevelFrame)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+
+} // namespace
+
+BENCHMARK_MAIN();
