@@ -10,6 +10,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <string>
 
 #include "console/GameVar.h"
 #include "console/VariableRegistry.h"
@@ -129,6 +130,32 @@ void BM_TestLevelFrame(benchmark::State& state)
     setBloom(1);
 }
 BENCHMARK(BM_TestLevelFrame)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+
+// The test level under each shipped sky, without the glow pass.
+void BM_SkyFrame(benchmark::State& state)
+{
+    static const char* const skies[] = {"default", "hcsky1", "hcsky2", "night", "haze", "lava"};
+    Game* game = startGame();
+    if (!game) {
+        state.SkipWithError("no display or game directory");
+        return;
+    }
+    const char* sky = skies[state.range(0)];
+    state.SetLabel(sky);
+    game->loadSky(std::string("data/sky/") + sky + ".xml");
+    setBloom(0);
+    for (int i = 0; i < 90; ++i) {
+        game->pumpEvents();
+        game->runFrame();
+    }
+    for (auto _ : state) {
+        game->pumpEvents();
+        game->runFrame();
+    }
+    setBloom(1);
+    game->loadSky("data/sky/default.xml");
+}
+BENCHMARK(BM_SkyFrame)->DenseRange(0, 5)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 
 } // namespace
 

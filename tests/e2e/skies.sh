@@ -24,7 +24,7 @@ shots=0
 shoot() {
   xdotool key --window "$win" F9
   shots=$((shots + 1))
-  wait_for_file "$work/screenshots/screenshot$(printf %04d $((shots - 1))).png" 10
+  wait_for_file "$work/screenshots/screenshot$(printf %04d $((shots - 1))).png" 30
   sleep 0.3
 }
 # The level's own sky first, with and without the glow pass.
@@ -44,6 +44,13 @@ for s in $skies; do
   cp "$work/screenshots/screenshot$(printf %04d $((shots - 1))).png" "$work/sky_$s.png"
   n=$((n + 1))
 done
+# A switch fades the new sky in from black: photographed at once it is dark.
+n=1
+for s in $skies; do [ "$s" = hcsky1 ] && break; n=$((n + 1)); done
+xdotool key --window "$win" $n F9
+shots=$((shots + 1))
+wait_for_file "$work/screenshots/screenshot$(printf %04d $((shots - 1))).png" 30
+cp "$work/screenshots/screenshot$(printf %04d $((shots - 1))).png" "$work/fading.png"
 xdotool key --window "$win" F10
 sleep 0.5
 stop_game
@@ -89,5 +96,20 @@ for s in skies:
     means[s] = bright
 if len(set(round(m) for m in means.values())) < len(means) - 1:
     sys.exit('skies look alike')
+w, h, bpp, rows = load(f'{work}/fading.png')
+band = [rows[y][x * bpp:x * bpp + 3] for y in range(0, h // 4, 4) for x in range(0, w, 8)]
+fading = sum(sum(p) for p in band) / len(band)
+print(f'hcsky1 mid-fade: mean {fading / 3:.1f}')
+if fading > 0.6 * means['hcsky1']:
+    sys.exit('the sky switch did not fade in from black')
+# The glow pass adds light around glowing things only: with it on, the
+# picture is at most slightly brighter and mostly unchanged.
+_, _, _, on = load(f'{work}/screenshots/screenshot0000.png')
+_, _, _, off = load(f'{work}/screenshots/screenshot0001.png')
+diff = sum(abs(a - b) for ra, rb in zip(on[h // 3:2 * h // 3], off[h // 3:2 * h // 3]) for a, b in zip(ra, rb))
+mean_diff = diff / (w * bpp * (h // 3))
+print(f'glow on vs off: mean difference {mean_diff:.2f} per channel in the level band')
+if mean_diff > 8:
+    sys.exit('the glow pass changes the whole picture')
 PY
 echo "skies ok: $(echo $skies | wc -w) skies, $shots screenshots"
