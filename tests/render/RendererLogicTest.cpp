@@ -122,6 +122,11 @@ TEST(RendererLogicTest, ScreenshotNamesSkipFilesThatExist)
     EXPECT_EQ(Renderer::nextFreeScreenshot(0), 5);
     EXPECT_EQ(Renderer::nextFreeScreenshot(7), 7);
     EXPECT_EQ(Renderer::nextFreeScreenshot(20000), 9999);
+    // A gap is filled first; the search then carries on past the next taken number.
+    std::ofstream(Renderer::captureName(false, 6)) << "x";
+    EXPECT_EQ(Renderer::nextFreeScreenshot(0), 5);
+    std::ofstream(Renderer::captureName(false, 5)) << "x";
+    EXPECT_EQ(Renderer::nextFreeScreenshot(5), 7);
     fs::current_path(previous);
     fs::remove_all(scratch);
 }
