@@ -51,37 +51,44 @@ Game* startGame()
     return game;
 }
 
+Game* gameOrSkip(benchmark::State& state)
+{
+    Game* game = startGame();
+    if (!game)
+        state.SkipWithError("no display or game directory");
+    return game;
+}
+
 void setBloom(int on)
 {
     if (GameVar* v = findVar("drawbloom"))
         v->setInt(on);
 }
 
-void BM_EmptyFrame(benchmark::State& state)
+// Frames of the bare renderer: clear, `draw`, swap.
+template <class Draw>
+void rendererFrames(benchmark::State& state, Draw draw)
 {
-    Game* game = startGame();
-    if (!game) {
-        state.SkipWithError("no display or game directory");
+    Game* game = gameOrSkip(state);
+    if (!game)
         return;
-    }
     IRenderer& r = *game->getRenderer();
     for (auto _ : state) {
         r.beginFrame();
+        draw(r);
         r.endFrame();
     }
+}
+
+void BM_EmptyFrame(benchmark::State& state)
+{
+    rendererFrames(state, [](IRenderer&) {});
 }
 BENCHMARK(BM_EmptyFrame)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
 void BM_FullScreenQuad(benchmark::State& state)
 {
-    Game* game = startGame();
-    if (!game) {
-        state.SkipWithError("no display or game directory");
-        return;
-    }
-    IRenderer& r = *game->getRenderer();
-    for (auto _ : state) {
-        r.beginFrame();
+    rendererFrames(state, [](IRenderer& r) {
         r.begin2D();
         r.setTexturing(true);
         r.setBlending(true);
@@ -91,37 +98,26 @@ void BM_FullScreenQuad(benchmark::State& state)
         r.drawQuad(0.0f, static_cast<float>(r.getHeight()), 0.0f, static_cast<float>(r.getWidth()),
                    static_cast<float>(r.getHeight()));
         r.end2D();
-        r.endFrame();
-    }
+    });
 }
 BENCHMARK(BM_FullScreenQuad)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
 // The glow pass alone over an empty frame: capture, sum, one full-window quad.
 void BM_GlowPassOnly(benchmark::State& state)
 {
-    Game* game = startGame();
-    if (!game) {
-        state.SkipWithError("no display or game directory");
-        return;
-    }
-    IRenderer& r = *game->getRenderer();
-    for (auto _ : state) {
-        r.beginFrame();
+    rendererFrames(state, [](IRenderer& r) {
         r.beginCapture();
         r.endCapture();
         r.drawGlow();
-        r.endFrame();
-    }
+    });
 }
 BENCHMARK(BM_GlowPassOnly)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
 void BM_TestLevelFrame(benchmark::State& state)
 {
-    Game* game = startGame();
-    if (!game) {
-        state.SkipWithError("no display or game directory");
+    Game* game = gameOrSkip(state);
+    if (!game)
         return;
-    }
     setBloom(static_cast<int>(state.range(0)));
     for (auto _ : state) {
         game->pumpEvents();
@@ -135,11 +131,9 @@ BENCHMARK(BM_TestLevelFrame)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Min
 void BM_SkyFrame(benchmark::State& state)
 {
     static const char* const skies[] = {"default", "hcsky1", "hcsky2", "night", "haze", "lava"};
-    Game* game = startGame();
-    if (!game) {
-        state.SkipWithError("no display or game directory");
+    Game* game = gameOrSkip(state);
+    if (!game)
         return;
-    }
     const char* sky = skies[state.range(0)];
     state.SetLabel(sky);
     game->loadSky(std::string("data/sky/") + sky + ".xml");
