@@ -25,7 +25,8 @@ shoot() {
   xdotool key --window "$win" F9
   shots=$((shots + 1))
   wait_for_file "$work/screenshots/screenshot$(printf %04d $((shots - 1))).png" 30
-  sleep 0.3
+  # The file shows up before the writer has finished it.
+  sleep 0.5
 }
 # The level's own sky first, with and without the glow pass.
 xdotool key --window "$win" F12
@@ -50,6 +51,8 @@ for s in $skies; do [ "$s" = hcsky1 ] && break; n=$((n + 1)); done
 xdotool key --window "$win" $n F9
 shots=$((shots + 1))
 wait_for_file "$work/screenshots/screenshot$(printf %04d $((shots - 1))).png" 30
+# The file shows up before the writer has finished it.
+sleep 0.5
 cp "$work/screenshots/screenshot$(printf %04d $((shots - 1))).png" "$work/fading.png"
 xdotool key --window "$win" F10
 sleep 0.5
