@@ -14,14 +14,15 @@ cat > "$work/data/autoexec.txt" <<'SCRIPT'
 set movemode 2
 set recordleveltimes 1
 bind k playerinfo
+bind o screenshot
 bind 6 warpto battery_start
 bind 7 warpto fuse_point
 bind 8 warpto teleporter
 bind 9 warpto upper_arrival
-map logic
 SCRIPT
 
-start_game "$work"
+# On the command line the level loads after the particle definitions.
+start_game "$work" +map logic
 wid=$(xdotool search --sync --name Brindlequay | head -n1)
 [ -n "$wid" ] || fail "no game window"
 xdotool windowfocus --sync "$wid" 2>/dev/null || xdotool windowfocus "$wid"
@@ -46,6 +47,7 @@ read -r x y level <<<"$(info)"
 
 # The switch at x 360 opens the gate at x 560; walking on passes it.
 hold d 4
+xdotool key --window "$wid" o
 read -r x y _ <<<"$(info)"
 above "$x" 580 || fail "the gate did not let the player through (x $x)"
 
@@ -69,6 +71,7 @@ above "$x" 2300 || fail "the barrel row still blocks the tunnel (x $x)"
 xdotool key --window "$wid" 8
 sleep 1
 read -r x y _ <<<"$(info)"
+xdotool key --window "$wid" o
 above "$y" 200 || fail "the teleporter did not lift the player to the deck (y $y)"
 
 # Walk east along the deck into the exit.
@@ -81,6 +84,7 @@ done
 [ "${level%.xml}" = "test" ] || fail "the exit did not lead to the test level (level '$level', x $x)"
 stop_game
 
+ls "$work"/screenshots/* >/dev/null 2>&1 || fail "no screenshots"
 [ -s "$work/leveltimes.txt" ] || fail "no leveltimes.txt"
 grep -Eq '^logic : .* : [0-9]+ : Cash: [0-9]+$' "$work/leveltimes.txt" || fail "no level time line for logic"
 grep -q "Defaulting to Body for:" "$log" && fail "a type of the logic level fell back to a plain Body"
