@@ -23,26 +23,17 @@ SCRIPT
 
 # On the command line the level loads after the particle definitions.
 start_game "$work" +map logic
-wid=$(xdotool search --sync --name Brindlequay | head -n1)
-[ -n "$wid" ] || fail "no game window"
-xdotool windowfocus --sync "$wid" 2>/dev/null || xdotool windowfocus "$wid"
+focus_game_window
+wid=$win
 sleep 1
 xdotool key --window "$wid" Escape
 sleep 1.5
 
-info() {
-  rm -f "$work/playerinfo.txt"
-  xdotool key --window "$wid" k
-  for _ in $(seq 30); do [ -s "$work/playerinfo.txt" ] && break; sleep 0.1; done
-  [ -s "$work/playerinfo.txt" ] || fail "playerinfo wrote nothing"
-  awk '/^Player pos, vel: / { split($4, p, ","); x = p[1]; y = p[2] }
-       /^Current Level: / { l = $3 }
-       END { print x, y, l }' "$work/playerinfo.txt"
-}
+info() { player_info "$work" "$wid"; }
 above() { awk -v a="$1" -v b="$2" 'BEGIN { exit !(a > b) }'; }
 hold() { xdotool keydown --window "$wid" "$1"; sleep "$2"; xdotool keyup --window "$wid" "$1"; sleep 0.3; }
 
-read -r x y level <<<"$(info)"
+read -r x y _ level <<<"$(info)"
 [ "$level" = "logic" ] || fail "the logic level did not load (level '$level')"
 
 # The switch at x 360 opens the gate at x 560; walking on passes it.
@@ -77,7 +68,7 @@ above "$y" 200 || fail "the teleporter did not lift the player to the deck (y $y
 # Walk east along the deck into the exit.
 hold d 7
 for _ in $(seq 50); do
-  read -r x y level <<<"$(info)"
+  read -r x y _ level <<<"$(info)"
   [ "${level%.xml}" = "test" ] && break
   sleep 0.2
 done

@@ -35,8 +35,7 @@ void ParticleSystemBody::readState(TiXmlElement* element)
     if (!element)
         return;
     on = readBool(attributeText(element, "on"));
-    wastriggered = readBool(attributeText(element, "wastriggered"));
-    reverttime = readFloat(attributeText(element, "reverttime"));
+    readToggleState(element);
 }
 
 void ParticleSystemBody::writeState(TiXmlElement* element)
@@ -45,28 +44,20 @@ void ParticleSystemBody::writeState(TiXmlElement* element)
     if (!element)
         return;
     element->SetAttribute("on", writeBool(on));
-    element->SetAttribute("wastriggered", writeBool(wastriggered));
-    element->SetAttribute("reverttime", writeFloat(reverttime));
+    writeToggleState(element);
 }
 
 void ParticleSystemBody::onTriggered(GameBody*)
 {
-    if (wastriggered)
-        return;
-    wastriggered = true;
-    reverttime = now() + reverttimer;
-    on = !on;
-    applyState();
+    if (toggle(now()))
+        applyState();
 }
 
 void ParticleSystemBody::think(float dt)
 {
     GameBody::think(dt);
-    if (wastriggered && reverttime < now() && reverttimer > 0.0f) {
-        wastriggered = false;
-        on = !on;
+    if (revert(now()))
         applyState();
-    }
 }
 
 void ParticleSystemBody::afterTargets()

@@ -5,8 +5,9 @@
 #include <string>
 
 #include "world/gamebody/GameBody.h"
+#include "world/logic/TimedToggle.h"
 
-class ParticleSystemBody : public GameBody {
+class ParticleSystemBody : public GameBody, public TimedToggle {
 public:
     ParticleSystemBody();
     std::unique_ptr<Body> clone() const override;
@@ -23,11 +24,7 @@ public:
 
     bool isRunning() const { return !attachedSystems.empty(); }
 
-    bool on = false;
-    float reverttimer = 0.0f;
     std::string systemid;
-    bool wastriggered = false;
-    float reverttime = 0.0f;
 
 private:
     void applyState();

@@ -33,8 +33,7 @@ void PainBody::readState(TiXmlElement* element)
     GameBody::readState(element);
     if (!element)
         return;
-    wastriggered = readBool(attributeText(element, "wastriggered"));
-    reverttime = readFloat(attributeText(element, "reverttime"));
+    readToggleState(element);
 }
 
 void PainBody::writeState(TiXmlElement* element)
@@ -42,8 +41,7 @@ void PainBody::writeState(TiXmlElement* element)
     GameBody::writeState(element);
     if (!element)
         return;
-    element->SetAttribute("wastriggered", writeBool(wastriggered));
-    element->SetAttribute("reverttime", writeFloat(reverttime));
+    writeToggleState(element);
 }
 
 void PainBody::onTouch(TouchInfo& info)
@@ -57,20 +55,10 @@ void PainBody::onTouch(TouchInfo& info)
     }
 }
 
-void PainBody::onTriggered(GameBody*)
-{
-    if (wastriggered)
-        return;
-    wastriggered = true;
-    on = !on;
-    reverttime = now() + reverttimer;
-}
+void PainBody::onTriggered(GameBody*) { toggle(now()); }
 
 void PainBody::think(float dt)
 {
     GameBody::think(dt);
-    if (wastriggered && reverttime < now() && reverttimer > 0.0f) {
-        wastriggered = false;
-        on = !on;
-    }
+    revert(now());
 }

@@ -3,8 +3,9 @@
 // every 100 ms to what stands in it. Firing it flips it, and with
 // "reverttimer" it flips back that many ms later.
 #include "world/gamebody/GameBody.h"
+#include "world/logic/TimedToggle.h"
 
-class PainBody : public GameBody {
+class PainBody : public GameBody, public TimedToggle {
 public:
     static constexpr float painInterval = 100.0f;
 
@@ -17,9 +18,5 @@ public:
     void onTriggered(GameBody* activator) override;
     void think(float dt) override;
 
-    bool on = false;
     int pain = 0;
-    float reverttimer = 0.0f;
-    bool wastriggered = false;
-    float reverttime = 0.0f;
 };
