@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -260,6 +261,10 @@ protected:
     void interpolateBodies();
     bool noclip = false;
     bool keyRepeatOn = true;
+    // True from the start of init until its start-up scripts and set-up are done.
+    bool starting = false;
+    // The level a start-up script asked for, loaded once start-up is done.
+    std::optional<std::pair<std::string, std::string>> startupLevel;
     bool cameraSettled = false;
     std::string skyFile;
 

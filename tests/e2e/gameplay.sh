@@ -56,4 +56,6 @@ above "$tBefore" "$tAfter" || fail "the level clock did not restart ($tBefore th
 awk -v x="$xR" -v x0="$x0" 'BEGIN { d = x - x0; exit !(d < 4 && d > -4) }' || fail "restarted at x $xR, not at the start ($x0)"
 stop_game
 grep -q "AVG FPS:" "$log" || fail "the game did not shut down cleanly"
+# The level named in autoexec.txt waits for the effects to be loaded.
+grep -q "Couldn't find particle def" "$log" && fail "the level started effects before their definitions were loaded"
 echo "gameplay ok: walked $x0 -> $x1, jumped $yFloor -> $yJump, restarted at $xR"
