@@ -83,6 +83,7 @@ Game* Game::current() { return currentGame; }
 bool Game::init()
 {
     std::printf("======== GAME INIT ========\n");
+    starting = true;
     std::signal(SIGTERM, onTerminateSignal);
     std::signal(SIGINT, onTerminateSignal);
 
@@ -129,6 +130,12 @@ bool Game::init()
     }
     if (GameVar* movie = findVar("movierecord"))
         movie->setInt(0);
+    starting = false;
+    if (startupLevel) {
+        const auto [name, entry] = *startupLevel;
+        startupLevel.reset();
+        loadLevel(name, entry);
+    }
     runCommandLine(false);
     return true;
 }
@@ -684,6 +691,12 @@ void Game::drawDebugText()
 
 void Game::loadLevel(const std::string& name, const std::string& entry)
 {
+    // A "map" in a start-up script runs before the effects, sounds and fonts
+    // are loaded: the level waits until they are.
+    if (starting) {
+        startupLevel = {name, entry};
+        return;
+    }
     // A level that does not even parse leaves the running one alone.
     const std::string path = LevelLoader::levelPath(name);
     {

@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -154,6 +155,7 @@ public:
     // Grabs the screen at the next buffer swap.
     void requestCapture() { captureRequested = true; }
     void setPendingSaveName(const std::string& name) { pendingSaveName = name; }
+    const std::string& getPendingSaveName() const { return pendingSaveName; }
     // Loads the given sky file and makes it the current sky.
     virtual void loadSky(const std::string& path);
     void setShowMap(bool on) { showMap = on; }
@@ -262,6 +264,10 @@ protected:
     void interpolateBodies();
     bool noclip = false;
     bool keyRepeatOn = true;
+    // True from the start of init until its start-up scripts and set-up are done.
+    bool starting = false;
+    // The level a start-up script asked for, loaded once start-up is done.
+    std::optional<std::pair<std::string, std::string>> startupLevel;
     bool cameraSettled = false;
     std::string skyFile;
 
