@@ -1,0 +1,26 @@
+#include "render/TextHudItem.h"
+
+#include "render/FontRenderer.h"
+#include "render/IRenderer.h"
+
+void TextHudItem::setFont(const std::string&, int size) { fontSize = size; }
+
+void TextHudItem::draw(IRenderer& renderer)
+{
+    FontRenderer* font = renderer.getFontRenderer();
+    if (!font || text.empty())
+        return;
+    renderer.setTexturing(true);
+    renderer.setColour(colour);
+    if (!font->selectFont(fontName, fontSize))
+        return;
+    const float oldScale = font->getScale();
+    font->setScale(scale);
+    // The item hangs down from its position: the baseline sits one line lower.
+    const float baseline = static_cast<float>(pixelY) - static_cast<float>(fontSize) * scale;
+    if (shadow)
+        font->drawTextShadowed(static_cast<float>(pixelX), baseline, text);
+    else
+        font->drawText(static_cast<float>(pixelX), baseline, text);
+    font->setScale(oldScale);
+}
