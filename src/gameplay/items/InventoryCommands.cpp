@@ -1,5 +1,6 @@
 // The item console commands. They act on whichever player is current when
 // they run, so registering them once serves every level and every player.
+#include <cstdio>
 #include <string>
 
 #include "console/CommandRegistry.h"
@@ -97,6 +98,27 @@ void upgrade()
         p->maxarmour = props.maxArmour;
 }
 
+// One line for the console and the log: what the player holds right now.
+void listInventory()
+{
+    Player* p = currentPlayer();
+    if (!p)
+        return;
+    const Inventory& inv = p->inventory;
+    const WeaponMapping::Row* row = WeaponMapping::byId(inv.currentWeapon);
+    std::string owned;
+    for (int id = 1; id <= 11; ++id)
+        if (inv.owns(id))
+            owned += (owned.empty() ? "" : ",") + std::to_string(id);
+    char line[256];
+    std::snprintf(line, sizeof line, "Inventory: weapon %d (%s) ammo %d owned %s health %d armour %d cash %d level %d",
+                  inv.currentWeapon, row ? row->displayName : "none", row ? inv.ammoOf(row->ammoType) : 0,
+                  owned.c_str(), p->health, p->armour, p->properties.cash, p->properties.currentLevel);
+    conPrint(line);
+    std::printf("%s\n", line);
+    std::fflush(stdout);
+}
+
 void showUpgrades(bool on)
 {
     if (GameHUD* hud = GameplaySingleton::get().hud)
@@ -120,6 +142,7 @@ void Inventory::registerCommands()
         if (Player* p = currentPlayer())
             p->inventory.applyDefinitions();
     });
+    registerCommand("print the weapons, ammo, health and cash you hold", "listinventory", listInventory);
     registerCommand("show upgrades screen", "+showupgrades", [] { showUpgrades(true); });
     registerCommand("hide upgrades screen", "-showupgrades", [] { showUpgrades(false); });
 }

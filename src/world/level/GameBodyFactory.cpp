@@ -25,6 +25,7 @@
 #include "gameplay/projectiles/GrenadeProjectile.h"
 #include "gameplay/projectiles/PlasmaPistolProjectile.h"
 #include "gameplay/projectiles/RocketProjectile.h"
+#include "gameplay/weapons/ShootingTarget.h"
 #include "world/body/Body.h"
 #include "world/level/PlaceholderBody.h"
 
@@ -129,6 +130,7 @@ const TypeEntry typeTable[] = {
     {"swarmmember",              nullptr}, // SwarmMember
     {"friendly",                 nullptr}, // Friendly
     {"gib", []() -> std::unique_ptr<Body> { return std::make_unique<Gib>(); }},
+    {"target", []() -> std::unique_ptr<Body> { return std::make_unique<ShootingTarget>(); }},
     {"racecheckpoint", []() -> std::unique_ptr<Body> { return std::make_unique<RaceCheckpoint>(); }},
     {"racestart", []() -> std::unique_ptr<Body> { return std::make_unique<RaceStart>(); }},
     {"raceend", []() -> std::unique_ptr<Body> { return std::make_unique<RaceEnd>(); }},
