@@ -140,14 +140,14 @@ void GameHUD::createUpgradeScreen()
     upgradePanel = addImage(280, 350, 300, 280, "techbase");
     upgradePanel->setColour(50, 50, 100, 255);
     upgradePanel->clamp = true;
-    upgradeTitle = addText(295, 342, 18, true, false);
+    upgradeTitle = addText(295, 328, 18, true, false);
     upgradeTitle->setText("Upgrades");
-    upgradeCurrentLevel = addText(295, 314, 14, true, false);
+    upgradeCurrentLevel = addText(295, 304, 14, true, false);
     upgradeCurrentLevel->setText("Current Level : 1");
-    upgradeCash = addText(295, 296, 14, true, false);
-    upgradeUntilNext = addText(295, 278, 14, true, false);
+    upgradeCash = addText(295, 286, 14, true, false);
+    upgradeUntilNext = addText(295, 268, 14, true, false);
     const PlayerProperties table;
-    int rowY = 254;
+    int rowY = 246;
     for (const auto& entry : table.upgrades) {
         auto* rowText = add<UpgradeLevelText>();
         rowText->setPosition(295, rowY);
@@ -358,8 +358,8 @@ void GameHUD::drawLowHealthFlash(IRenderer& renderer, float frameTime)
     }
     flashCycler.update(frameTime);
     renderer.setColour(255.0f, 0.0f, 0.0f, flashCycler.current);
-    renderer.drawImage(0.0f, 0.0f, 0.0f, static_cast<float>(screenWidth), static_cast<float>(screenHeight),
-                       flashImage, true, true);
+    renderer.drawImage(0.0f, static_cast<float>(screenHeight), 0.0f, static_cast<float>(screenWidth),
+                       static_cast<float>(screenHeight), flashImage, true, true);
 }
 
 void GameHUD::flashScreen(const RGBAColour& colour)
@@ -377,7 +377,7 @@ void GameHUD::draw(IRenderer* renderer, float frameTime)
     if (screenFlashLeft > 0.0f) {
         const float alpha = screenFlash.a * screenFlashLeft / flashSeconds;
         renderer->setColour(screenFlash.r, screenFlash.g, screenFlash.b, alpha);
-        renderer->drawImage(0.0f, 0.0f, 0.0f, static_cast<float>(screenWidth),
+        renderer->drawImage(0.0f, static_cast<float>(screenHeight), 0.0f, static_cast<float>(screenWidth),
                             static_cast<float>(screenHeight), flashImage, true, true);
         screenFlashLeft -= frameTime;
     }

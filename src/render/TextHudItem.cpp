@@ -16,8 +16,9 @@ void TextHudItem::draw(IRenderer& renderer)
         return;
     const float oldScale = font->getScale();
     font->setScale(scale);
-    // The item hangs down from its position: the baseline sits one line lower.
-    const float baseline = static_cast<float>(pixelY) - static_cast<float>(fontSize) * scale;
+    // The position is the baseline: the layout sets each value 12 units below
+    // its 16-unit icon's top so the two line up.
+    const float baseline = static_cast<float>(pixelY);
     if (shadow)
         font->drawTextShadowed(static_cast<float>(pixelX), baseline, text);
     else

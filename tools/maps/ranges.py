@@ -56,7 +56,8 @@ class Level:
         self.body('default', x, y, x + size, y + size, 'data/images/metal2.png', mass=mass)
 
     def pickup(self, kind, x, y=0, size=24, attributes=None):
-        self.body(kind, x, y, x + size, y + size, 'data/images/%s.png' % kind, solid=False, entity=True,
+        image = {'cashpickup': 'cash'}.get(kind, kind)
+        self.body(kind, x, y, x + size, y + size, 'data/images/%s.png' % image, solid=False, entity=True,
                   outlined=False, tile=False, attributes=attributes)
 
     def target(self, x, y=0, w=24, h=40, health=60):

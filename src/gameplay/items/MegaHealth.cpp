@@ -34,9 +34,12 @@ void MegaHealth::startGlow()
         attachParticleSystem(glowEffect);
 }
 
-void MegaHealth::levelStart() { startGlow(); }
-
-void MegaHealth::afterAssembly() { startGlow(); }
+void MegaHealth::think(float dt)
+{
+    Health::think(dt);
+    if (visible)
+        startGlow();
+}
 
 void MegaHealth::respawn()
 {

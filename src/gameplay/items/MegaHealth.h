@@ -7,9 +7,9 @@ public:
     MegaHealth();
     std::unique_ptr<Body> clone() const override;
     bool giveTo(Player& player) override;
-    // The waiting glow starts with the level and again on every respawn.
-    void levelStart() override;
-    void afterAssembly() override;
+    // The waiting glow starts on the first think while available (levels can
+    // load before the effects do) and again on every respawn.
+    void think(float dt) override;
     void respawn() override;
 
 private:
