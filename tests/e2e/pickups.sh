@@ -29,16 +29,7 @@ sleep 1
 xdotool key --window "$win" Escape
 sleep 1.5
 
-inventory() {
-  local before
-  before=$(grep -c "^Inventory:" "$log" || true)
-  xdotool key --window "$win" k
-  for _ in $(seq 30); do
-    [ "$(grep -c "^Inventory:" "$log" || true)" -gt "$before" ] && break
-    sleep 0.1
-  done
-  grep "^Inventory:" "$log" | tail -n 1
-}
+inventory() { log_line_after_key k "Inventory:"; }
 field() { awk -v f="$1" '{ for (i = 1; i < NF; ++i) if ($i == f) print $(i + 1) }'; }
 
 start=$(inventory)
@@ -74,9 +65,7 @@ xdotool keyup --window "$win" Tab
 sleep 0.3
 stop_game
 grep -q "AVG FPS:" "$log" || fail "the game did not shut down cleanly"
-if grep -E "falling back to default|fallback\.png|Couldn't find sound|Error reading bytes for: data/(images|sounds)" "$log"; then
-  fail "missing media while playing"
-fi
+check_no_missing_media
 
 [ -z "${BQ_SHOTS:-}" ] || cp "$work/screenshots/screenshot0000.png" "$BQ_SHOTS/pickups_1024.png"
 [ -z "${BQ_SHOTS:-}" ] || cp "$work/screenshots/screenshot0001.png" "$BQ_SHOTS/pickups_640.png"

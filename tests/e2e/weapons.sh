@@ -46,16 +46,7 @@ aim() {
   sleep 0.1
 }
 
-inventory() {
-  local before
-  before=$(grep -c "^Inventory:" "$log" || true)
-  xdotool key --window "$win" k
-  for _ in $(seq 30); do
-    [ "$(grep -c "^Inventory:" "$log" || true)" -gt "$before" ] && break
-    sleep 0.1
-  done
-  grep "^Inventory:" "$log" | tail -n 1
-}
+inventory() { log_line_after_key k "Inventory:"; }
 
 # Each gun by its key, then a second of fire to the right.
 for key in 2 3 4 5 6 7 8 9; do
@@ -94,9 +85,7 @@ xdotool mouseup 3
 sleep 0.5
 stop_game
 grep -q "AVG FPS:" "$log" || fail "the game did not shut down cleanly"
-if grep -E "falling back to default|fallback\.png|Couldn't find sound|Error reading bytes for: data/(images|sounds)" "$log"; then
-  fail "missing media while playing"
-fi
+check_no_missing_media
 shot="$work/screenshots/screenshot0000.png"
 [ -s "$shot" ] || fail "no screenshot"
 # The rope: cyan while the hook flies, red once it holds.

@@ -95,23 +95,37 @@ Vector FireableWeapon::spreadPoint(const Vector& muzzle, const Vector& aim) cons
     return far + side * (r * std::sin(2.0f * pi * u));
 }
 
+namespace {
+// Traces never stop at the shooter or at trigger-like bodies.
+bool ignoredByTraces(Body* b, Body* owner)
+{
+    auto* g = dynamic_cast<GameBody*>(b);
+    return !b || b == owner || (g && g->isTraceThrough());
+}
+
+// A shot reaching a GameBody: knockback away from the muzzle, then damage.
+void strike(Body* b, const Vector& muzzle, float knockback, int damage, int damageType)
+{
+    auto* g = dynamic_cast<GameBody*>(b);
+    if (!g)
+        return;
+    push(*g, muzzle, knockback);
+    if (g->takedamage)
+        g->takeDamage(damage, damageType);
+}
+}
+
 FireableWeapon::Shot FireableWeapon::hitscan(Body* owner, const Vector& muzzle, const Vector& farPoint,
                                              float knockback, int damage, int damageType)
 {
     Shot shot;
     shot.end = farPoint;
     for (const TraceResult& r : traceSegment(muzzle, farPoint).results) {
-        Body* b = r.body;
-        auto* g = dynamic_cast<GameBody*>(b);
-        if (!b || b == owner || !b->solid || (g && g->isTraceThrough()))
+        if (ignoredByTraces(r.body, owner) || !r.body->solid)
             continue;
-        shot.hit = b;
+        shot.hit = r.body;
         shot.end = r.point;
-        if (g) {
-            push(*g, muzzle, knockback);
-            if (g->takedamage)
-                g->takeDamage(damage, damageType);
-        }
+        strike(r.body, muzzle, knockback, damage, damageType);
         break;
     }
     shot.end.z = muzzle.z;
@@ -123,23 +137,18 @@ FireableWeapon::Shot FireableWeapon::pierce(Body* owner, const Vector& muzzle, c
 {
     Shot shot;
     shot.end = farPoint;
-    // Collect first: damage may kill a body, which only marks it for removal.
+    // Damage only marks a dying body for removal, so the results stay valid.
     for (const TraceResult& r : traceSegment(muzzle, farPoint).results) {
-        Body* b = r.body;
-        auto* g = dynamic_cast<GameBody*>(b);
-        if (!b || b == owner || (g && g->isTraceThrough()))
+        if (ignoredByTraces(r.body, owner))
             continue;
-        if (!b->entity) {
-            if (!b->solid)
-                continue;
-            shot.hit = b;
+        if (r.body->entity) {
+            strike(r.body, muzzle, knockback, damage, damageType);
+            continue;
+        }
+        if (r.body->solid) {
+            shot.hit = r.body;
             shot.end = r.point;
             break;
-        }
-        if (g) {
-            push(*g, muzzle, knockback);
-            if (g->takedamage)
-                g->takeDamage(damage, damageType);
         }
     }
     shot.end.z = muzzle.z;
