@@ -48,23 +48,28 @@ aim() {
 
 inventory() { log_line_after_key k "Inventory:"; }
 
-# Each gun by its key, then a second of fire to the right.
+# Each gun by its key, then a second of fire to the right; every gun but the
+# pistol must have spent ammunition from the 999 giveall gave. A click the
+# window system drops under load gets one more try.
 for key in 2 3 4 5 6 7 8 9; do
   xdotool key --window "$win" "$key"
   sleep 0.3
   aim 300 0
-  xdotool mousedown 1
-  sleep 1.0
-  xdotool mouseup 1
-  line=$(inventory)
-  case "$line" in
-    "Inventory: weapon $key "*) ;;
-    *) fail "key $key selected: $line" ;;
-  esac
+  for attempt in 1 2; do
+    xdotool mousedown 1
+    sleep 1.0
+    xdotool mouseup 1
+    line=$(inventory)
+    case "$line" in
+      "Inventory: weapon $key "*) ;;
+      *) fail "key $key selected: $line" ;;
+    esac
+    ammo=$(echo "$line" | awk '{ for (i = 1; i < NF; ++i) if ($i == "ammo") print $(i + 1) }')
+    [ "$key" = 2 ] || [ "$ammo" -lt 999 ] && break
+  done
+  [ "$key" = 2 ] || [ "$ammo" -lt 999 ] || fail "weapon $key spent no ammunition: $line"
   echo "$line"
 done
-# Ammunition was spent: the rocket launcher started from 999.
-grep -q "^Inventory: weapon 7 (Rocket Launcher) ammo 99[0-8] " "$log" || fail "rockets were not spent"
 grep -q "^Target .* destroyed" "$log" || fail "no target was destroyed"
 
 # The swarm key and the hook: back in front of the targets (blasts push the
