@@ -153,6 +153,7 @@ public:
     // Grabs the screen at the next buffer swap.
     void requestCapture() { captureRequested = true; }
     void setPendingSaveName(const std::string& name) { pendingSaveName = name; }
+    const std::string& getPendingSaveName() const { return pendingSaveName; }
     // Loads the given sky file and makes it the current sky.
     virtual void loadSky(const std::string& path);
     void setShowMap(bool on) { showMap = on; }

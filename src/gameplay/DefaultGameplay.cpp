@@ -24,6 +24,7 @@
 #include "world/level/GameBodyFactory.h"
 #include "render/FontRenderer.h"
 #include "render/IRenderer.h"
+#include "world/logic/SpawnPoint.h"
 
 namespace {
 std::string boolText(bool b) { return b ? "true" : "false"; }
@@ -188,6 +189,8 @@ void DefaultGameplay::startLevel(const std::string& spawnPointId)
     if (chosen && p) {
         p->setPosition(chosen->pos);
         p->camera = chosen->pos;
+        if (auto* point = dynamic_cast<SpawnPoint*>(chosen))
+            point->spawnEffect();
     }
 
     // The last level's gibs went with its bodies.

@@ -81,13 +81,16 @@ bool GameDirectories::makeDirectories(const std::string& dir)
     return isDirectory(dir);
 }
 
+bool GameDirectories::canWrite(const std::string& dir) { return access(dir.c_str(), W_OK) == 0; }
+
 GameDirectories GameDirectories::resolve(const std::string& executableDir, const std::string& workingDir,
-                                         const char* xdgDataHome, const char* home)
+                                         const char* xdgDataHome, const char* home,
+                                         bool (*writable)(const std::string&))
 {
     const std::string user = userDirectory(xdgDataHome, home);
     // A game directory keeps the player's files beside the data while it can.
-    auto writeDirFor = [&user](const std::string& dir) {
-        return user.empty() || access(dir.c_str(), W_OK) == 0 ? dir : user;
+    auto writeDirFor = [&user, writable](const std::string& dir) {
+        return user.empty() || writable(dir) ? dir : user;
     };
     GameDirectories dirs;
     const std::string installed = executableDir + "/" + installedDataSuffix();

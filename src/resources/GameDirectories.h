@@ -18,8 +18,13 @@ public:
 
     // Decides the directories for a binary in `executableDir` started from
     // `workingDir`, with the given environment values (null when unset).
+    // `writable` answers whether a directory can be written to (tests stand
+    // in for the file system's answer, which is always yes for root).
     static GameDirectories resolve(const std::string& executableDir, const std::string& workingDir,
-                                   const char* xdgDataHome, const char* home);
+                                   const char* xdgDataHome, const char* home,
+                                   bool (*writable)(const std::string&) = canWrite);
+    // Whether this process may create files in the directory.
+    static bool canWrite(const std::string& dir);
     // As above, for this process.
     static GameDirectories forThisProcess();
 

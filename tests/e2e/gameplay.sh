@@ -26,15 +26,7 @@ xdotool key --window "$wid" Escape
 sleep 1.5
 
 # pos x, pos y and the level time from playerinfo.txt, after pressing k.
-info() {
-  rm -f "$work/playerinfo.txt"
-  xdotool key --window "$wid" k
-  for _ in $(seq 30); do [ -s "$work/playerinfo.txt" ] && break; sleep 0.1; done
-  [ -s "$work/playerinfo.txt" ] || fail "playerinfo wrote nothing"
-  awk '/^Player pos, vel: / { split($4, p, ","); x = p[1]; y = p[2] }
-       /^Current Level: / { t = $NF }
-       END { print x, y, t }' "$work/playerinfo.txt"
-}
+info() { player_info "$work" "$wid"; }
 above() { awk -v a="$1" -v b="$2" 'BEGIN { exit !(a > b) }'; }
 
 read -r x0 y0 _ <<<"$(info)"
@@ -56,10 +48,10 @@ above "$yJump" "$(awk -v y="$yFloor" 'BEGIN { print y + 6 }')" || fail "jumping 
 
 # Death and restart: two seconds later the level starts again at the start point.
 sleep 2
-read -r _ _ tBefore <<<"$(info)"
+read -r _ _ tBefore _ <<<"$(info)"
 xdotool key --window "$wid" j
 sleep 3.5
-read -r xR yR tAfter <<<"$(info)"
+read -r xR yR tAfter _ <<<"$(info)"
 above "$tBefore" "$tAfter" || fail "the level clock did not restart ($tBefore then $tAfter)"
 awk -v x="$xR" -v x0="$x0" 'BEGIN { d = x - x0; exit !(d < 4 && d > -4) }' || fail "restarted at x $xR, not at the start ($x0)"
 stop_game

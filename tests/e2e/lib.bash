@@ -89,3 +89,16 @@ check_no_missing_media() {
     fail "missing media while playing"
   fi
 }
+
+# Presses `key` (bound to "playerinfo") in the game window `wid` of the game
+# in `dir` and prints the player's x and y, the level time and the level name.
+player_info() {
+  local dir=$1 wid=$2 key=${3:-k}
+  rm -f "$dir/playerinfo.txt"
+  xdotool key --window "$wid" "$key"
+  for _ in $(seq 30); do [ -s "$dir/playerinfo.txt" ] && break; sleep 0.1; done
+  [ -s "$dir/playerinfo.txt" ] || fail "playerinfo wrote nothing"
+  awk '/^Player pos, vel: / { split($4, p, ","); x = p[1]; y = p[2] }
+       /^Current Level: / { l = $3; t = $NF }
+       END { print x, y, t, l }' "$dir/playerinfo.txt"
+}

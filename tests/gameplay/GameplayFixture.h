@@ -37,7 +37,7 @@ protected:
         createVar("maxgibs", "10", "");
         createVar("drawtimer", "0", "");
         GameplayInput::fireWeaponId = 0;
-        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
+        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), makeSound());
         game->getTimer().start();
         game->setGravityOverride(-80.0f);
         game->startGameplay();
@@ -49,6 +49,9 @@ protected:
         ASSERT_NE(input, nullptr);
         input->releaseAll();
     }
+
+    // The game's sound system; fixtures that listen for sounds override it.
+    virtual std::unique_ptr<ISound> makeSound() { return std::make_unique<NullSound>(); }
 
     void TearDown() override
     {

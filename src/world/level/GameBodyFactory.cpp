@@ -28,6 +28,39 @@
 #include "gameplay/weapons/ShootingTarget.h"
 #include "world/body/Body.h"
 #include "world/level/PlaceholderBody.h"
+#include "world/logic/Battery.h"
+#include "world/logic/BatterySlot.h"
+#include "world/logic/Checkpoint.h"
+#include "world/logic/LevelChange.h"
+#include "world/logic/MessageBody.h"
+#include "world/logic/MessengerBody.h"
+#include "world/logic/NamedPoint.h"
+#include "world/logic/ParticleSystemBody.h"
+#include "world/logic/SkyInfo.h"
+#include "world/logic/SkyTransition.h"
+#include "world/logic/SoundBody.h"
+#include "world/logic/SpawnPoint.h"
+#include "world/logic/Spawner.h"
+#include "world/logic/Switch.h"
+#include "world/logic/TargetGroup.h"
+#include "world/logic/TextBody.h"
+#include "world/logic/Trigger.h"
+#include "world/logic/WaveController.h"
+#include "world/movers/AlphaDoor.h"
+#include "world/movers/Attractor.h"
+#include "world/movers/BossBlock.h"
+#include "world/movers/Clip.h"
+#include "world/movers/DebugMoveable.h"
+#include "world/movers/DetailBody.h"
+#include "world/movers/Door.h"
+#include "world/movers/ExplodingBarrel.h"
+#include "world/movers/JumpPad.h"
+#include "world/movers/Lava.h"
+#include "world/movers/PainBody.h"
+#include "world/movers/Teleporter.h"
+#include "world/movers/TeleporterVisual.h"
+#include "world/movers/TriggeredJumpPad.h"
+#include "world/movers/Water.h"
 
 namespace {
 using Maker = std::unique_ptr<Body> (*)();
@@ -44,8 +77,8 @@ struct TypeEntry {
 // Registration order is part of the level format: create() answers with the
 // first prototype whose type matches, and listings show this order.
 const TypeEntry typeTable[] = {
-    {"detail",                   nullptr}, // DetailBody
-    {"clip",                     nullptr}, // Clip
+    {"detail", []() -> std::unique_ptr<Body> { return std::make_unique<DetailBody>(); }},
+    {"clip", []() -> std::unique_ptr<Body> { return std::make_unique<Clip>(); }},
     {"cashpickup", []() -> std::unique_ptr<Body> { return std::make_unique<CashPickup>(); }},
     {"health", []() -> std::unique_ptr<Body> { return std::make_unique<Health>(); }},
     {"quickhealth", []() -> std::unique_ptr<Body> { return std::make_unique<QuickHealth>(); }},
@@ -57,35 +90,35 @@ const TypeEntry typeTable[] = {
     {"invincibility", []() -> std::unique_ptr<Body> { return std::make_unique<Invincibility>(); }},
     {"screenwiper", []() -> std::unique_ptr<Body> { return std::make_unique<ScreenWiper>(); }},
     {"player", []() -> std::unique_ptr<Body> { return std::make_unique<Player>(); }},
-    {"spawnpoint",               nullptr}, // SpawnPoint
-    {"levelchange",              nullptr}, // LevelChange
-    {"door",                     nullptr}, // Door
-    {"alphadoor",                nullptr}, // AlphaDoor
-    {"switch",                   nullptr}, // Switch
-    {"trigger",                  nullptr}, // Trigger
-    {"wavecontroller",           nullptr}, // WaveController
-    {"messagebody",              nullptr}, // MessageBody
-    {"messengerbody",            nullptr}, // MessengerBody
-    {"soundbody",                nullptr}, // SoundBody
-    {"jumppad",                  nullptr}, // JumpPad
-    {"triggeredjumppad",         nullptr}, // TriggeredJumpPad
-    {"teleporter",               nullptr}, // Teleporter
-    {"teleportervisual",         nullptr}, // TeleporterVisual
-    {"water",                    nullptr}, // Water
-    {"lava",                     nullptr}, // Lava
-    {"textbody",                 nullptr}, // TextBody
-    {"spawner",                  nullptr}, // Spawner
-    {"battery",                  nullptr}, // Battery
-    {"batteryslot",              nullptr}, // BatterySlot
-    {"explodingbarrel",          nullptr}, // ExplodingBarrel
-    {"attractor",                nullptr}, // Attractor
-    {"painbody",                 nullptr}, // PainBody
-    {"particlesystembody",       nullptr}, // ParticleSystemBody
-    {"checkpoint",               nullptr}, // Checkpoint
-    {"skytransition",            nullptr}, // SkyTransition
-    {"skyinfo",                  nullptr}, // SkyInfo
-    {"namedpoint",               nullptr}, // NamedPoint
-    {"targetgroup",              nullptr}, // TargetGroup
+    {"spawnpoint", []() -> std::unique_ptr<Body> { return std::make_unique<SpawnPoint>(); }},
+    {"levelchange", []() -> std::unique_ptr<Body> { return std::make_unique<LevelChange>(); }},
+    {"door", []() -> std::unique_ptr<Body> { return std::make_unique<Door>(); }},
+    {"alphadoor", []() -> std::unique_ptr<Body> { return std::make_unique<AlphaDoor>(); }},
+    {"switch", []() -> std::unique_ptr<Body> { return std::make_unique<Switch>(); }},
+    {"trigger", []() -> std::unique_ptr<Body> { return std::make_unique<Trigger>(); }},
+    {"wavecontroller", []() -> std::unique_ptr<Body> { return std::make_unique<WaveController>(); }},
+    {"messagebody", []() -> std::unique_ptr<Body> { return std::make_unique<MessageBody>(); }},
+    {"messengerbody", []() -> std::unique_ptr<Body> { return std::make_unique<MessengerBody>(); }},
+    {"soundbody", []() -> std::unique_ptr<Body> { return std::make_unique<SoundBody>(); }},
+    {"jumppad", []() -> std::unique_ptr<Body> { return std::make_unique<JumpPad>(); }},
+    {"triggeredjumppad", []() -> std::unique_ptr<Body> { return std::make_unique<TriggeredJumpPad>(); }},
+    {"teleporter", []() -> std::unique_ptr<Body> { return std::make_unique<Teleporter>(); }},
+    {"teleportervisual", []() -> std::unique_ptr<Body> { return std::make_unique<TeleporterVisual>(); }},
+    {"water", []() -> std::unique_ptr<Body> { return std::make_unique<Water>(); }},
+    {"lava", []() -> std::unique_ptr<Body> { return std::make_unique<Lava>(); }},
+    {"textbody", []() -> std::unique_ptr<Body> { return std::make_unique<TextBody>(); }},
+    {"spawner", []() -> std::unique_ptr<Body> { return std::make_unique<Spawner>(); }},
+    {"battery", []() -> std::unique_ptr<Body> { return std::make_unique<Battery>(); }},
+    {"batteryslot", []() -> std::unique_ptr<Body> { return std::make_unique<BatterySlot>(); }},
+    {"explodingbarrel", []() -> std::unique_ptr<Body> { return std::make_unique<ExplodingBarrel>(); }},
+    {"attractor", []() -> std::unique_ptr<Body> { return std::make_unique<Attractor>(); }},
+    {"painbody", []() -> std::unique_ptr<Body> { return std::make_unique<PainBody>(); }},
+    {"particlesystembody", []() -> std::unique_ptr<Body> { return std::make_unique<ParticleSystemBody>(); }},
+    {"checkpoint", []() -> std::unique_ptr<Body> { return std::make_unique<Checkpoint>(); }},
+    {"skytransition", []() -> std::unique_ptr<Body> { return std::make_unique<SkyTransition>(); }},
+    {"skyinfo", []() -> std::unique_ptr<Body> { return std::make_unique<SkyInfo>(); }},
+    {"namedpoint", []() -> std::unique_ptr<Body> { return std::make_unique<NamedPoint>(); }},
+    {"targetgroup", []() -> std::unique_ptr<Body> { return std::make_unique<TargetGroup>(); }},
     {"rocketlauncher", []() -> std::unique_ptr<Body> { return std::make_unique<WeaponBase>("rocketlauncher"); }},
     {"grenadelauncher", []() -> std::unique_ptr<Body> { return std::make_unique<WeaponBase>("grenadelauncher"); }},
     {"shotgun", []() -> std::unique_ptr<Body> { return std::make_unique<WeaponBase>("shotgun"); }},
@@ -126,7 +159,7 @@ const TypeEntry typeTable[] = {
     {"spawnergrunt",             nullptr}, // SpawnerGrunt
     {"destroyer",                nullptr}, // Destroyer
     {"blockboss",                nullptr}, // BlockBoss
-    {"bossblock",                nullptr}, // BossBlock
+    {"bossblock", []() -> std::unique_ptr<Body> { return std::make_unique<BossBlock>(); }},
     {"swarmmember",              nullptr}, // SwarmMember
     {"friendly",                 nullptr}, // Friendly
     {"gib", []() -> std::unique_ptr<Body> { return std::make_unique<Gib>(); }},
@@ -137,7 +170,7 @@ const TypeEntry typeTable[] = {
     {"raceendblock", []() -> std::unique_ptr<Body> { return std::make_unique<RaceEndBlock>(); }},
     {"raceblock", []() -> std::unique_ptr<Body> { return std::make_unique<RaceBlock>(); }},
     {"racereset", []() -> std::unique_ptr<Body> { return std::make_unique<RaceReset>(); }},
-    {"debugmoveable",            nullptr}, // DebugMoveable
+    {"debugmoveable", []() -> std::unique_ptr<Body> { return std::make_unique<DebugMoveable>(); }},
 };
 }
 

@@ -1,0 +1,245 @@
+// Spawners and their limits, wave files, switchable particle effects, sound
+// emitters and level exits.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "console/VariableRegistry.h"
+#include "world/logic/LevelChange.h"
+#include "world/logic/LogicFixture.h"
+#include "world/logic/ParticleSystemBody.h"
+#include "world/logic/SoundBody.h"
+#include "world/logic/Spawner.h"
+#include "world/logic/WaveController.h"
+
+class SpawnerWaveTest : public LogicFixture {
+protected:
+    int countOfType(const std::string& type)
+    {
+        int n = 0;
+        for (Body* body : game->getBodies())
+            n += body->type == type && !body->cancleanup;
+        return n;
+    }
+};
+
+TEST_F(SpawnerWaveTest, MaxSpawnedZeroSpawnsOnePerAcceptedTriggerOnly)
+{
+    loadLevel(entity("spawner", "sp", 0, 200,
+                     attribute("spawnedtype", "battery") + attribute("maxalive", "5") +
+                         attribute("untriggertimer", "1000")));
+    auto* spawner = find<Spawner>("sp");
+    ASSERT_NE(spawner, nullptr);
+    at(0);
+    spawner->onTriggered(nullptr);
+    EXPECT_EQ(countOfType("battery"), 1);
+    at(500);
+    spawner->onTriggered(nullptr);  // still within its untrigger time
+    EXPECT_EQ(countOfType("battery"), 1);
+    for (int t = 600; t < 5000; t += 200) {
+        at(static_cast<float>(t));
+        spawner->think(0.025f);
+    }
+    EXPECT_EQ(countOfType("battery"), 1);
+    spawner->onTriggered(nullptr);
+    EXPECT_EQ(countOfType("battery"), 2);
+    EXPECT_EQ(spawner->numspawned, 2);
+    EXPECT_EQ(spawner->getOwned().size(), 2u);
+    for (GameBody* child : spawner->getOwned())
+        EXPECT_EQ(child->getOwner(), spawner);
+    EXPECT_EQ(std::count(sound->ids.begin(), sound->ids.end(), 19), 2) << ::testing::PrintToString(sound->ids);
+}
+
+TEST_F(SpawnerWaveTest, ThinkKeepsMaxAliveAndTriggersAddBeyondIt)
+{
+    loadLevel(entity("spawner", "sp", 0, 200,
+                     attribute("spawnedtype", "battery") + attribute("maxalive", "1") +
+                         attribute("maxspawned", "3") + attribute("spawndelay", "100")));
+    auto* spawner = find<Spawner>("sp");
+    ASSERT_NE(spawner, nullptr);
+    at(0);
+    spawner->think(0.025f);
+    EXPECT_EQ(countOfType("battery"), 0);  // not active before its first trigger
+    spawner->onTriggered(nullptr);
+    EXPECT_EQ(spawner->numalive, 1);
+    at(1000);
+    spawner->think(0.025f);
+    EXPECT_EQ(spawner->numalive, 1);
+    spawner->onTriggered(nullptr);  // a trigger ignores maxalive
+    EXPECT_EQ(spawner->numalive, 2);
+    EXPECT_EQ(spawner->numspawned, 2);
+
+    // Both die for good: the think refills one, and stops at maxspawned.
+    const std::vector<GameBody*> owned = spawner->getOwned();
+    for (GameBody* child : owned)
+        child->die();
+    EXPECT_EQ(spawner->numalive, 0);
+    at(2000);
+    spawner->think(0.025f);
+    EXPECT_EQ(spawner->numalive, 1);
+    EXPECT_EQ(spawner->numspawned, 3);
+    spawner->getOwned().front()->die();
+    at(3000);
+    spawner->think(0.025f);
+    EXPECT_EQ(spawner->numalive, 0);
+    EXPECT_EQ(spawner->numspawned, 3);
+}
+
+TEST_F(SpawnerWaveTest, UnknownSpawnedTypeGivesUnownedPlainBodies)
+{
+    loadLevel(entity("spawner", "sp", 0, 200, attribute("spawnedtype", "nosuchthing")));
+    auto* spawner = find<Spawner>("sp");
+    ASSERT_NE(spawner, nullptr);
+    Body* made = spawner->spawn();
+    ASSERT_NE(made, nullptr);
+    EXPECT_EQ(dynamic_cast<GameBody*>(made), nullptr);
+    EXPECT_TRUE(spawner->getOwned().empty());
+    EXPECT_FLOAT_EQ(made->pos.x, spawner->pos.x);
+}
+
+TEST_F(SpawnerWaveTest, WaveFileFiresInTimeOrderAndFileOrderForTies)
+{
+    scratch.write("maps/waves/one.xml",
+                  "<waves><event time=\"2000\" target=\"late\"/><event time=\"1000\" target=\"b\"/>"
+                  "<event time=\"1000\" target=\"a\"/><event target=\"first\"/>"
+                  "<event time=\"500\" target=\"nobody\"/></waves>");
+    loadLevel();
+    std::vector<TriggerRecorder*> recs;
+    std::vector<std::string> order;
+    for (const char* id : {"a", "b", "late", "first"})
+        recs.push_back(addRecorder(id));
+    auto* wave = new WaveController();
+    wave->wavefile = "maps/waves/one.xml";
+    wave->makeRectangle(8, 8);
+    game->spawnBody(wave);
+    wave->loadWaveFile();
+    const auto& entries = wave->getEntries();
+    ASSERT_EQ(entries.size(), 4u);  // "nobody" matches no body
+    EXPECT_EQ(entries[0].body->id, "first");
+    EXPECT_EQ(entries[1].body->id, "b");
+    EXPECT_EQ(entries[2].body->id, "a");
+    EXPECT_EQ(entries[3].body->id, "late");
+
+    at(100);
+    wave->think(0.025f);
+    EXPECT_TRUE(recs[3]->activators.empty());  // not active yet
+    wave->onTriggered(nullptr);
+    at(1101);
+    wave->think(0.025f);
+    EXPECT_EQ(recs[3]->activators.size(), 1u);
+    EXPECT_EQ(recs[1]->activators.size(), 1u);
+    EXPECT_EQ(recs[0]->activators.size(), 1u);
+    EXPECT_TRUE(recs[2]->activators.empty());
+    ASSERT_FALSE(recs[0]->activators.empty());
+    EXPECT_EQ(recs[0]->activators[0], wave);
+    EXPECT_EQ(wave->getEntries().size(), 1u);
+}
+
+TEST_F(SpawnerWaveTest, WaveFileMissingOrRestoredAfterALoad)
+{
+    scratch.write("maps/waves/two.xml",
+                  "<waves><event time=\"100\" target=\"a\"/><event time=\"3000\" target=\"b\"/></waves>");
+    loadLevel();
+    addRecorder("a");
+    TriggerRecorder* b = addRecorder("b");
+    auto* wave = new WaveController();
+    wave->makeRectangle(8, 8);
+    game->spawnBody(wave);
+
+    wave->wavefile = "maps/waves/none.xml";
+    testing::internal::CaptureStdout();
+    wave->loadWaveFile();
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("Could not load wave file: maps\\waves\\none.xml"),
+              std::string::npos);
+    EXPECT_TRUE(wave->getEntries().empty());
+
+    // A saved game: active since t = 1000, now 2000, so "a" already fired.
+    wave->wavefile = "maps/waves/two.xml";
+    wave->active = true;
+    wave->starttime = 1000;
+    at(2000);
+    wave->loadWaveFile();
+    ASSERT_EQ(wave->getEntries().size(), 1u);
+    EXPECT_EQ(wave->getEntries()[0].body, b);
+    at(4001);
+    wave->think(0.025f);
+    EXPECT_EQ(b->activators.size(), 1u);
+}
+
+TEST_F(SpawnerWaveTest, ParticleSystemBodyTogglesAndRevertsOnce)
+{
+    loadLevel(entity("particlesystembody", "steam", 0, 200,
+                     attribute("systemid", "steam") + attribute("reverttimer", "3000")) +
+              entity("particlesystembody", "oneshot", 0, 300,
+                     attribute("systemid", "steam") + attribute("on", "true")));
+    auto* steam = find<ParticleSystemBody>("steam");
+    auto* oneshot = find<ParticleSystemBody>("oneshot");
+    ASSERT_TRUE(steam && oneshot);
+    EXPECT_FALSE(steam->on);
+    at(0);
+    steam->onTriggered(nullptr);
+    EXPECT_TRUE(steam->on);
+    at(1000);
+    steam->onTriggered(nullptr);  // ignored until it reverts
+    EXPECT_TRUE(steam->on);
+    at(3000);
+    steam->think(0.025f);
+    EXPECT_TRUE(steam->on);
+    at(3001);
+    steam->think(0.025f);
+    EXPECT_FALSE(steam->on);
+    steam->onTriggered(nullptr);
+    EXPECT_TRUE(steam->on);
+
+    oneshot->onTriggered(nullptr);
+    EXPECT_FALSE(oneshot->on);
+    at(100000);
+    oneshot->think(0.025f);
+    oneshot->onTriggered(nullptr);
+    EXPECT_FALSE(oneshot->on);
+}
+
+TEST_F(SpawnerWaveTest, SoundBodyPlaysInsideEarshotAndStopsOutside)
+{
+    loadLevel(entity("soundbody", "hum", 0, 200,
+                     attribute("sound", "data/sounds/hum.wav") + attribute("volume", "90") +
+                         attribute("loops", "-1")));
+    auto* hum = find<SoundBody>("hum");
+    ASSERT_NE(hum, nullptr);
+    player->setPosition(Vector(hum->pos.x + 528.0f, hum->pos.y));
+    hum->think(0.025f);
+    EXPECT_TRUE(sound->names.empty());
+    player->setPosition(Vector(hum->pos.x + 527.0f, hum->pos.y));
+    hum->think(0.025f);
+    ASSERT_EQ(sound->names.size(), 1u);
+    EXPECT_EQ(sound->names[0], "data/sounds/hum.wav");
+    hum->think(0.025f);
+    EXPECT_EQ(sound->names.size(), 1u);
+    player->setPosition(Vector(hum->pos.x, hum->pos.y + 600.0f));
+    hum->think(0.025f);
+    ASSERT_EQ(sound->stopped.size(), 1u);
+    EXPECT_EQ(sound->stopped[0], 3);
+    EXPECT_FALSE(hum->isPlaying());
+}
+
+TEST_F(SpawnerWaveTest, LevelChangeRecordsTheTimeAndRequestsTheLevel)
+{
+    createVar("recordleveltimes", "1", "");
+    loadLevel(entity("levelchange", "exit", 0, 200,
+                     attribute("leveltarget", "test") + attribute("targetspawn", "west")));
+    auto* exit = find<LevelChange>("exit");
+    ASSERT_NE(exit, nullptr);
+    EXPECT_EQ(exit->kind, 5);
+    EXPECT_EQ(exit->leveltarget, "test.xml");
+    player->properties.cash = 75;
+    game->setPendingSaveName("slot1");
+    at(4321);
+    touch(*exit, *player);
+    EXPECT_TRUE(game->isLevelPending());
+    touch(*exit, *player);  // already leaving: no second record
+    std::ifstream times("leveltimes.txt");
+    std::stringstream text;
+    text << times.rdbuf();
+    EXPECT_EQ(text.str(), "gameplaytest : slot1 : 4321 : Cash: 75\n");
+}

@@ -1,0 +1,166 @@
+// Triggers, switches, slots, messages, target groups and checkpoints: when
+// they fire, whom they tell and when they re-arm.
+#include <gtest/gtest.h>
+
+#include "world/logic/LogicFixture.h"
+#include "world/logic/BatterySlot.h"
+#include "world/logic/Checkpoint.h"
+#include "world/logic/MessageBody.h"
+#include "world/logic/MessengerBody.h"
+#include "world/logic/Switch.h"
+#include "world/logic/TargetGroup.h"
+#include "world/logic/Trigger.h"
+
+class TriggerLogicTest : public LogicFixture {};
+
+TEST_F(TriggerLogicTest, TriggerRearmsOnlyAfterItsTimerAndAThink)
+{
+    loadLevel(entity("trigger", "t", 0, 200, attribute("untriggertimer", "1000"), "rec"));
+    auto* trigger = find<Trigger>("t");
+    ASSERT_NE(trigger, nullptr);
+    TriggerRecorder* rec = addRecorder("rec");
+    trigger->addTarget(rec);
+
+    at(0);
+    touch(*trigger, *player);
+    EXPECT_EQ(rec->activators.size(), 1u);
+    at(500);
+    trigger->think(0.025f);
+    touch(*trigger, *player);
+    EXPECT_EQ(rec->activators.size(), 1u);
+    at(1000);
+    trigger->think(0.025f);  // not past the timer yet
+    touch(*trigger, *player);
+    EXPECT_EQ(rec->activators.size(), 1u);
+    at(1001);
+    trigger->think(0.025f);
+    touch(*trigger, *player);
+    EXPECT_EQ(rec->activators.size(), 2u);
+    EXPECT_EQ(rec->activators.back(), trigger);
+}
+
+TEST_F(TriggerLogicTest, TriggerOnceFiresOncePerLevelAndOnlyForThePlayer)
+{
+    loadLevel(entity("trigger", "once", 0, 200, attribute("triggeronce", "true")) +
+              entity("trigger", "plain", 0, 300) + entity("battery", "bat", 50, 50));
+    auto* once = find<Trigger>("once");
+    auto* plain = find<Trigger>("plain");
+    Body* battery = find<Body>("bat");
+    ASSERT_TRUE(once && plain && battery);
+    TriggerRecorder* rec = addRecorder("rec");
+    once->addTarget(rec);
+    plain->addTarget(rec);
+
+    touch(*plain, *battery);
+    EXPECT_TRUE(rec->activators.empty());
+    at(0);
+    touch(*once, *player);
+    at(100000);
+    once->think(0.025f);
+    touch(*once, *player);
+    EXPECT_EQ(rec->activators.size(), 1u);
+    // Timer 0: re-armed by the very next think.
+    touch(*plain, *player);
+    at(100001);
+    plain->think(0.025f);
+    touch(*plain, *player);
+    EXPECT_EQ(rec->activators.size(), 3u);
+}
+
+TEST_F(TriggerLogicTest, BatterySlotTakesOnlyABatteryAndKeepsIt)
+{
+    loadLevel(entity("batteryslot", "slot", 0, 200) + entity("battery", "bat", 50, 50));
+    auto* slot = find<BatterySlot>("slot");
+    Body* battery = find<Body>("bat");
+    ASSERT_TRUE(slot && battery);
+    TriggerRecorder* rec = addRecorder("rec");
+    slot->addTarget(rec);
+
+    touch(*slot, *player);
+    EXPECT_FALSE(slot->triggered);
+    touch(*slot, *battery);
+    EXPECT_TRUE(slot->triggered);
+    EXPECT_EQ(rec->activators.size(), 1u);
+    EXPECT_FALSE(battery->cancleanup);
+    EXPECT_TRUE(battery->hasGlow);
+}
+
+TEST_F(TriggerLogicTest, TargetGroupPassesTheSwitchOnAsActivator)
+{
+    loadLevel(entity("switch", "sw", 0, 200,
+                     attribute("untriggeredimage", "data/images/techpanel1.png") +
+                         attribute("triggeredimage", "data/images/techpanel2.png") +
+                         attribute("untriggertimer", "500"),
+                     "group") +
+              entity("targetgroup", "group", 0, 300, "", "a,b"));
+    auto* sw = find<Switch>("sw");
+    ASSERT_NE(sw, nullptr);
+    EXPECT_EQ(sw->texture, "data/images/techpanel1.png");
+    TriggerRecorder* a = addRecorder("a");
+    TriggerRecorder* b = addRecorder("b");
+    auto* group = find<TargetGroup>("group");
+    ASSERT_NE(group, nullptr);
+    group->addTarget(a);
+    group->addTarget(b);
+
+    at(0);
+    touch(*sw, *player);
+    ASSERT_EQ(a->activators.size(), 1u);
+    ASSERT_EQ(b->activators.size(), 1u);
+    EXPECT_EQ(a->activators[0], sw);
+    EXPECT_EQ(b->activators[0], sw);
+    EXPECT_EQ(sw->texture, "data/images/techpanel2.png");
+    ASSERT_EQ(sound->ids.size(), 1u);
+    EXPECT_EQ(sound->ids[0], 33);
+
+    at(501);
+    sw->textureId = 7;
+    sw->think(0.025f);
+    EXPECT_FALSE(sw->triggered);
+    EXPECT_EQ(sw->texture, "data/images/techpanel1.png");
+    EXPECT_EQ(sw->textureId, -1);
+}
+
+TEST_F(TriggerLogicTest, MessageBodyFiredByAnotherArmsSilently)
+{
+    loadLevel(entity("messagebody", "msg", 0, 200,
+                     attribute("message", "Mind the gap") + attribute("untriggertimer", "1000")) +
+              entity("messengerbody", "herald", 0, 300, attribute("message", "The gate is open")));
+    auto* msg = find<MessageBody>("msg");
+    auto* herald = find<MessengerBody>("herald");
+    ASSERT_TRUE(msg && herald);
+    TriggerRecorder* rec = addRecorder("rec");
+    msg->addTarget(rec);
+
+    at(0);
+    msg->onTriggered(herald);
+    EXPECT_TRUE(msg->triggered);
+    EXPECT_EQ(lastHudMessage(), "");
+    touch(*msg, *player);
+    EXPECT_EQ(lastHudMessage(), "");
+    EXPECT_TRUE(rec->activators.empty());
+
+    at(1001);
+    msg->think(0.025f);
+    touch(*msg, *player);
+    EXPECT_EQ(lastHudMessage(), "Mind the gap");
+    EXPECT_EQ(rec->activators.size(), 1u);
+
+    touch(*herald, *player);
+    EXPECT_EQ(lastHudMessage(), "Mind the gap");
+    herald->onTriggered(msg);
+    EXPECT_EQ(lastHudMessage(), "The gate is open");
+}
+
+TEST_F(TriggerLogicTest, CheckpointAsksForASaveAndSaysSo)
+{
+    loadLevel(entity("checkpoint", "cp", 0, 200, attribute("triggeronce", "true")));
+    auto* cp = find<Checkpoint>("cp");
+    ASSERT_NE(cp, nullptr);
+    EXPECT_FALSE(game->isSaveRequested());
+    touch(*cp, *player);
+    EXPECT_TRUE(game->isSaveRequested());
+    EXPECT_EQ(lastHudMessage(), "Saving Checkpoint...");
+    EXPECT_TRUE(cp->triggered);
+    EXPECT_TRUE(cp->isTraceThrough());
+}

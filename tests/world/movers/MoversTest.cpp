@@ -1,0 +1,290 @@
+// Doors, pads, teleporters, liquids, pain zones, attractors and barrels.
+#include <gtest/gtest.h>
+
+#include "world/logic/LogicFixture.h"
+#include "world/movers/AlphaDoor.h"
+#include "world/movers/Attractor.h"
+#include "world/movers/Clip.h"
+#include "world/movers/Door.h"
+#include "world/movers/ExplodingBarrel.h"
+#include "world/movers/JumpPad.h"
+#include "world/movers/Lava.h"
+#include "world/movers/LiquidPhase.h"
+#include "world/movers/PainBody.h"
+#include "world/movers/Teleporter.h"
+#include "world/movers/TriggeredJumpPad.h"
+#include "world/movers/Water.h"
+
+class MoversTest : public LogicFixture {
+protected:
+    // A hurtable body in the world at (x, y).
+    GameBody* addVictim(float x, float y, float mass = 1.0f)
+    {
+        auto* body = new GameBody();
+        body->makeRectangle(8.0f, 8.0f);
+        body->setMass(mass);
+        body->takedamage = true;
+        body->showdamage = false;
+        body->setPosition(Vector(x, y));
+        game->spawnBody(body);
+        return body;
+    }
+};
+
+TEST_F(MoversTest, DoorOpensWaitsAndClosesWithoutOvershooting)
+{
+    loadLevel(box("door", "door", -16, 100, 16, 132, "mass=\"0\" solid=\"true\" entity=\"true\"",
+                  attribute("openoffset", "0,64") + attribute("speed", "32") + attribute("timeopen", "3000")));
+    auto* door = find<Door>("door");
+    ASSERT_NE(door, nullptr);
+    player->setPosition(Vector(-200.0f, 20.0f));
+    const float startY = door->pos.y;
+    EXPECT_FLOAT_EQ(door->startpoint.y, startY);
+
+    const float t0 = levelTime();
+    door->onTriggered(nullptr);
+    EXPECT_TRUE(door->isopening);
+    float openedAt = -1, closingAt = -1, closedAt = -1;
+    for (int i = 0; i < 400 && closedAt < 0; ++i) {
+        frame(25);
+        const float t = levelTime() - t0;
+        ASSERT_GE(door->pos.y, startY - 0.001f) << "at " << t;
+        ASSERT_LE(door->pos.y, startY + 64.001f) << "at " << t;
+        if (openedAt < 0 && door->isopen)
+            openedAt = t;
+        if (closingAt < 0 && door->isclosing)
+            closingAt = t;
+        if (closingAt >= 0 && !door->isopen)
+            closedAt = t;
+        if (i == 40)
+            door->onTriggered(nullptr);  // while opening: ignored
+        if (openedAt >= 0 && closingAt >= 0 && !door->isopen && closedAt < 0)
+            closedAt = t;
+    }
+    EXPECT_NEAR(openedAt, 2000.0f, 150.0f);
+    EXPECT_NEAR(closingAt - openedAt, 3000.0f, 150.0f);
+    EXPECT_NEAR(closedAt - closingAt, 2000.0f, 150.0f);
+    EXPECT_FLOAT_EQ(door->pos.y, startY);
+    EXPECT_FALSE(door->isopening || door->isclosing);
+}
+
+TEST_F(MoversTest, DoorWithoutTimeopenStaysOpenAndPassesClips)
+{
+    loadLevel(box("door", "door", -16, 100, 16, 132, "mass=\"0\" solid=\"true\" entity=\"true\"",
+                  attribute("openoffset", "64,0") + attribute("speed", "640")) +
+              box("clip", "clip", 300, 300, 308, 308, "mass=\"0\" solid=\"true\" entity=\"true\""));
+    auto* door = find<Door>("door");
+    auto* clip = find<Clip>("clip");
+    ASSERT_TRUE(door && clip);
+    EXPECT_FALSE(door->collidesWith(clip));
+    EXPECT_TRUE(door->collidesWith(player));
+    EXPECT_FALSE(clip->visible);
+    EXPECT_TRUE(clip->solid);
+    player->setPosition(Vector(-200.0f, 20.0f));
+    const float startX = door->pos.x;
+    door->onTriggered(nullptr);
+    frames(200);
+    EXPECT_TRUE(door->isopen);
+    EXPECT_FALSE(door->isclosing);
+    EXPECT_FLOAT_EQ(door->pos.x, startX + 64.0f);
+}
+
+TEST_F(MoversTest, AlphaDoorVanishesAndReturnsAfterTheLastFiring)
+{
+    loadLevel(entity("alphadoor", "field", 0, 200, attribute("timeopen", "1000")));
+    auto* field = find<AlphaDoor>("field");
+    ASSERT_NE(field, nullptr);
+    EXPECT_TRUE(field->visible);
+    at(0);
+    field->onTriggered(nullptr);
+    EXPECT_FALSE(field->visible);
+    EXPECT_FALSE(field->solid);
+    at(800);
+    field->onTriggered(nullptr);  // pushes the revert back
+    at(1500);
+    field->think(0.025f);
+    EXPECT_FALSE(field->visible);
+    at(1801);
+    field->think(0.025f);
+    EXPECT_TRUE(field->visible);
+    EXPECT_TRUE(field->solid);
+}
+
+TEST_F(MoversTest, JumpPadSetsOrAddsVelocity)
+{
+    loadLevel(entity("jumppad", "pad", 0, 200, attribute("speed", "0,500")) +
+              entity("jumppad", "boost", 0, 300, attribute("speed", "0,500") + attribute("additive", "true")) +
+              entity("triggeredjumppad", "tpad", 0, 400,
+                     attribute("speed", "100,0") + attribute("untriggertimer", "1000")));
+    auto* pad = find<JumpPad>("pad");
+    auto* boost = find<JumpPad>("boost");
+    auto* tpad = find<TriggeredJumpPad>("tpad");
+    ASSERT_TRUE(pad && boost && tpad);
+    EXPECT_EQ(pad->kind, 5);
+    player->vel = Vector(30.0f, -200.0f);
+    touch(*pad, *player);
+    EXPECT_FLOAT_EQ(player->vel.x, 0.0f);
+    EXPECT_FLOAT_EQ(player->vel.y, 500.0f);
+    player->vel = Vector(30.0f, -200.0f);
+    touch(*boost, *player);
+    EXPECT_FLOAT_EQ(player->vel.x, 30.0f);
+    EXPECT_FLOAT_EQ(player->vel.y, 300.0f);
+    EXPECT_EQ(sound->ids, (std::vector<int>{28, 28}));
+
+    player->vel = Vector();
+    touch(*tpad, *player);
+    EXPECT_FLOAT_EQ(player->vel.x, 0.0f);  // starts off
+    at(0);
+    tpad->onTriggered(nullptr);
+    touch(*tpad, *player);
+    EXPECT_FLOAT_EQ(player->vel.x, 100.0f);
+    at(1001);
+    tpad->think(0.025f);
+    EXPECT_FALSE(tpad->ison);
+}
+
+TEST_F(MoversTest, TeleporterMovesToItsTargetWithTheExitVelocity)
+{
+    loadLevel(entity("teleporter", "tp", 0, 200,
+                     attribute("changevelocity", "true") + attribute("exitvelocity", "-50,120"), "dest") +
+              entity("teleporter", "dud", 0, 300) + entity("namedpoint", "dest", 600, 400));
+    auto* tp = find<Teleporter>("tp");
+    auto* dud = find<Teleporter>("dud");
+    ASSERT_TRUE(tp && dud);
+    const Vector before = player->pos;
+    touch(*dud, *player);
+    EXPECT_FLOAT_EQ(player->pos.x, before.x);
+    EXPECT_TRUE(sound->ids.empty());
+
+    player->vel = Vector(10.0f, -300.0f);
+    touch(*tp, *player);
+    EXPECT_FLOAT_EQ(player->pos.x, 600.0f);
+    EXPECT_FLOAT_EQ(player->pos.y, 400.0f);
+    EXPECT_FLOAT_EQ(player->vel.x, -50.0f);
+    EXPECT_FLOAT_EQ(player->vel.y, 120.0f);
+    EXPECT_EQ(sound->ids, (std::vector<int>{19, 19}));
+
+    tp->changevelocity = false;
+    player->vel = Vector(10.0f, -300.0f);
+    touch(*tp, *player);
+    EXPECT_FLOAT_EQ(player->vel.y, -300.0f);
+}
+
+TEST_F(MoversTest, WaterSplashesOnEntryOnlyAndLavaBurnsEvery200ms)
+{
+    loadLevel(entity("water", "pool", 0, 200) + entity("lava", "pit", 0, 300));
+    auto* pool = find<Water>("pool");
+    auto* pit = find<Lava>("pit");
+    ASSERT_TRUE(pool && pit);
+    EXPECT_TRUE(pool->isLiquid());
+    EXPECT_EQ(pool->kind, 11);
+    EXPECT_EQ(pit->kind, 12);
+
+    GameBody* diver = addVictim(-500, 500);
+    diver->inliquidlastframe = false;
+    touch(*pool, *diver);
+    diver->inliquidlastframe = true;
+    touch(*pool, *diver);
+    EXPECT_EQ(sound->ids, std::vector<int>{11});
+    EXPECT_TRUE(diver->inliquid);
+    EXPECT_FLOAT_EQ(diver->liquidfriction, 0.8f);
+
+    diver->health = 100;
+    diver->nextpaintime = 0.0f;
+    for (int t = 1; t <= 1000; ++t) {
+        at(static_cast<float>(t));
+        touch(*pit, *diver);
+    }
+    // Strictly after the last burn's 200 ms: at 1, 202, 403, 604 and 805 ms.
+    EXPECT_EQ(diver->health, 50);
+    EXPECT_FLOAT_EQ(diver->nextpaintime, 1005.0f);
+}
+
+TEST_F(MoversTest, LiquidPhaseAdvancesOncePerLevelTime)
+{
+    LiquidPhase forwards(true), backwards(false);
+    EXPECT_FLOAT_EQ(forwards.advance(100.0f, 0.5f), 101.0f);  // reset to now + s, then one move
+    EXPECT_FLOAT_EQ(forwards.advance(100.0f, 0.5f), 101.0f);
+    EXPECT_FLOAT_EQ(forwards.advance(125.0f, 0.5f), 101.5f);
+    EXPECT_FLOAT_EQ(backwards.advance(100.0f, 0.5f), 100.0f);
+    EXPECT_FLOAT_EQ(backwards.advance(125.0f, 0.5f), 99.5f);
+}
+
+TEST_F(MoversTest, PainBodyHurtsWhileOnAndTriggerTurnsItOff)
+{
+    loadLevel(entity("painbody", "zap", 0, 200, attribute("on", "true") + attribute("pain", "7")) +
+              entity("painbody", "pulse", 0, 300, attribute("pain", "5") + attribute("reverttimer", "500")));
+    auto* zap = find<PainBody>("zap");
+    auto* pulse = find<PainBody>("pulse");
+    ASSERT_TRUE(zap && pulse);
+    GameBody* victim = addVictim(-500, 500);
+    victim->health = 100;
+    at(1);
+    touch(*zap, *victim);
+    at(50);
+    touch(*zap, *victim);
+    at(102);
+    touch(*zap, *victim);
+    EXPECT_EQ(victim->health, 86);
+    zap->onTriggered(nullptr);
+    EXPECT_FALSE(zap->on);
+    at(1000);
+    zap->think(0.025f);  // reverttimer 0: stays off
+    touch(*zap, *victim);
+    EXPECT_EQ(victim->health, 86);
+
+    pulse->onTriggered(nullptr);
+    EXPECT_TRUE(pulse->on);
+    touch(*pulse, *victim);
+    EXPECT_EQ(victim->health, 81);
+    at(1501);
+    pulse->think(0.025f);
+    EXPECT_FALSE(pulse->on);
+}
+
+TEST_F(MoversTest, AttractorPullsMovableBodiesInRangeByItsForce)
+{
+    loadLevel(entity("attractor", "well", 0, 400, attribute("force", "10") + attribute("radius", "100")));
+    auto* well = find<Attractor>("well");
+    ASSERT_NE(well, nullptr);
+    GameBody* near = addVictim(60, 400);
+    GameBody* far = addVictim(400, 400);
+    GameBody* anchored = addVictim(-60, 400, 0.0f);
+    near->constantvelocity = Vector(1.0f, 0.0f);
+    player->setPosition(Vector(-900.0f, 20.0f));
+    well->think(0.1f);
+    EXPECT_FLOAT_EQ(near->vel.x, -10.0f);
+    EXPECT_NEAR(near->vel.y, 0.0f, 1e-4f);
+    EXPECT_FLOAT_EQ(near->constantvelocity.x, -9.0f);
+    EXPECT_FLOAT_EQ(far->vel.x, 0.0f);
+    EXPECT_FLOAT_EQ(anchored->vel.x, 0.0f);
+
+    well->force = -10.0f;
+    near->vel = Vector();
+    well->think(0.1f);
+    EXPECT_FLOAT_EQ(near->vel.x, 10.0f);
+}
+
+TEST_F(MoversTest, BarrelsExplodeOnceAndSetOffTheirNeighbours)
+{
+    std::string barrels;
+    for (int i = 0; i < 3; ++i)
+        barrels += box("explodingbarrel", "b" + std::to_string(i), 400.0f + 24.0f * i, 0, 416.0f + 24.0f * i, 16,
+                       "mass=\"1\" solid=\"true\" entity=\"true\"");
+    barrels += box("explodingbarrel", "lone", 700, 0, 716, 16, "mass=\"1\" solid=\"true\" entity=\"true\"");
+    loadLevel(barrels);
+    auto* first = find<ExplodingBarrel>("b0");
+    auto* lone = find<ExplodingBarrel>("lone");
+    ASSERT_TRUE(first && lone);
+    first->takeDamage(1, 0);
+    EXPECT_FALSE(first->exploded);
+    first->takeDamage(1, 0);
+    EXPECT_TRUE(first->exploded);
+    for (int i = 0; i < 3; ++i) {
+        auto* barrel = find<ExplodingBarrel>("b" + std::to_string(i));
+        EXPECT_TRUE(barrel->exploded) << i;
+        EXPECT_TRUE(barrel->cancleanup) << i;
+    }
+    EXPECT_FALSE(lone->exploded);
+    EXPECT_EQ(std::count(sound->ids.begin(), sound->ids.end(), 0), 3);
+}
