@@ -14,8 +14,6 @@ set movemode 2
 bind k listinventory
 bind p screenshot
 bind o exec small.txt
-map pickups
-give health 30
 SCRIPT
 cat > "$work/data/small.txt" <<'SCRIPT'
 set vidwidth 640
@@ -23,7 +21,8 @@ set vidheight 480
 vidrestart
 SCRIPT
 
-start_game "$work"
+# The level loads from the command line, once every effect is ready.
+start_game "$work" +map pickups +give health 30
 focus_game_window
 sleep 1
 xdotool key --window "$win" Escape

@@ -17,11 +17,10 @@ bind k listinventory
 bind l playerinfo
 bind p screenshot
 bind j warpto range
-giveall
-map weapons
 SCRIPT
 
-start_game "$work"
+# The level loads from the command line, once every effect is ready.
+start_game "$work" +map weapons +giveall
 focus_game_window
 sleep 1
 xdotool key --window "$win" Escape
