@@ -13,10 +13,12 @@
 #include "console/VariableRegistry.h"
 #include "core/Clock.h"
 #include "core/Game.h"
+#include "gameplay/items/Inventory.h"
 #include "gameplay/GameplaySingleton.h"
 #include "gameplay/RaceBlock.h"
 #include "gameplay/player/GameplayInput.h"
 #include "gameplay/player/Player.h"
+#include "gameplay/weapons/WeaponDefinitions.h"
 #include "world/body/Body.h"
 #include "world/geometry/TextForm.h"
 #include "world/level/GameBodyFactory.h"
@@ -89,6 +91,8 @@ bool DefaultGameplay::init(GameResourceBundle& resources)
     s.hud = &hud;
     s.gameplay = this;
 
+    WeaponDefinitions::load();
+    Inventory::registerCommands();
     drawTimerVar = getVar("drawtimer");
     maxGibsVar = getVar("maxgibs");
     registerCommands();
@@ -189,7 +193,10 @@ void DefaultGameplay::startLevel(const std::string& spawnPointId)
             point->spawnEffect();
     }
 
+    // The last level's gibs went with its bodies.
+    gibCount = 0;
     if (p) {
+        p->inventory.initialise();
         if (Game* game = s.resources.game)
             game->setPlayer(p);
         p->transform();
@@ -311,6 +318,12 @@ void DefaultGameplay::allocateGibs(int& count)
     if (gibCount + count > maxGibs)
         count = maxGibs - gibCount;
     gibCount += count;
+}
+
+void DefaultGameplay::gibRemoved()
+{
+    if (gibCount > 0)
+        --gibCount;
 }
 
 // ---- clocks ---------------------------------------------------------------

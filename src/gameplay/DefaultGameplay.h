@@ -50,6 +50,8 @@ public:
     // Cuts `count` so that no more than "maxgibs" gibs are ever granted, then
     // counts it as granted. The caller creates only `count` gibs.
     virtual void allocateGibs(int& count);
+    // A gib left the world: one more may be granted.
+    virtual void gibRemoved();
 
     // The race mini-game, driven by the race bodies.
     void startRace();

@@ -1,53 +1,399 @@
 #include "render/GameHUD.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <tuple>
+#include <utility>
 
+#include "console/GameVar.h"
+#include "console/VariableRegistry.h"
+#include "gameplay/DefaultGameplay.h"
 #include "gameplay/GameplaySingleton.h"
+#include "gameplay/player/Player.h"
+#include "gameplay/weapons/WeaponMapping.h"
 #include "render/FontRenderer.h"
 #include "render/IRenderer.h"
+#include "render/ImageHudItem.h"
+#include "render/TextHudItem.h"
+#include "render/UpgradeLevelText.h"
 
-void GameHUD::resize(int width, int height)
-{
-    screenWidth = width;
-    screenHeight = height;
+namespace {
+const std::string images = "data/images/";
+const char* const flashImage = "data/particles/cloud.png";
+
+std::string wholeSeconds(float ms) { return std::to_string(static_cast<int>(std::max(0.0f, ms) / 1000.0f)); }
 }
 
-void GameHUD::update(float)
+GameHUD::GameHUD() : Hud(640, 480)
 {
-    const float now = levelTime();
-    messages.erase(std::remove_if(messages.begin(), messages.end(),
-                                  [now](const Message& m) { return m.expiresAt < now; }),
-                   messages.end());
+    flashCycler.minimum = 50.0f;
+    flashCycler.maximum = 150.0f;
+    flashCycler.current = 100.0f;
+    flashCycler.speed = 150.0f;
+    flashCycler.rising = true;
+}
+
+GameHUD::~GameHUD() = default;
+
+void GameHUD::init()
+{
+    if (items.empty()) {
+        createItems();
+        createWeaponStrip();
+        createUpgradeScreen();
+    }
+    lowHealthFlashVar = findVar("lowhealthflash");
+}
+
+ImageHudItem* GameHUD::addImage(int px, int py, int w, int h, const std::string& base)
+{
+    auto* item = add<ImageHudItem>();
+    item->setPosition(px, py);
+    item->setSize(w, h);
+    item->setImage(images + base, ".png");
+    return item;
+}
+
+TextHudItem* GameHUD::addText(int px, int py, int size, bool shadow, bool red)
+{
+    auto* item = add<TextHudItem>();
+    item->setPosition(px, py);
+    item->setFont("vera", size);
+    item->shadow = shadow;
+    if (red)
+        item->setColour(255, 0, 0, 255);
+    return item;
+}
+
+void GameHUD::createItems()
+{
+    // Panel backgrounds stay hidden: the icons carry the panel.
+    auto bar = [this](int px, int py, int w, int h, const char* base, int steps, bool clamp) {
+        ImageHudItem* item = addImage(px, py, w, h, base);
+        item->clamp = clamp;
+        item->glow = true;
+        item->glowSteps = steps;
+        item->glowAlphaStep = 150;
+        item->visible = false;
+    };
+    bar(5, 470, 10, 50, "iconbgleft", 2, true);
+    bar(15, 470, 100, 50, "iconbgcentre", 2, false);
+    bar(115, 470, 10, 50, "iconbgright", 2, true);
+
+    // The status column: each row 20-24 units below the one above.
+    int iconY = 462;
+    auto row = [&](const char* icon, bool red, int gap) {
+        ImageHudItem* image = addImage(19, iconY, 16, 16, icon);
+        TextHudItem* value = addText(19 + 20, iconY - 12, 14, true, red);
+        iconY -= gap;
+        return std::make_pair(image, value);
+    };
+    healthValue = row("health", false, 20).second;
+    armourValue = row("armour", true, 24).second;
+    swarmValue = row("swarmtimer", true, 20).second;
+    std::tie(quadIcon, quadValue) = row("quad", true, 20);
+    std::tie(invincibilityIcon, invincibilityValue) = row("invincibility", true, 20);
+    std::tie(raceIcon, raceValue) = row("racetimer", true, 20);
+    for (HudItem* item : {static_cast<HudItem*>(quadIcon), static_cast<HudItem*>(quadValue),
+                          static_cast<HudItem*>(invincibilityIcon), static_cast<HudItem*>(invincibilityValue),
+                          static_cast<HudItem*>(raceIcon), static_cast<HudItem*>(raceValue)})
+        item->visible = false;
+
+    bar(490, 470, 10, 60, "iconbgleft", 1, true);
+    bar(500, 470, 125, 60, "iconbgcentre", 1, false);
+    bar(625, 470, 10, 60, "iconbgright", 1, true);
+
+    weaponIcon = addImage(504, 462, 48, 24, "rocketlauncher");
+    weaponIcon->glow = true;
+    weaponIcon->glowSteps = 2;
+    weaponIcon->glowAlphaStep = 150;
+    weaponIcon->clamp = true;
+    weaponName = addText(504, 462 - 44, 14, true, true);
+    weaponName->setText("rocket launcher");
+    ammoValue = addText(504 + 72, 462 - 24, 14, true, true);
+    messageLine = addText(504, 462 - 44 - 24, 18, true, false);
+    messageLine->visible = false;
+    positionedMessage = addText(0, 0, 18, true, true);
+    positionedMessage->visible = false;
+}
+
+void GameHUD::createWeaponStrip()
+{
+    for (int slot = 1; slot <= 10; ++slot) {
+        ImageHudItem* icon = addImage(150 + (slot - 1) * 34, 472, 32, 16, WeaponMapping::itemName(slot));
+        icon->clamp = true;
+        icon->visible = false;
+        stripIcons[static_cast<size_t>(slot - 1)] = icon;
+    }
+    stripHighlight = addImage(150, 476, 40, 24, "weaponselected");
+    stripHighlight->clamp = true;
+    stripHighlight->glow = true;
+    stripHighlight->glowSteps = 1;
+    stripHighlight->glowAlphaStep = 150;
+    stripHighlight->visible = false;
+    stripName = addText(100, 444, 18, true, false);
+    stripName->visible = false;
+}
+
+void GameHUD::createUpgradeScreen()
+{
+    upgradePanel = addImage(280, 350, 300, 280, "techbase");
+    upgradePanel->setColour(50, 50, 100, 255);
+    upgradePanel->clamp = true;
+    upgradeTitle = addText(295, 328, 18, true, false);
+    upgradeTitle->setText("Upgrades");
+    upgradeCurrentLevel = addText(295, 304, 14, true, false);
+    upgradeCurrentLevel->setText("Current Level : 1");
+    upgradeCash = addText(295, 286, 14, true, false);
+    upgradeUntilNext = addText(295, 268, 14, true, false);
+    const PlayerProperties table;
+    int rowY = 246;
+    for (const auto& entry : table.upgrades) {
+        auto* rowText = add<UpgradeLevelText>();
+        rowText->setPosition(295, rowY);
+        rowText->setFont("vera", 14);
+        rowText->shadow = true;
+        rowText->cost = entry.first;
+        rowText->setText(entry.second.displayText + " ($" + std::to_string(entry.first) + ")");
+        upgradeRows.push_back(rowText);
+        rowY -= 15;
+    }
+    setUpgradeScreen(false);
+}
+
+void GameHUD::levelReset()
+{
+    clearMessages();
+    weaponStripExpiry = 0.0f;
+    screenFlashLeft = 0.0f;
+    setWeaponStripVisible(false);
+}
+
+void GameHUD::clearMessages()
+{
+    messages.clear();
+    messageExpiry = positionedMessageExpiry = weaponStripExpiry = 0.0f;
+    if (messageLine)
+        messageLine->visible = false;
+    if (positionedMessage)
+        positionedMessage->visible = false;
 }
 
 void GameHUD::showMessage(const std::string& text, int size)
 {
-    // Only a few lines fit on screen; the oldest gives way.
+    // A short history stays for tests and the console; the line shows the newest.
     if (messages.size() >= 4)
         messages.erase(messages.begin());
-    messages.push_back({text, size, levelTime() + messageMs});
+    const float now = levelTime();
+    messages.push_back({text, size, now + messageMs});
+    messageExpiry = now + messageMs;
+    if (messageLine) {
+        messageLine->setText(text);
+        messageLine->setFont("vera", size < 12 ? 14 : std::min(size, 18));
+        messageLine->visible = true;
+    }
 }
 
-void GameHUD::draw(IRenderer* renderer, float)
+void GameHUD::showMessageAt(int px, int py, const std::string& text)
 {
-    if (!renderer || messages.empty())
+    if (!positionedMessage)
         return;
-    FontRenderer* font = renderer->getFontRenderer();
-    if (!font)
+    positionedMessage->setPosition(px, py);
+    scaleItem(*positionedMessage, px, py);
+    positionedMessage->setText(text);
+    positionedMessage->visible = true;
+    positionedMessageExpiry = levelTime() + positionedMessageMs;
+}
+
+void GameHUD::showWeaponStrip()
+{
+    weaponStripExpiry = levelTime() + weaponStripMs;
+    updateWeaponStrip();
+    setWeaponStripVisible(true);
+}
+
+bool GameHUD::isWeaponStripVisible() const { return stripHighlight && stripHighlight->visible; }
+
+void GameHUD::setWeaponStripVisible(bool on)
+{
+    for (ImageHudItem* icon : stripIcons)
+        if (icon)
+            icon->visible = on;
+    if (stripHighlight)
+        stripHighlight->visible = on;
+    if (stripName)
+        stripName->visible = on;
+}
+
+void GameHUD::setWeaponIcon(const std::string& itemName)
+{
+    if (weaponIcon)
+        weaponIcon->setImage(images + itemName, ".png");
+}
+
+void GameHUD::updateWeaponStrip()
+{
+    if (!player || !stripHighlight)
+        return;
+    const Inventory& inv = player->inventory;
+    for (int slot = 1; slot <= 10; ++slot) {
+        ImageHudItem* icon = stripIcons[static_cast<size_t>(slot - 1)];
+        icon->setColour(255, 255, 255, inv.owns(slot) ? 255 : 100);
+    }
+    const int current = std::clamp(inv.currentWeapon, 1, 10);
+    const int px = 150 + (current - 1) * 34 - 4;
+    stripHighlight->setPosition(px, 476);
+    scaleItem(*stripHighlight, px, 476);
+    stripName->setText(WeaponMapping::displayName(inv.currentWeapon));
+}
+
+void GameHUD::update(float) { update(player); }
+
+void GameHUD::update(Player* p)
+{
+    if (p)
+        player = p;
+    refresh();
+}
+
+void GameHUD::refresh()
+{
+    const float now = levelTime();
+    while (!messages.empty() && messages.front().expiresAt < now)
+        messages.erase(messages.begin());
+    if (messageLine)
+        messageLine->visible = messageExpiry > now;
+    if (positionedMessage)
+        positionedMessage->visible = positionedMessageExpiry > now;
+    if (!player || !healthValue)
+        return;
+
+    healthValue->setText(std::to_string(player->health));
+    armourValue->setText(std::to_string(player->armour));
+    quadIcon->visible = quadValue->visible = player->hasquad;
+    quadValue->setText(wholeSeconds(player->quadtime - now));
+    invincibilityIcon->visible = invincibilityValue->visible = player->hasinvinc;
+    invincibilityValue->setText(wholeSeconds(player->invinctime - now));
+    DefaultGameplay* gameplay = GameplaySingleton::get().gameplay;
+    const bool racing = gameplay && gameplay->isRaceActive();
+    raceIcon->visible = raceValue->visible = racing;
+    if (racing) {
+        char text[32];
+        std::snprintf(text, sizeof text, "%.1f", gameplay->raceTime() / 1000.0f);
+        raceValue->setText(text);
+    }
+
+    const Inventory& inv = player->inventory;
+    const FireableWeapon* swarm = inv.weapon(10);
+    const float swarmLeft = swarm ? swarm->nextFireTime - now : 0.0f;
+    swarmValue->setText(swarmLeft < 1000.0f ? "Ready!" : wholeSeconds(swarmLeft));
+
+    const WeaponMapping::Row* row = WeaponMapping::byId(inv.currentWeapon);
+    if (row) {
+        setWeaponIcon(row->itemName);
+        weaponName->setText(row->displayName);
+        const int count = inv.ammoOf(row->ammoType);
+        ammoValue->setText(count == Inventory::unlimited ? "INF" : std::to_string(count));
+    }
+    updateWeaponStrip();
+    setWeaponStripVisible(weaponStripExpiry > now);
+    if (upgradeScreenVisible)
+        updateUpgradeScreen();
+}
+
+void GameHUD::setUpgradeScreen(bool on)
+{
+    upgradeScreenVisible = on;
+    for (HudItem* item : {static_cast<HudItem*>(upgradePanel), static_cast<HudItem*>(upgradeTitle),
+                          static_cast<HudItem*>(upgradeCurrentLevel), static_cast<HudItem*>(upgradeCash),
+                          static_cast<HudItem*>(upgradeUntilNext)})
+        if (item)
+            item->visible = on;
+    for (UpgradeLevelText* rowText : upgradeRows)
+        rowText->visible = on;
+    if (on)
+        updateUpgradeScreen();
+}
+
+void GameHUD::updateUpgradeScreen()
+{
+    if (!player || !upgradeCurrentLevel)
+        return;
+    const PlayerProperties& props = player->properties;
+    upgradeCurrentLevel->setText("Current Level : " + std::to_string(std::max(1, props.currentLevel)));
+    upgradeCash->setText("Current Cash : " + std::to_string(props.cash));
+    upgradeUntilNext->setText("Cash Until Next Level : " + std::to_string(props.cashUntilNextLevel()));
+    dimUnaffordableUpgrades();
+}
+
+void GameHUD::dimUnaffordableUpgrades()
+{
+    const int cash = player ? player->properties.cash : 0;
+    for (UpgradeLevelText* rowText : upgradeRows) {
+        if (rowText->cost > cash)
+            rowText->setColour(100, 100, 100, 255);
+        else
+            rowText->setColour(255, 255, 255, 255);
+    }
+}
+
+bool GameHUD::lowHealthFlashActive() const
+{
+    const bool enabled = !lowHealthFlashVar || lowHealthFlashVar->intValue >= 1;
+    return player && enabled && player->health <= 55 && !player->dead;
+}
+
+void GameHUD::drawLowHealthFlash(IRenderer& renderer, float frameTime)
+{
+    if (!lowHealthFlashActive())
+        return;
+    if (player->health > 35) {
+        flashCycler.speed = 150.0f;
+        flashCycler.minimum = 30.0f;
+        flashCycler.maximum = 90.0f;
+    } else {
+        flashCycler.speed = 512.0f;
+        flashCycler.minimum = 50.0f;
+        flashCycler.maximum = 150.0f;
+    }
+    flashCycler.update(frameTime);
+    renderer.setColour(255.0f, 0.0f, 0.0f, flashCycler.current);
+    renderer.drawImage(0.0f, static_cast<float>(screenHeight), 0.0f, static_cast<float>(screenWidth),
+                       static_cast<float>(screenHeight), flashImage, true, true);
+}
+
+void GameHUD::flashScreen(const RGBAColour& colour)
+{
+    screenFlash = colour;
+    screenFlashLeft = flashSeconds;
+}
+
+void GameHUD::draw(IRenderer* renderer, float frameTime)
+{
+    if (!renderer || !player)
         return;
     renderer->begin2D();
-    renderer->setTexturing(true);
-    renderer->setBlending(true);
-    // Newest message on top, stacked downwards from the upper middle.
-    float y = static_cast<float>(screenHeight) * 0.75f;
-    for (auto it = messages.rbegin(); it != messages.rend(); ++it) {
-        const int size = it->size < 12 ? 14 : it->size;
-        if (!font->selectFont("vera", size))
-            break;
-        const float x = font->centredX(0.0f, static_cast<float>(screenWidth), it->text);
-        renderer->setColour(255.0f, 255.0f, 255.0f, 255.0f);
-        font->drawTextShadowed(x, y, it->text);
-        y -= static_cast<float>(size) + 8.0f;
+    drawLowHealthFlash(*renderer, frameTime);
+    if (screenFlashLeft > 0.0f) {
+        const float alpha = screenFlash.a * screenFlashLeft / flashSeconds;
+        renderer->setColour(screenFlash.r, screenFlash.g, screenFlash.b, alpha);
+        renderer->drawImage(0.0f, static_cast<float>(screenHeight), 0.0f, static_cast<float>(screenWidth),
+                            static_cast<float>(screenHeight), flashImage, true, true);
+        screenFlashLeft -= frameTime;
+    }
+    // Long messages would run off the right edge from the panel's x: pull
+    // them in so they stay whole.
+    if (messageLine && messageLine->visible) {
+        if (FontRenderer* font = renderer->getFontRenderer())
+            if (font->selectFont("vera", messageLine->fontSize)) {
+                const float old = font->getScale();
+                font->setScale(messageLine->scale);
+                const int width = static_cast<int>(font->textWidth(messageLine->text));
+                font->setScale(old);
+                const int preferred = static_cast<int>(static_cast<float>(504 * screenWidth) / 640.0f);
+                messageLine->pixelX = std::max(4, std::min(preferred, screenWidth - width - 8));
+            }
     }
     renderer->end2D();
+    Hud::draw(*renderer);
 }

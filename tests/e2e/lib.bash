@@ -69,6 +69,27 @@ wait_for_file() {
 
 # Finds the game's window and gives it the keyboard; sets WIN.
 
+# Presses `key` in the game window and prints the first new log line that
+# starts with `prefix` (commands such as listinventory print one).
+log_line_after_key() {
+  local key=$1 prefix=$2 before
+  before=$(grep -c "^$prefix" "$work/outputlog.txt" || true)
+  xdotool key --window "$win" "$key"
+  for _ in $(seq 30); do
+    [ "$(grep -c "^$prefix" "$work/outputlog.txt" || true)" -gt "$before" ] && break
+    sleep 0.1
+  done
+  grep "^$prefix" "$work/outputlog.txt" | tail -n 1
+}
+
+# Fails when the log reports media that shipped content names but lacks.
+check_no_missing_media() {
+  if grep -E "falling back to default|fallback\.png|Couldn't find sound|Error reading bytes for: data/(images|sounds)" \
+    "$work/outputlog.txt"; then
+    fail "missing media while playing"
+  fi
+}
+
 # Presses `key` (bound to "playerinfo") in the game window `wid` of the game
 # in `dir` and prints the player's x and y, the level time and the level name.
 player_info() {

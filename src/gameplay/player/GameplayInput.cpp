@@ -173,13 +173,20 @@ void GameplayInput::updatePlayer(Player* player)
         player->fireCurrentWeapon();
     } else if (fireById) {
         player->isfiring = true;
+        player->inventory.fire(player, player->pos, player->aimDirection(), Player::now(), fireWeaponId);
     } else {
         player->isfiring = false;
         player->stopFiring();
+        if (fireWeaponId > 0 && fireWeaponId < 12)
+            player->inventory.stopFiring(fireWeaponId, Player::now());
     }
 
-    if (nextWeaponRequested)
+    if (nextWeaponRequested) {
         nextWeaponRequested = false;
-    if (previousWeaponRequested)
+        player->inventory.nextWeapon();
+    }
+    if (previousWeaponRequested) {
         previousWeaponRequested = false;
+        player->inventory.previousWeapon();
+    }
 }

@@ -29,6 +29,7 @@ Player::Player()
     maxhealth = 100;
     maxarmour = 100;
     setPlayerSide(true);
+    inventory.owner = this;
 }
 
 std::unique_ptr<Body> Player::clone() const { return std::make_unique<Player>(); }
@@ -65,6 +66,8 @@ void Player::die()
 void Player::think(float)
 {
     const float t = now();
+    if (!dead)
+        inventory.completePendingChange(t);
     if (dead && t > restartTime) {
         Game* game = Game::current();
         if (game && !game->isLevelPending()) {
@@ -140,15 +143,17 @@ void Player::readState(TiXmlElement* element)
     GameBody::readState(element);
     if (!element)
         return;
-    const char* text = element->Attribute("cash");
-    cash = text ? std::atoi(text) : 0;
+    properties.load(element);
+    maxhealth = properties.maxHealth;
+    maxarmour = properties.maxArmour;
+    inventory.load(element);
 }
 
 void Player::writeState(TiXmlElement* element)
 {
     GameBody::writeState(element);
-    if (element)
-        element->SetAttribute("cash", cash);
+    properties.save(element);
+    inventory.save(element);
 }
 
 void Player::levelLoaded() { levelReset(); }
@@ -158,9 +163,21 @@ void Player::levelLoaded() { levelReset(); }
 void Player::applyQuadEffect() {}
 void Player::applyInvincibleEffect() {}
 
-void Player::fireCurrentWeapon() {}
+Vector Player::aimDirection() const
+{
+    Vector d(mouseWorldPos.x - pos.x, mouseWorldPos.y - pos.y);
+    const float len = d.length2D();
+    return len > 0.0f ? Vector(d.x / len, d.y / len) : Vector(1.0f, 0.0f);
+}
 
-void Player::stopFiring() {}
+void Player::fireCurrentWeapon()
+{
+    if (dead)
+        return;
+    inventory.fire(this, pos, aimDirection(), now(), inventory.currentWeapon);
+}
+
+void Player::stopFiring() { inventory.stopFiring(inventory.currentWeapon, now()); }
 
 void Player::giveInvincibility(float factor)
 {
@@ -189,10 +206,20 @@ void Player::giveQuad(float factor)
 
 void Player::giveCash(int amount)
 {
-    cash += amount;
+    properties.cash += amount;
+    if (properties.checkUpgrades()) {
+        maxhealth = properties.maxHealth;
+        maxarmour = properties.maxArmour;
+    }
     playSound(24);
     if (GameHUD* h = hud())
         h->pickupMessage("Cash");
+    if (properties.upgradeAvailable) {
+        properties.upgradeAvailable = false;
+        playSound(30);
+        if (GameHUD* h = hud())
+            h->showMessage(properties.upgradeMessage, 8);
+    }
 }
 
 void Player::levelReset()
@@ -207,5 +234,7 @@ void Player::levelReset()
     solid = true;
     gravitymultiplier = 1.0f;
     takedamage = true;
+    maxhealth = properties.maxHealth;
+    maxarmour = properties.maxArmour;
     health = maxhealth;
 }

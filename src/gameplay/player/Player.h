@@ -6,6 +6,8 @@
 // something since the controls last looked.
 #include <string>
 
+#include "gameplay/items/Inventory.h"
+#include "gameplay/items/PlayerProperties.h"
 #include "world/gamebody/GameBody.h"
 #include "world/geometry/Vector.h"
 
@@ -46,6 +48,10 @@ public:
     // After a death-restart, brings the player back to life at full health.
     virtual void levelReset();
 
+    // The unit vector from the player towards its aim point (to the right
+    // when the two coincide).
+    Vector aimDirection() const;
+
     // Whether the player stood on something since the last call, then forgets
     // it. The controls ask once per step.
     bool takeGroundContact();
@@ -61,8 +67,9 @@ public:
     float restartTime = 0.0f;
     bool justRestarted = false;
     Vector mouseWorldPos;
-    // Cash collected; spent on upgrades.
-    int cash = 0;
+    // Weapons and ammunition; cash and upgrade levels (cash lives there).
+    Inventory inventory;
+    PlayerProperties properties;
     std::string glowImage = "data/images/playerglow.png";
     // Set while the hook is attached (drawn red instead of cyan).
     bool hookAttached = false;

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "core/Game.h"
+#include "gameplay/projectiles/Gib.h"
 #include "gameplay/GameplaySingleton.h"
 #include "particles/ParticleManager.h"
 #include "particles/TextParticleSystem.h"
@@ -169,9 +170,9 @@ void GameBody::deathEffects()
         return;
     startEffect("debugbloodexplosion");
     startEffect("deathghost");
-    // A violent death (health below -10, gibbable set) throws gibs with
-    // speeds 100-200 and sizes 8-10 here once gibs exist. Derived classes
-    // add their own effects.
+    // A violent death throws gibs. Derived classes add their own effects.
+    if (gibbable && health < -10)
+        Gib::spawnGibs(pos, 100.0f, 200.0f, 8.0f, 10.0f);
 }
 
 void GameBody::showDamage() { startEffect("debugblood"); }

@@ -8,7 +8,24 @@
 #include "gameplay/RaceEndBlock.h"
 #include "gameplay/RaceReset.h"
 #include "gameplay/RaceStart.h"
+#include "gameplay/items/AmmoBase.h"
+#include "gameplay/items/Armour.h"
+#include "gameplay/items/CashPickup.h"
+#include "gameplay/items/Health.h"
+#include "gameplay/items/Invincibility.h"
+#include "gameplay/items/MegaHealth.h"
+#include "gameplay/items/MegaQuadDamage.h"
+#include "gameplay/items/QuadDamage.h"
+#include "gameplay/items/QuickArmour.h"
+#include "gameplay/items/QuickHealth.h"
+#include "gameplay/items/ScreenWiper.h"
+#include "gameplay/items/WeaponBase.h"
 #include "gameplay/player/Player.h"
+#include "gameplay/projectiles/Gib.h"
+#include "gameplay/projectiles/GrenadeProjectile.h"
+#include "gameplay/projectiles/PlasmaPistolProjectile.h"
+#include "gameplay/projectiles/RocketProjectile.h"
+#include "gameplay/weapons/ShootingTarget.h"
 #include "world/body/Body.h"
 #include "world/level/PlaceholderBody.h"
 #include "world/logic/Battery.h"
@@ -62,16 +79,16 @@ struct TypeEntry {
 const TypeEntry typeTable[] = {
     {"detail", []() -> std::unique_ptr<Body> { return std::make_unique<DetailBody>(); }},
     {"clip", []() -> std::unique_ptr<Body> { return std::make_unique<Clip>(); }},
-    {"cashpickup",               nullptr}, // CashPickup
-    {"health",                   nullptr}, // Health
-    {"quickhealth",              nullptr}, // QuickHealth
-    {"megahealth",               nullptr}, // MegaHealth
-    {"armour",                   nullptr}, // Armour
-    {"quickarmour",              nullptr}, // QuickArmour
-    {"quad",                     nullptr}, // QuadDamage
-    {"megaquad",                 nullptr}, // MegaQuadDamage
-    {"invincibility",            nullptr}, // Invincibility
-    {"screenwiper",              nullptr}, // ScreenWiper
+    {"cashpickup", []() -> std::unique_ptr<Body> { return std::make_unique<CashPickup>(); }},
+    {"health", []() -> std::unique_ptr<Body> { return std::make_unique<Health>(); }},
+    {"quickhealth", []() -> std::unique_ptr<Body> { return std::make_unique<QuickHealth>(); }},
+    {"megahealth", []() -> std::unique_ptr<Body> { return std::make_unique<MegaHealth>(); }},
+    {"armour", []() -> std::unique_ptr<Body> { return std::make_unique<Armour>(); }},
+    {"quickarmour", []() -> std::unique_ptr<Body> { return std::make_unique<QuickArmour>(); }},
+    {"quad", []() -> std::unique_ptr<Body> { return std::make_unique<QuadDamage>(); }},
+    {"megaquad", []() -> std::unique_ptr<Body> { return std::make_unique<MegaQuadDamage>(); }},
+    {"invincibility", []() -> std::unique_ptr<Body> { return std::make_unique<Invincibility>(); }},
+    {"screenwiper", []() -> std::unique_ptr<Body> { return std::make_unique<ScreenWiper>(); }},
     {"player", []() -> std::unique_ptr<Body> { return std::make_unique<Player>(); }},
     {"spawnpoint", []() -> std::unique_ptr<Body> { return std::make_unique<SpawnPoint>(); }},
     {"levelchange", []() -> std::unique_ptr<Body> { return std::make_unique<LevelChange>(); }},
@@ -102,23 +119,23 @@ const TypeEntry typeTable[] = {
     {"skyinfo", []() -> std::unique_ptr<Body> { return std::make_unique<SkyInfo>(); }},
     {"namedpoint", []() -> std::unique_ptr<Body> { return std::make_unique<NamedPoint>(); }},
     {"targetgroup", []() -> std::unique_ptr<Body> { return std::make_unique<TargetGroup>(); }},
-    {"rocketlauncher",           nullptr}, // WeaponBase
-    {"grenadelauncher",          nullptr}, // WeaponBase
-    {"shotgun",                  nullptr}, // WeaponBase
-    {"chaingun",                 nullptr}, // WeaponBase
-    {"railgun",                  nullptr}, // WeaponBase
-    {"lightninggun",             nullptr}, // WeaponBase
-    {"plasmagun",                nullptr}, // WeaponBase
-    {"rocketlauncherammo",       nullptr}, // AmmoBase
-    {"grenadelauncherammo",      nullptr}, // AmmoBase
-    {"shotgunammo",              nullptr}, // AmmoBase
-    {"chaingunammo",             nullptr}, // AmmoBase
-    {"railgunammo",              nullptr}, // AmmoBase
-    {"lightninggunammo",         nullptr}, // AmmoBase
-    {"plasmagunammo",            nullptr}, // AmmoBase
-    {"grenadeprojectile",        nullptr}, // GrenadeProjectile
-    {"rocketprojectile",         nullptr}, // RocketProjectile
-    {"plasmapistolprojectile",   nullptr}, // PlasmaPistolProjectile
+    {"rocketlauncher", []() -> std::unique_ptr<Body> { return std::make_unique<WeaponBase>("rocketlauncher"); }},
+    {"grenadelauncher", []() -> std::unique_ptr<Body> { return std::make_unique<WeaponBase>("grenadelauncher"); }},
+    {"shotgun", []() -> std::unique_ptr<Body> { return std::make_unique<WeaponBase>("shotgun"); }},
+    {"chaingun", []() -> std::unique_ptr<Body> { return std::make_unique<WeaponBase>("chaingun"); }},
+    {"railgun", []() -> std::unique_ptr<Body> { return std::make_unique<WeaponBase>("railgun"); }},
+    {"lightninggun", []() -> std::unique_ptr<Body> { return std::make_unique<WeaponBase>("lightninggun"); }},
+    {"plasmagun", []() -> std::unique_ptr<Body> { return std::make_unique<WeaponBase>("plasmagun"); }},
+    {"rocketlauncherammo", []() -> std::unique_ptr<Body> { return std::make_unique<AmmoBase>("rocketlauncherammo"); }},
+    {"grenadelauncherammo", []() -> std::unique_ptr<Body> { return std::make_unique<AmmoBase>("grenadelauncherammo"); }},
+    {"shotgunammo", []() -> std::unique_ptr<Body> { return std::make_unique<AmmoBase>("shotgunammo"); }},
+    {"chaingunammo", []() -> std::unique_ptr<Body> { return std::make_unique<AmmoBase>("chaingunammo"); }},
+    {"railgunammo", []() -> std::unique_ptr<Body> { return std::make_unique<AmmoBase>("railgunammo"); }},
+    {"lightninggunammo", []() -> std::unique_ptr<Body> { return std::make_unique<AmmoBase>("lightninggunammo"); }},
+    {"plasmagunammo", []() -> std::unique_ptr<Body> { return std::make_unique<AmmoBase>("plasmagunammo"); }},
+    {"grenadeprojectile", []() -> std::unique_ptr<Body> { return std::make_unique<GrenadeProjectile>(); }},
+    {"rocketprojectile", []() -> std::unique_ptr<Body> { return std::make_unique<RocketProjectile>(); }},
+    {"plasmapistolprojectile", []() -> std::unique_ptr<Body> { return std::make_unique<PlasmaPistolProjectile>(); }},
     {"engineer",                 nullptr}, // Engineer
     {"harddrive",                nullptr}, // HardDrive
     {"cpu",                      nullptr}, // CPU
@@ -145,7 +162,8 @@ const TypeEntry typeTable[] = {
     {"bossblock", []() -> std::unique_ptr<Body> { return std::make_unique<BossBlock>(); }},
     {"swarmmember",              nullptr}, // SwarmMember
     {"friendly",                 nullptr}, // Friendly
-    {"gib",                      nullptr}, // Gib
+    {"gib", []() -> std::unique_ptr<Body> { return std::make_unique<Gib>(); }},
+    {"target", []() -> std::unique_ptr<Body> { return std::make_unique<ShootingTarget>(); }},
     {"racecheckpoint", []() -> std::unique_ptr<Body> { return std::make_unique<RaceCheckpoint>(); }},
     {"racestart", []() -> std::unique_ptr<Body> { return std::make_unique<RaceStart>(); }},
     {"raceend", []() -> std::unique_ptr<Body> { return std::make_unique<RaceEnd>(); }},

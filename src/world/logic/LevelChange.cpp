@@ -69,5 +69,5 @@ void LevelChange::recordLevelTime()
         return;
     const auto* player = dynamic_cast<const Player*>(game->getPlayer());
     out << game->getCurrentLevel() << " : " << game->getPendingSaveName() << " : "
-        << static_cast<long long>(now()) << " : Cash: " << (player ? player->cash : 0) << "\n";
+        << static_cast<long long>(now()) << " : Cash: " << (player ? player->properties.cash : 0) << "\n";
 }

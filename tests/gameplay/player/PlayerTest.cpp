@@ -81,7 +81,7 @@ TEST_F(PlayerTest, PowerUpsLastThirtySecondsAndKeepTheLargerFactor)
 
     player->giveCash(25);
     player->giveCash(5);
-    EXPECT_EQ(player->cash, 30);
+    EXPECT_EQ(player->properties.cash, 30);
     EXPECT_EQ(gameplay->getHud().lastMessage(), "Cash");
 }
 

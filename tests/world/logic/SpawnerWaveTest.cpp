@@ -232,7 +232,7 @@ TEST_F(SpawnerWaveTest, LevelChangeRecordsTheTimeAndRequestsTheLevel)
     ASSERT_NE(exit, nullptr);
     EXPECT_EQ(exit->kind, 5);
     EXPECT_EQ(exit->leveltarget, "test.xml");
-    player->cash = 75;
+    player->properties.cash = 75;
     game->setPendingSaveName("slot1");
     at(4321);
     touch(*exit, *player);

@@ -1,0 +1,22 @@
+#include "gameplay/items/QuickArmour.h"
+
+#include "gameplay/player/Player.h"
+
+QuickArmour::QuickArmour()
+{
+    type = "quickarmour";
+    kind = 3;
+    respawnDelay = 5000.0f;
+    amount = 0;
+}
+
+std::unique_ptr<Body> QuickArmour::clone() const { return std::make_unique<QuickArmour>(); }
+
+bool QuickArmour::giveTo(Player& player)
+{
+    if (player.armour >= player.maxarmour)
+        return false;
+    player.addArmour(amount);
+    announce(16, "Quick Armour");
+    return true;
+}

@@ -1,0 +1,80 @@
+#pragma once
+// The gameplay fixture with a level loaded and helpers for firing ranges:
+// targets are square GameBodies spawned into the world, the player stands on
+// the floor at x -400, and the weapon definitions start empty (built-in
+// numbers) with rand seeded.
+#include <cstdlib>
+
+#include "gameplay/GameplayFixture.h"
+#include "gameplay/weapons/WeaponDefinitions.h"
+#include "world/gamebody/GameBody.h"
+#include "world/quadtree/QuadTree.h"
+
+class WeaponsFixture : public GameplayFixture {
+protected:
+    void SetUp() override
+    {
+        GameplayFixture::SetUp();
+        WeaponDefinitions::clear();
+        std::srand(1);
+        loadLevel();
+        placePlayer(-400.0f, 8.0f);
+        player->inventory.initialise();
+    }
+
+    void TearDown() override
+    {
+        WeaponDefinitions::clear();
+        GameplayFixture::TearDown();
+    }
+
+    void placePlayer(float x, float y)
+    {
+        player->setPosition(Vector(x, y));
+        player->transform();
+        player->updateBounds();
+        game->getQuadTree().update(player);
+    }
+
+    // A creature-like target: solid, an entity, takes damage.
+    GameBody* target(float x, float y, int health = 1000, float size = 16.0f, float mass = 0.0f)
+    {
+        auto* body = new GameBody();
+        body->makeRectangle(size, size);
+        body->setPosition(Vector(x, y));
+        body->setMass(mass);
+        body->entity = true;
+        body->takedamage = true;
+        body->showdamage = false;
+        body->health = health;
+        body->gravitymultiplier = mass > 0.0f ? 1.0f : 0.0f;
+        game->spawnBody(body);
+        return body;
+    }
+
+    // Level geometry: an immovable, non-entity wall.
+    Body* wall(float x, float y, float w, float h)
+    {
+        auto* body = new Body();
+        body->makeRectangle(w, h);
+        body->setPosition(Vector(x, y));
+        body->setMass(0.0f);
+        game->spawnBody(body);
+        return body;
+    }
+
+    bool fire(int weaponId, const Vector& aim = Vector(1.0f, 0.0f))
+    {
+        return player->inventory.fire(player, player->pos, aim, Player::now(), weaponId);
+    }
+
+    template <class T>
+    int countBodies()
+    {
+        int n = 0;
+        for (Body* b : game->getBodies())
+            if (dynamic_cast<T*>(b) && !b->cancleanup)
+                ++n;
+        return n;
+    }
+};

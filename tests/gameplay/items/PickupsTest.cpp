@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "gameplay/WeaponsFixture.h"
+#include "gameplay/items/AmmoBase.h"
+#include "gameplay/items/CashPickup.h"
+#include "gameplay/items/Health.h"
+#include "gameplay/items/MegaHealth.h"
+#include "gameplay/items/QuadDamage.h"
+#include "gameplay/items/ScreenWiper.h"
+#include "gameplay/items/WeaponBase.h"
+
+class PickupsTest : public WeaponsFixture {
+protected:
+    template <class T, class... Args>
+    T* pickup(Args&&... args)
+    {
+        auto* body = new T(std::forward<Args>(args)...);
+        body->makeRectangle(16.0f, 16.0f);
+        body->setPosition(Vector(-300.0f, 8.0f));
+        body->setMass(0.0f);
+        game->spawnBody(body);
+        return body;
+    }
+    void touch(RespawnableBody& item)
+    {
+        TouchInfo info;
+        info.other = player;
+        info.self = &item;
+        item.onTouch(info);
+    }
+};
+
+TEST_F(PickupsTest, HealthHealsUpToTheMaximumAndRespawnsOnTheLevelClock)
+{
+    player->maxhealth = 150;
+    player->health = 100;
+    Health* health = pickup<Health>();
+    touch(*health);
+    EXPECT_EQ(player->health, 150);
+    EXPECT_FALSE(health->visible);
+    EXPECT_EQ(gameplay->getHud().lastMessage(), "Health");
+    // Taken: touching again does nothing until it is back.
+    player->health = 10;
+    touch(*health);
+    EXPECT_EQ(player->health, 10);
+    const float back = health->nextRespawn;
+    EXPECT_FLOAT_EQ(back - levelTime(), 5000.0f);
+    while (levelTime() < back)
+        frame();
+    frames(10);
+    EXPECT_TRUE(health->visible);
+    // At full health it stays where it is.
+    player->health = 150;
+    touch(*health);
+    EXPECT_TRUE(health->visible);
+
+    // Placed by a level: the longer delay and 50.
+    Health level;
+    level.readAttributes({});
+    EXPECT_FLOAT_EQ(level.respawnDelay, 20000.0f);
+    level.readAttributes({{"RespawnDelay", "7000"}, {"amount", "25"}});
+    EXPECT_FLOAT_EQ(level.respawnDelay, 7000.0f);
+    EXPECT_EQ(level.amount, 25);
+}
+
+TEST_F(PickupsTest, AmmoAndWeaponPickups)
+{
+    AmmoBase* shells = pickup<AmmoBase>("shotgunammo");
+    player->inventory.setAmmo(3, 50);
+    touch(*shells);
+    EXPECT_TRUE(shells->visible);  // full: left in place
+    player->inventory.setAmmo(3, 45);
+    touch(*shells);
+    EXPECT_EQ(player->inventory.ammoOf(3), 50);
+    EXPECT_FALSE(shells->visible);
+    EXPECT_EQ(gameplay->getHud().lastMessage(), "Shells");
+
+    WeaponBase* launcher = pickup<WeaponBase>("rocketlauncher");
+    touch(*launcher);
+    EXPECT_TRUE(player->inventory.owns(7));
+    EXPECT_EQ(player->inventory.ammoOf(6), 10);
+    EXPECT_EQ(gameplay->getHud().lastMessage(), "Rocket Launcher");
+    // The factory makes both for their type names.
+    std::unique_ptr<Body> fromFactory(gameplay->createBody("railgunammo"));
+    auto* rails = dynamic_cast<AmmoBase*>(fromFactory.get());
+    ASSERT_NE(rails, nullptr);
+    EXPECT_EQ(rails->ammoWeapon, "railgun");
+    std::unique_ptr<Body> gun(gameplay->createBody("plasmagun"));
+    EXPECT_NE(dynamic_cast<WeaponBase*>(gun.get()), nullptr);
+}
+
+TEST_F(PickupsTest, CashIsTakenForGoodAndPowerUpsExpire)
+{
+    CashPickup* cash = pickup<CashPickup>();
+    cash->amount = 60;
+    touch(*cash);
+    EXPECT_EQ(player->properties.cash, 60);
+    EXPECT_EQ(player->properties.currentLevel, 1);
+    frames(400);  // 10 s: cash never comes back
+    EXPECT_FALSE(cash->visible);
+
+    QuadDamage* quad = pickup<QuadDamage>();
+    touch(*quad);
+    EXPECT_TRUE(player->hasquad);
+    EXPECT_FLOAT_EQ(player->damagefactor, 4.0f);
+    const float ends = player->quadtime;
+    while (levelTime() < ends + 300.0f)
+        frame();
+    EXPECT_FALSE(player->hasquad);
+    EXPECT_FLOAT_EQ(player->damagefactor, 1.0f);
+}
+
+TEST_F(PickupsTest, TheScreenWiperHitsEnemiesInRangeOnly)
+{
+    GameBody* nearEnemy = target(-200.0f, 8.0f, 600);
+    nearEnemy->setEnemy(true);
+    GameBody* friendly = target(-250.0f, 8.0f, 600);
+    GameBody* farEnemy = target(300.0f, 100.0f, 600);
+    farEnemy->setEnemy(true);
+    ScreenWiper* wiper = pickup<ScreenWiper>();
+    touch(*wiper);
+    EXPECT_EQ(nearEnemy->health, 100);
+    EXPECT_EQ(friendly->health, 600);
+    EXPECT_EQ(farEnemy->health, 600);
+    EXPECT_EQ(gameplay->getHud().lastMessage(), "SCREENWIPE");
+}
+
+TEST_F(PickupsTest, OnlyTheLivingPlayerCollects)
+{
+    Health* health = pickup<Health>();
+    player->health = 20;
+    GameBody stranger;
+    TouchInfo info;
+    info.other = &stranger;
+    health->onTouch(info);
+    EXPECT_TRUE(health->visible);
+    // And the player walks through pickups instead of bumping into them.
+    EXPECT_FALSE(health->collidesWith(player));
+}

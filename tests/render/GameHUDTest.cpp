@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "gameplay/WeaponsFixture.h"
+#include "render/ImageHudItem.h"
+#include "render/TextHudItem.h"
+#include "render/UpgradeLevelText.h"
+
+class GameHUDTest : public WeaponsFixture {
+protected:
+    GameHUD& hud() { return gameplay->getHud(); }
+};
+
+TEST_F(GameHUDTest, ItemsScaleWithTheWindowAndStayInside)
+{
+    for (auto [w, h] : {std::pair{640, 480}, {1024, 768}, {1920, 1080}, {1280, 960}}) {
+        hud().resize(w, h);
+        for (const auto& item : hud().getItems()) {
+            EXPECT_EQ(item->pixelX, static_cast<int>(std::lround(item->x * w / 640.0)));
+            EXPECT_EQ(item->pixelY, static_cast<int>(std::lround(item->y * h / 480.0)));
+            EXPECT_GE(item->pixelX, 0);
+            EXPECT_LE(item->pixelX + item->pixelWidth, w);
+            EXPECT_LE(item->pixelY, h);
+            EXPECT_GE(item->pixelY - item->pixelHeight, 0);
+        }
+    }
+    // Exactly twice the design values at 1280 x 960.
+    EXPECT_EQ(hud().weaponIcon->pixelX, 1008);
+    EXPECT_EQ(hud().weaponIcon->pixelY, 924);
+    EXPECT_EQ(hud().weaponIcon->pixelWidth, 96);
+    EXPECT_FLOAT_EQ(hud().healthValue->scale, 2.0f);
+}
+
+TEST_F(GameHUDTest, PanelsShowThePlayer)
+{
+    player->health = 77;
+    player->armour = 12;
+    frame();
+    EXPECT_EQ(hud().healthValue->text, "77");
+    EXPECT_EQ(hud().armourValue->text, "12");
+    EXPECT_EQ(hud().weaponName->text, "Pistol");
+    EXPECT_EQ(hud().ammoValue->text, "INF");
+    EXPECT_EQ(hud().weaponIcon->image, "data/images/pistol.png");
+    EXPECT_EQ(hud().swarmValue->text, "Ready!");
+    EXPECT_FALSE(hud().quadIcon->visible);
+    run("give quad");
+    frame();
+    EXPECT_TRUE(hud().quadIcon->visible);
+    EXPECT_EQ(hud().quadValue->text, "29");
+    run("give shotgun");
+    run("give shotgunammo 7");
+    run("useitem shotgun");
+    frame();
+    EXPECT_EQ(hud().ammoValue->text, "7");
+    EXPECT_TRUE(hud().isWeaponStripVisible());
+    EXPECT_EQ(hud().stripIcons[3]->colour.a, 255.0f);
+    EXPECT_EQ(hud().stripIcons[4]->colour.a, 100.0f);
+}
+
+TEST_F(GameHUDTest, MessagesExpire)
+{
+    hud().showMessage("Hello");
+    frame();
+    EXPECT_TRUE(hud().messageLine->visible);
+    frames(82);
+    EXPECT_FALSE(hud().messageLine->visible);
+    EXPECT_EQ(hud().lastMessage(), "");
+    hud().showMessageAt(100, 200, "There");
+    frames(190);
+    EXPECT_TRUE(hud().positionedMessage->visible);
+    frames(20);
+    EXPECT_FALSE(hud().positionedMessage->visible);
+}
+
+TEST_F(GameHUDTest, LowHealthFlashThresholds)
+{
+    player->health = 56;
+    EXPECT_FALSE(hud().lowHealthFlashActive());
+    player->health = 55;
+    EXPECT_TRUE(hud().lowHealthFlashActive());
+    NullRenderer renderer;
+    hud().drawLowHealthFlash(renderer, 0.01f);
+    EXPECT_FLOAT_EQ(hud().getFlashCycler().speed, 150.0f);
+    player->health = 35;
+    hud().drawLowHealthFlash(renderer, 0.01f);
+    EXPECT_FLOAT_EQ(hud().getFlashCycler().speed, 512.0f);
+    player->dead = true;
+    EXPECT_FALSE(hud().lowHealthFlashActive());
+}
+
+TEST_F(GameHUDTest, UpgradeScreenShowsLevelCashAndDimsWhatIsOutOfReach)
+{
+    EXPECT_FALSE(hud().upgradePanel->visible);
+    player->giveCash(80);
+    run("+showupgrades");
+    EXPECT_TRUE(hud().upgradePanel->visible);
+    EXPECT_EQ(hud().upgradeCurrentLevel->text, "Current Level : 2");
+    EXPECT_EQ(hud().upgradeCash->text, "Current Cash : 80");
+    EXPECT_EQ(hud().upgradeUntilNext->text, "Cash Until Next Level : 20");
+    ASSERT_EQ(hud().upgradeRows.size(), 12u);
+    EXPECT_EQ(hud().upgradeRows[1]->colour.r, 255.0f);
+    EXPECT_EQ(hud().upgradeRows[2]->colour.r, 100.0f);
+    run("-showupgrades");
+    EXPECT_FALSE(hud().upgradePanel->visible);
+}
