@@ -15,6 +15,6 @@ fi
 cmake -S "$root" -B "$build" "${extra[@]}" >/dev/null
 cmake --build "$build" -j2
 cd "$build"
-# End-to-end runs share one X server per test and real timing; a test that
+# End-to-end runs depend on real timing under Xvfb; a test that
 # fails once under load gets one more try.
 ctest --output-on-failure -j2 --timeout 300 --repeat until-pass:2 "$@"
