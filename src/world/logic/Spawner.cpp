@@ -3,6 +3,7 @@
 #include <tinyxml.h>
 
 #include "core/Game.h"
+#include "gameplay/enemies/EnemyBase.h"
 #include "sound/ISound.h"
 #include "world/level/BodyFactory.h"
 #include "world/level/LevelValues.h"
@@ -94,7 +95,8 @@ Body* Spawner::spawn()
         return nullptr;
     Body* body = made.release();
     body->makeRectangle(16.0f, 16.0f);
-    // Enemies take their spawn level here once enemies exist.
+    if (auto* enemy = dynamic_cast<EnemyBase*>(body))
+        enemy->applyLevel(spawnlevel);
     if (auto* child = dynamic_cast<GameBody*>(body))
         adopt(child);
     numspawned += 1;
