@@ -21,6 +21,7 @@
 #include "gameplay/IGameplay.h"
 #include "gameplay/player/Player.h"
 #include "gui/GUIManager.h"
+#include "menus/CutSceneFrame.h"
 #include "input/GameInput.h"
 #include "particles/ParticleManager.h"
 #include "render/FontRenderer.h"
@@ -746,6 +747,8 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     pendingLevel.clear();
     pendingLevelEntry.clear();
     inputManager.setTarget("game");
+    // The menus that started the level give way to it.
+    guiManager->setVisible(false);
     // Leaves do not split while the game runs.
     quadTree.setSplitAllowed(false);
     tickTimer();
@@ -935,6 +938,18 @@ void Game::requestLoad(const std::string& name)
     loadPending = true;
     pendingSaveName = name;
     startFade();
+}
+
+void Game::showCutscene(const std::string& name)
+{
+    auto* frame = dynamic_cast<CutSceneFrame*>(guiManager->findComponent(CutSceneFrame::componentName));
+    if (!frame)
+        return;
+    guiManager->setVisible(true);
+    inputManager.setTarget("gui");
+    worldRunning = false;
+    console->setVisible(false);
+    frame->play(name);
 }
 
 void Game::clearOverlay() { overlay.reset(); }

@@ -119,6 +119,9 @@ public:
     virtual void saveGame();
     virtual void loadGame(const std::string& name);
     virtual void requestLoad(const std::string& name);
+    // Plays the named cut scene in the GUI component "cutscene": the GUI
+    // takes the input and the world stops until the scene ends.
+    virtual void showCutscene(const std::string& name);
     virtual void clearOverlay();
     virtual void startFade();
     virtual void pause();
