@@ -65,7 +65,7 @@ MainInterface::MainInterface() : smileys(std::make_unique<BouncingSmileys>())
         button->setName(std::string(entry[1]) + "button");
         button->setClickSound(MenuFrame::openSound);
         button->addActionListener(std::make_unique<TaskbarListener>());
-        bar->add(std::move(button));
+        taskButtons.push_back(bar->add(std::move(button)));
     }
     taskbar = add(std::move(bar));
 }
@@ -87,7 +87,7 @@ void MainInterface::layoutTaskbar()
     const float total = 3.0f * taskButtonWidth + 2.0f * gap;
     float left = std::floor(x + (width - total) / 2.0f);
     const float top = std::floor(y - height + (MenuFrame::taskbarHeight + taskButtonHeight) / 2.0f);
-    for (const auto& button : taskbar->getChildren()) {
+    for (GUIComponent* button : taskButtons) {
         button->setBounds(left, top, taskButtonWidth, taskButtonHeight);
         left += taskButtonWidth + gap;
     }

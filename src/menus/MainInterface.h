@@ -3,6 +3,9 @@
 // sprites, a task bar ("Main Menu", "Options", "Resume Game") and every
 // menu screen and the cut-scene frame as its children. It shows itself
 // while the GUI has the input and hides while the game has it.
+#include <memory>
+#include <vector>
+
 #include "gui/TransFrame.h"
 
 class BouncingSmileys;
@@ -32,4 +35,6 @@ private:
     std::unique_ptr<BouncingSmileys> smileys;
     CutSceneFrame* cutScene = nullptr;
     GUIComponent* taskbar = nullptr;
+    // In their order on the bar (a click reorders the bar's children).
+    std::vector<GUIComponent*> taskButtons;
 };
