@@ -747,8 +747,6 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     pendingLevel.clear();
     pendingLevelEntry.clear();
     inputManager.setTarget("game");
-    // The menus that started the level give way to it.
-    guiManager->setVisible(false);
     // Leaves do not split while the game runs.
     quadTree.setSplitAllowed(false);
     tickTimer();

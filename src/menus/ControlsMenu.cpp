@@ -9,6 +9,7 @@
 #include "gui/KeyBindBox.h"
 #include "gui/Label.h"
 #include "gui/Slider.h"
+#include "menus/ScreenListener.h"
 
 namespace {
 constexpr float frameWidth = 460.0f;
@@ -20,19 +21,16 @@ constexpr size_t mostRows = 9;
 constexpr float sliderY = rowsY + rowHeight * mostRows + 14.0f;
 constexpr float frameHeight = sliderY + 40.0f;
 
-class ControlsListener : public ActionListener {
+class ControlsListener : public ScreenListener<ControlsMenu> {
 public:
-    explicit ControlsListener(ControlsMenu& menu) : menu(menu) {}
+    using ScreenListener::ScreenListener;
     void actionPerformed(const std::string& command, GUIComponent*) override
     {
         if (command == "bindupdate")
-            menu.refreshBindings();
+            screen.refreshBindings();
         else
-            menu.showGroup(command);
+            screen.showGroup(command);
     }
-
-private:
-    ControlsMenu& menu;
 };
 }
 

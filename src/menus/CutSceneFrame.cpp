@@ -10,6 +10,7 @@
 #include "gui/TextLayout.h"
 #include "menus/MainMenu.h"
 #include "menus/MenuFrame.h"
+#include "menus/ScreenListener.h"
 #include "render/FontRenderer.h"
 #include "render/IRenderer.h"
 
@@ -19,19 +20,16 @@ constexpr float buttonSize = 40.0f;
 constexpr float minimumScale = 0.5f;
 constexpr float textPadding = 8.0f;
 
-class CutSceneFrameButtonListener : public ActionListener {
+class CutSceneFrameButtonListener : public ScreenListener<CutSceneFrame> {
 public:
-    explicit CutSceneFrameButtonListener(CutSceneFrame& frame) : frame(frame) {}
+    using ScreenListener::ScreenListener;
     void actionPerformed(const std::string& command, GUIComponent*) override
     {
         if (command == "nextframe")
-            frame.nextPage();
+            screen.nextPage();
         else if (command == "prevframe")
-            frame.previousPage();
+            screen.previousPage();
     }
-
-private:
-    CutSceneFrame& frame;
 };
 
 // Larger windows get larger type so a page reads the same at any size.

@@ -7,25 +7,23 @@
 #include "gui/Label.h"
 #include "gui/ListBox.h"
 #include "gui/Picture.h"
+#include "menus/ScreenListener.h"
 #include "render/IRenderer.h"
 #include "resources/FileOps.h"
 
 namespace {
 constexpr float frameWidth = 470.0f;
 
-class LoadGameMenuListener : public ActionListener {
+class LoadGameMenuListener : public ScreenListener<LoadGameMenu> {
 public:
-    explicit LoadGameMenuListener(LoadGameMenu& menu) : menu(menu) {}
+    using ScreenListener::ScreenListener;
     void actionPerformed(const std::string& command, GUIComponent*) override
     {
         if (command == "selchange")
-            menu.showSelection();
+            screen.showSelection();
         else if (command == "loadgame")
-            menu.loadSelected();
+            screen.loadSelected();
     }
-
-private:
-    LoadGameMenu& menu;
 };
 }
 

@@ -10,23 +10,21 @@
 #include "gui/TextBox.h"
 #include "gui/TextContainer.h"
 #include "gui/TextView.h"
+#include "menus/ScreenListener.h"
 
 namespace {
 constexpr float frameWidth = 470.0f;
 
-class NewAdventureMenuListener : public ActionListener {
+class NewAdventureMenuListener : public ScreenListener<NewAdventureMenu> {
 public:
-    explicit NewAdventureMenuListener(NewAdventureMenu& menu) : menu(menu) {}
+    using ScreenListener::ScreenListener;
     void actionPerformed(const std::string& command, GUIComponent*) override
     {
         if (command == "selchange")
-            menu.showSelection();
+            screen.showSelection();
         else if (command == "begin")
-            menu.begin();
+            screen.begin();
     }
-
-private:
-    NewAdventureMenu& menu;
 };
 
 bool fileExists(const std::string& path) { return std::ifstream(path).good(); }

@@ -5,6 +5,7 @@
 #include "core/Game.h"
 #include "gui/Label.h"
 #include "gui/Slider.h"
+#include "menus/ScreenListener.h"
 #include "sound/ISound.h"
 
 namespace {
@@ -15,17 +16,14 @@ constexpr int maxVolume = 128;
 
 int rounded(float v) { return static_cast<int>(std::lround(v)); }
 
-class SoundListener : public ActionListener {
+class SoundListener : public ScreenListener<SoundMenu> {
 public:
-    explicit SoundListener(SoundMenu& menu) : menu(menu) {}
+    using ScreenListener::ScreenListener;
     void actionPerformed(const std::string& command, GUIComponent*) override
     {
         if (command == "apply")
-            menu.apply();
+            screen.apply();
     }
-
-private:
-    SoundMenu& menu;
 };
 }
 

@@ -8,6 +8,7 @@
 #include "core/Game.h"
 #include "gui/Label.h"
 #include "gui/ValueBox.h"
+#include "menus/ScreenListener.h"
 #include "render/IRenderer.h"
 #include "world/geometry/Dimension.h"
 
@@ -25,17 +26,14 @@ bool varOn(const char* name, bool fallback)
     return v ? v->intValue > 0 : fallback;
 }
 
-class VideoListener : public ActionListener {
+class VideoListener : public ScreenListener<VideoMenu> {
 public:
-    explicit VideoListener(VideoMenu& menu) : menu(menu) {}
+    using ScreenListener::ScreenListener;
     void actionPerformed(const std::string& command, GUIComponent*) override
     {
         if (command == "apply")
-            menu.apply();
+            screen.apply();
     }
-
-private:
-    VideoMenu& menu;
 };
 }
 
