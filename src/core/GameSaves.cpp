@@ -106,9 +106,9 @@ void Game::saveGame()
     ::mkdir("saves", 0755);
     const bool written = AtomicFile::replace(
         path, [&document](const std::string& temporary) { return document.SaveFile(temporary); });
-    // From the menus the picture is the one taken as they opened, with the
-    // game behind them.
-    if (!guiManager || !guiManager->isVisible())
+    // With the menus up (the world stopped behind them) the picture is the
+    // one taken as they opened, showing the game.
+    if (worldRunning || !guiManager || !guiManager->isVisible())
         captureThumbnail();
     renderer->saveGrab(thumbnailPath(pendingSaveName), thumbnailWidth, thumbnailHeight);
     if (written)

@@ -311,7 +311,9 @@ TEST_F(GameSaveTest, ACheckpointWritesARealSave)
 TEST_F(GameSaveTest, ThumbnailFromTheMenusIsTheStillTakenAsTheyOpened)
 {
     loadSaveLevel();
+    // As Escape opens the menus.
     game->getGUIManager()->setVisible(true);
+    game->setWorldRunning(false);
     save("savegame menu");
     EXPECT_EQ(thumbnails->grabs, 0);
     EXPECT_EQ(readFile("saves/menu.png"), "320x240");

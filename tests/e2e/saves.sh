@@ -13,6 +13,8 @@ cat > "$work/data/autoexec.txt" <<'SCRIPT'
 set movemode 2
 bind k playerinfo
 bind n loadgame nosuchsave
+bind o savegame e2e
+bind l loadgame e2e
 SCRIPT
 
 start_game "$work" +map test
@@ -28,7 +30,8 @@ walk() {
   xdotool keydown --window "$win" "$1"
   sleep "$2"
   xdotool keyup --window "$win" "$1"
-  sleep 0.8
+  # The player slides a while after the key is let go.
+  sleep 2
 }
 console() {
   xdotool key --window "$win" grave
@@ -42,17 +45,18 @@ console() {
 
 walk d 1.2
 read -r x1 y1 t1 level <<<"$(info)"
-console "savegame e2e"
+xdotool key --window "$win" o
 wait_for_log "$work" "^Saving save game: saves/e2e.xml$" 10
 wait_for_file "$work/saves/e2e.png" 10
 [ -s "$work/saves/e2e.xml" ] || fail "no save file"
 [ ! -e "$work/saves/e2e.xml.tmp" ] || fail "temporary save file left behind"
 
-# Move well away and let the clock run, then load.
-walk d 1.5
+# Move well away (back left: a crate stops the walk right) and let the clock
+# run, then load.
+walk a 1.5
 read -r x2 _ t2 _ <<<"$(info)"
 near "$x1" "$x2" 40 && fail "the player did not move after saving ($x1 -> $x2)"
-console "loadgame e2e"
+xdotool key --window "$win" l
 wait_for_log "$work" "^Loading save game: saves/e2e.xml$" 10
 sleep 0.3
 read -r x3 y3 t3 level3 <<<"$(info)"
@@ -69,7 +73,7 @@ read -r qx _ _ _ <<<"$(info)"
 xdotool key --window "$win" F5
 wait_for_log "$work" "^Saving save game: saves/quicksave.xml$" 10
 wait_for_file "$work/saves/quicksave.png" 10
-walk d 1.5
+walk a 1.2
 xdotool key --window "$win" F9
 wait_for_log "$work" "^Loading save game: saves/quicksave.xml$" 10
 sleep 0.3
@@ -81,6 +85,11 @@ xdotool key --window "$win" n
 wait_for_log "$work" "^Can't load save file: saves/nosuchsave.xml$" 10
 read -r nx _ _ _ <<<"$(info)"
 near "$nx" "$qx2" 12 || fail "a missing save moved the player from $qx2 to $nx"
+
+# Typed in the console: the thumbnail shows the game, not the console over it.
+console "savegame console"
+wait_for_log "$work" "^Saving save game: saves/console.xml$" 10
+wait_for_file "$work/saves/console.png" 10
 
 stop_game
 grep -q "AVG FPS:" "$log" || fail "the game did not shut down cleanly"
@@ -96,9 +105,9 @@ assert len(root.find("Objects")) > 5 and root.find("Player").find("inventory") i
 PY
 [ -z "${BQ_SHOTS:-}" ] || cp "$work/saves/e2e.png" "$BQ_SHOTS/save_thumbnail.png"
 
-# Both thumbnails: 320 x 240, a picture of the level (many colours, not
+# The thumbnails: 320 x 240, a picture of the level (many colours, not
 # black), and no console over the top third.
-for thumb in "$work/saves/e2e.png" "$work/saves/quicksave.png"; do
+for thumb in "$work/saves/e2e.png" "$work/saves/quicksave.png" "$work/saves/console.png"; do
   PYTHONPATH="$(dirname "$0")" /usr/bin/python3 - "$thumb" <<'PY' || fail "bad thumbnail $thumb"
 import sys
 from png_rows import read_png
@@ -113,6 +122,9 @@ for row in rows:
         dark += sum(px) < 30
 assert len(colours) > 40, "too few colours: %d" % len(colours)
 assert dark < (w // 4) * h * 0.6, "mostly black"
+# The console is a dark translucent band across the top of the window.
+top = [tuple(rows[y][x:x + 3]) for y in range(0, 60, 4) for x in range(0, w * ch, ch * 8)]
+assert sum(sum(p) < 120 for p in top) < len(top) * 0.5, "dark band over the top: the console?"
 print(sys.argv[1], w, h, len(colours), "colours")
 PY
 done
