@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdio>
 #include <fstream>
+#include <utility>
 
 #include "console/CommandRegistry.h"
 #include "console/Console.h"
@@ -137,6 +138,8 @@ bool Game::init()
         startupLevel.reset();
         loadLevel(name, entry);
     }
+    if (startupSave)
+        loadGame(*std::exchange(startupSave, std::nullopt));
     runCommandLine(false);
     return true;
 }
@@ -729,11 +732,7 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
         addBody(player, false);
         addActiveBody(player);
     }
-    // A level that names no sky still gets one rather than a black void.
-    if (!skyManager->getCurrentSky())
-        skyManager->loadSky(SkyManager::defaultSky);
-    skyManager->loadSky("data/sky/hcsky1.xml");
-    skyManager->loadSky("data/sky/hcsky2.xml");
+    prepareSkies();
     if (gameplay) {
         gameplay->startLevel(entry);
         // The spawn point moved the player: index it where it now stands.
@@ -750,6 +749,15 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     // Leaves do not split while the game runs.
     quadTree.setSplitAllowed(false);
     tickTimer();
+}
+
+void Game::prepareSkies()
+{
+    // A level that names no sky still gets one rather than a black void.
+    if (!skyManager->getCurrentSky())
+        skyManager->loadSky(SkyManager::defaultSky);
+    skyManager->loadSky("data/sky/hcsky1.xml");
+    skyManager->loadSky("data/sky/hcsky2.xml");
 }
 
 void Game::requestLevel(const std::string& name, const std::string& entry)
@@ -928,9 +936,6 @@ void Game::updateCamera(float frameTime)
     if (player)
         cameraSettled = followChasePoint(player->pos, player->camera, frameTime);
 }
-void Game::saveGame() { saveRequested = false; }
-void Game::loadGame(const std::string&) {}
-
 void Game::requestLoad(const std::string& name)
 {
     loadPending = true;
