@@ -132,7 +132,7 @@ void CutSceneFrame::finish()
         const std::string level = scene.endLevel();
         game->loadLevel(level, scene.endSpawn());
         if (game->isLevelLoaded() && game->getCurrentLevel() == level) {
-            game->getInputManager().hideGUI();
+            leave();
             return;
         }
         // The next level is missing: the player is offered the menus
@@ -149,8 +149,12 @@ void CutSceneFrame::leave()
     Game* game = Game::current();
     if (game->isLevelLoaded()) {
         game->getInputManager().hideGUI();
+        if (saveWhenDone)
+            game->requestSave();
+        saveWhenDone = false;
         return;
     }
+    saveWhenDone = false;
     MenuFrame::showScreen(MainMenu::screenName);
 }
 

@@ -34,6 +34,11 @@ public:
     // Hides the frame and runs the scene's onend action.
     void finish();
 
+    // Asks the Game for a save once the scene has handed the game back (a
+    // new adventure's first save, taken after its opening).
+    void setSaveWhenDone(bool on) { saveWhenDone = on; }
+    bool isSaveWhenDone() const { return saveWhenDone; }
+
     const CutScene& getScene() const { return scene; }
     int getPage() const { return page; }
     const std::string& getPageText() const;
@@ -44,11 +49,13 @@ private:
     void showPage(int index);
     void layout();
     void drawPage(IRenderer& renderer, const CutScene::Page& p);
-    // Back to the game when a level is loaded, else to the main menu.
+    // Back to the game (and its save, when one waits) when a level is
+    // loaded, else to the main menu.
     void leave();
 
     CutScene scene;
     int page = 0;
+    bool saveWhenDone = false;
     float scale = 1.0f;
     float pageX = 0.0f;
     float pageY = 0.0f;

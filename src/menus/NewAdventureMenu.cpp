@@ -9,7 +9,9 @@
 #include "gui/ListBox.h"
 #include "gui/TextBox.h"
 #include "gui/TextContainer.h"
+#include "gui/GUIManager.h"
 #include "gui/TextView.h"
+#include "menus/CutSceneFrame.h"
 #include "menus/ScreenListener.h"
 
 namespace {
@@ -121,9 +123,15 @@ bool NewAdventureMenu::begin()
     say("");
     setEnabled(false);
     game->setPendingSaveName(name);
-    game->requestSave();
     game->getInputManager().hideGUI();
-    if (!adventure.cutscene.empty())
-        game->showCutscene(adventure.cutscene);
+    auto* opening = dynamic_cast<CutSceneFrame*>(game->getGUIManager()->findComponent(CutSceneFrame::componentName));
+    if (adventure.cutscene.empty() || !opening) {
+        game->requestSave();
+        return true;
+    }
+    // The save is taken once the opening has handed the game back, so its
+    // thumbnail shows the game rather than a page of story.
+    opening->setSaveWhenDone(true);
+    game->showCutscene(adventure.cutscene);
     return true;
 }

@@ -1,7 +1,7 @@
 #pragma once
 // "Choose Adventure": pick an adventure, name the save game and begin. The
-// save name must be new; beginning loads the adventure's start level,
-// creates the save and plays the adventure's opening cut scene.
+// save name must be new; beginning loads the adventure's start level, plays
+// the adventure's opening cut scene and creates the save.
 #include <string>
 #include <vector>
 

@@ -119,6 +119,9 @@ run_flow() {
     wait_for_log "$work" "Loading save game: saves/run1.xml" 20
     sleep 1
     snap loaded
+    # Back to the menus over the loaded game.
+    keys Escape
+    sleep 0.5
   else
     echo "no save game was written (saves not in this build): load steps skipped"
   fi

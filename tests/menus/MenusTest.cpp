@@ -109,14 +109,18 @@ TEST_F(MenusTest, BeginLoadsTheStartLevelRequestsTheSaveAndPlaysTheOpening)
     ASSERT_TRUE(menu.begin());
     EXPECT_TRUE(game.isLevelLoaded());
     EXPECT_EQ(game.getCurrentLevel(), "first");
-    EXPECT_TRUE(game.isSaveRequested());
     EXPECT_EQ(game.getPendingSaveName(), "mine");
     EXPECT_FALSE(menu.isEnabled());
-    // The opening scene holds the world until it ends.
+    // The opening scene holds the world until it ends; the save follows it.
     auto& scene = mainInterface->getCutScene();
     EXPECT_TRUE(scene.isEnabled());
     EXPECT_FALSE(game.isWorldRunning());
+    EXPECT_FALSE(game.isSaveRequested());
     EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
+    key(27);
+    EXPECT_FALSE(scene.isEnabled());
+    EXPECT_TRUE(game.isWorldRunning());
+    EXPECT_TRUE(game.isSaveRequested());
 }
 
 TEST_F(MenusTest, BeginWithAMissingStartLevelSaysSoAndStaysInTheMenu)
