@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdio>
 #include <fstream>
+#include <utility>
 
 #include "console/CommandRegistry.h"
 #include "console/Console.h"
@@ -21,6 +22,7 @@
 #include "gameplay/IGameplay.h"
 #include "gameplay/player/Player.h"
 #include "gui/GUIManager.h"
+#include "menus/CutSceneFrame.h"
 #include "input/GameInput.h"
 #include "particles/ParticleManager.h"
 #include "render/FontRenderer.h"
@@ -136,6 +138,8 @@ bool Game::init()
         startupLevel.reset();
         loadLevel(name, entry);
     }
+    if (startupSave)
+        loadGame(*std::exchange(startupSave, std::nullopt));
     runCommandLine(false);
     return true;
 }
@@ -728,11 +732,7 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
         addBody(player, false);
         addActiveBody(player);
     }
-    // A level that names no sky still gets one rather than a black void.
-    if (!skyManager->getCurrentSky())
-        skyManager->loadSky(SkyManager::defaultSky);
-    skyManager->loadSky("data/sky/hcsky1.xml");
-    skyManager->loadSky("data/sky/hcsky2.xml");
+    prepareSkies();
     if (gameplay) {
         gameplay->startLevel(entry);
         // The spawn point moved the player: index it where it now stands.
@@ -749,6 +749,15 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     // Leaves do not split while the game runs.
     quadTree.setSplitAllowed(false);
     tickTimer();
+}
+
+void Game::prepareSkies()
+{
+    // A level that names no sky still gets one rather than a black void.
+    if (!skyManager->getCurrentSky())
+        skyManager->loadSky(SkyManager::defaultSky);
+    skyManager->loadSky("data/sky/hcsky1.xml");
+    skyManager->loadSky("data/sky/hcsky2.xml");
 }
 
 void Game::requestLevel(const std::string& name, const std::string& entry)
@@ -927,14 +936,23 @@ void Game::updateCamera(float frameTime)
     if (player)
         cameraSettled = followChasePoint(player->pos, player->camera, frameTime);
 }
-void Game::saveGame() { saveRequested = false; }
-void Game::loadGame(const std::string&) {}
-
 void Game::requestLoad(const std::string& name)
 {
     loadPending = true;
     pendingSaveName = name;
     startFade();
+}
+
+void Game::showCutscene(const std::string& name)
+{
+    auto* frame = dynamic_cast<CutSceneFrame*>(guiManager->findComponent(CutSceneFrame::componentName));
+    if (!frame)
+        return;
+    guiManager->setVisible(true);
+    inputManager.setTarget("gui");
+    worldRunning = false;
+    console->setVisible(false);
+    frame->play(name);
 }
 
 void Game::clearOverlay() { overlay.reset(); }

@@ -28,6 +28,7 @@ class IRenderer;
 class ISound;
 class SkyManager;
 class SimpleFadeOverlay;
+class TiXmlDocument;
 class ParticleManager;
 
 class Game {
@@ -116,9 +117,23 @@ public:
     virtual bool isQuitting() const { return quitRequested; }
     virtual void requestSave() { saveRequested = true; }
     bool isSaveRequested() const { return saveRequested; }
+    // Writes saves/<pendingSaveName>.xml and its thumbnail (the name "temp"
+    // when none is pending); each file is replaced whole or not at all.
     virtual void saveGame();
+    // Rebuilds the world from saves/<name>.xml; a save that cannot be read
+    // leaves the running game as it is.
     virtual void loadGame(const std::string& name);
+    static constexpr int thumbnailWidth = 320;
+    static constexpr int thumbnailHeight = 240;
+    static std::string savePath(const std::string& name) { return "saves/" + name + ".xml"; }
+    static std::string thumbnailPath(const std::string& name) { return "saves/" + name + ".png"; }
+    // Letters, digits, spaces, "-", "_" and "." (not first), at most 64: a
+    // name never reaches outside saves/.
+    static bool isSaveName(const std::string& name);
     virtual void requestLoad(const std::string& name);
+    // Plays the named cut scene in the GUI component "cutscene": the GUI
+    // takes the input and the world stops until the scene ends.
+    virtual void showCutscene(const std::string& name);
     virtual void clearOverlay();
     virtual void startFade();
     virtual void pause();
@@ -259,6 +274,12 @@ protected:
     std::vector<std::string> commandLineCommands;
 
     bool setInitialVideoMode();
+    // The level's sky, or the default one, and the two cloud layers.
+    void prepareSkies();
+    // The save document for the running game.
+    void buildSave(TiXmlDocument& document);
+    // Draws the world afresh and holds the picture for the thumbnail.
+    void captureThumbnail();
     void refreshVisibleBodies();
     void drawPausedImage();
     void interpolateBodies();
@@ -268,6 +289,8 @@ protected:
     bool starting = false;
     // The level a start-up script asked for, loaded once start-up is done.
     std::optional<std::pair<std::string, std::string>> startupLevel;
+    // The same for a save game.
+    std::optional<std::string> startupSave;
     bool cameraSettled = false;
     std::string skyFile;
 

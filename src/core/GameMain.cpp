@@ -3,12 +3,16 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <memory>
 
 #include "core/Clock.h"
 #include "console/GameVar.h"
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
 #include "core/GameLogoScene.h"
+#include "gui/GUIManager.h"
+#include "menus/MainInterface.h"
+#include "render/IRenderer.h"
 #include "resources/GameDirectories.h"
 #include "resources/ResourceManager.h"
 
@@ -34,6 +38,11 @@ int gameMain(int argc, char** argv)
     game.setCommandLine(argc, argv);
     if (!game.init())
         return 0;
+
+    // The menus wait under the logo card and appear when it ends.
+    GUIManager* gui = game.getGUIManager();
+    gui->getRoot().addChild(std::make_unique<MainInterface>())->toggle();
+    gui->setScreenSize(game.getRenderer()->getWidth(), game.getRenderer()->getHeight());
 
     game.setStartTicks(Clock::ticks());
     {

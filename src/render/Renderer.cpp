@@ -19,6 +19,7 @@
 #include "console/VariableRegistry.h"
 #include "core/Clock.h"
 #include "render/FontRenderer.h"
+#include "resources/AtomicFile.h"
 #include "world/body/Body.h"
 #include "world/geometry/Quad.h"
 #include "world/geometry/RGBAColour.h"
@@ -1082,7 +1083,10 @@ bool Renderer::saveGrab(const std::string& path, int w, int h)
     iluImageParameter(ILU_FILTER, ILU_BILINEAR);
     iluScale(static_cast<ILuint>(std::max(w, 1)), static_cast<ILuint>(std::max(h, 1)), 1);
     iluContrast(1.1f);
-    ilSave(IL_PNG, path.c_str());
+    // A thumbnail is replaced whole or not at all.
+    AtomicFile::replace(path, [](const std::string& temporary) {
+        return ilSave(IL_PNG, temporary.c_str()) == IL_TRUE;
+    });
     ilDeleteImages(1, &image);
     grabbedImage = -1;
     return true;

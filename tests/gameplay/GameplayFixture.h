@@ -37,7 +37,7 @@ protected:
         createVar("maxgibs", "10", "");
         createVar("drawtimer", "0", "");
         GameplayInput::fireWeaponId = 0;
-        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), makeSound());
+        game = std::make_unique<Game>(makeRenderer(), makeSound());
         game->getTimer().start();
         game->setGravityOverride(-80.0f);
         game->startGameplay();
@@ -52,6 +52,8 @@ protected:
 
     // The game's sound system; fixtures that listen for sounds override it.
     virtual std::unique_ptr<ISound> makeSound() { return std::make_unique<NullSound>(); }
+    // The same for the renderer.
+    virtual std::unique_ptr<IRenderer> makeRenderer() { return std::make_unique<NullRenderer>(); }
 
     void TearDown() override
     {

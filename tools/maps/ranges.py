@@ -69,6 +69,13 @@ class Level:
                   colour='255,255,255,60', attributes={'startpoint': 'true'} if idname == 'start' else None,
                   idname=idname)
 
+    def exit(self, x, y, target, cutscene):
+        """The level's way out: a glowing panel that plays a cut scene on its way to the next level."""
+        self.body('levelchange', x, y, x + 32, y + 48, 'data/images/techpanel2.png', solid=False, entity=True,
+                  colour='241,241,241,255', tile=False, idname='exit',
+                  attributes={'leveltarget': target, 'targetspawn': 'start', 'iscutscene': 'true',
+                              'cutscene': cutscene})
+
     def shell(self, x0, x1, ceiling):
         self.geometry(x0, -64, x1, 0, 'rock1')
         self.geometry(x0 - 64, -64, x0, ceiling + 64, 'metal1')
@@ -120,6 +127,8 @@ def weapons_range():
         lv.geometry(x0, y, x0 + 200, y + 24, 'techpanel1')
     # A high target on a beam.
     lv.target(620, 444, 24, 40)
+    # Past the last wall, the lift on to the stores.
+    lv.exit(2330, 0, 'pickups', 'brindlequay/armoury')
     return lv
 
 
@@ -153,6 +162,8 @@ def pickups_walk():
     # A raised walkway with a second health pack.
     lv.geometry(200, 160, 600, 184, 'techpanel1')
     lv.pickup('health', 380, 184)
+    # The far end leads on to the control block.
+    lv.exit(3130, 0, 'logic', 'brindlequay/stores')
     return lv
 
 

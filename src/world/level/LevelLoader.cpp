@@ -207,8 +207,15 @@ void LevelLoader::loadObjects(const TiXmlElement* objects, bool skipEntities, bo
         if (!body)
             continue;
         if (readCustom)
-            if (const TiXmlElement* custom = p->FirstChildElement("custom"))
+            if (const TiXmlElement* custom = p->FirstChildElement("custom")) {
                 body->readState(const_cast<TiXmlElement*>(custom));
+                if (!reasonable(body->pos.x) || !reasonable(body->pos.y) || !reasonable(body->oldpos.x) ||
+                    !reasonable(body->oldpos.y)) {
+                    std::printf("Skipping body %s (%s): saved position %s is out of range\n", body->id.c_str(),
+                                body->type.c_str(), body->pos.toString().c_str());
+                    continue;
+                }
+            }
         out.push_back(std::move(body));
     }
 }

@@ -1,6 +1,5 @@
 #include "world/logic/LevelChange.h"
 
-#include <cstdio>
 #include <fstream>
 
 #include "console/VariableRegistry.h"
@@ -48,11 +47,10 @@ void LevelChange::onTouch(TouchInfo& info)
         return;
     recordLevelTime();
     if (iscutscene) {
-        // Cut scenes play once the cinematic player exists; until then the
-        // exit still leads on when it names a level.
-        std::printf("Cut scene not available: %s\n", cutscene.c_str());
-        if (leveltarget.empty())
-            return;
+        // The rest of this frame's steps still run: play the scene once.
+        if (game->isWorldRunning())
+            game->showCutscene(cutscene);
+        return;
     }
     if (!game->isLevelPending())
         game->requestLevel(leveltarget, targetspawn);

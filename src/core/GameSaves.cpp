@@ -1,0 +1,204 @@
+// The Game's save games: writing the running world to saves/<name>.xml with
+// a thumbnail beside it, and rebuilding the world from such a file.
+#include "core/Game.h"
+
+#include <sys/stat.h>
+#include <tinyxml.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <cstdio>
+
+#include "console/Console.h"
+#include "console/ConsolePrint.h"
+#include "gameplay/IGameplay.h"
+#include "gui/GUIManager.h"
+#include "render/IRenderer.h"
+#include "resources/AtomicFile.h"
+#include "resources/ResourceManager.h"
+#include "world/body/Body.h"
+#include "world/level/LevelLoader.h"
+#include "world/level/LevelValues.h"
+
+namespace {
+constexpr std::size_t maxSaveNameLength = 64;
+
+// The save's level must at least parse before the running one is thrown away.
+bool levelReadable(const std::string& level)
+{
+    TiXmlDocument document;
+    return !level.empty() &&
+           ResourceManager::instance().loadDocument(
+               document, LevelLoader::resourcePath(LevelLoader::levelPath(level))) &&
+           document.RootElement();
+}
+
+bool withinWorld(const Vector& v)
+{
+    return std::fabs(v.x) <= LevelLoader::maxCoordinate && std::fabs(v.y) <= LevelLoader::maxCoordinate;
+}
+
+void refuseSave(const std::string& path)
+{
+    std::printf("Can't load save file: %s\n", path.c_str());
+    conPrint("Can't load save file: " + path);
+}
+}
+
+bool Game::isSaveName(const std::string& name)
+{
+    if (name.empty() || name.size() > maxSaveNameLength || name[0] == '.')
+        return false;
+    return std::all_of(name.begin(), name.end(), [](char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) || c == ' ' || c == '-' || c == '_' || c == '.';
+    });
+}
+
+void Game::buildSave(TiXmlDocument& document)
+{
+    auto* save = new TiXmlElement("save");
+    save->SetAttribute("version", 1);
+    save->SetAttribute("currentlevel", currentLevel);
+    save->SetAttribute("nextbodyid", nextBodyId);
+    LevelLoader::writeObjects(save, bodies);
+    if (gameplay)
+        gameplay->save(save);
+    auto* playerElement = new TiXmlElement("Player");
+    if (player)
+        player->writeState(playerElement);
+    save->LinkEndChild(playerElement);
+    document.LinkEndChild(save);
+}
+
+void Game::captureThumbnail()
+{
+    // The picture on screen may carry the console: draw the world again into
+    // the back buffer and take that. The next frame's 2D layer goes over it.
+    if (levelLoaded && worldRunning) {
+        renderer->beginFrame();
+        drawWorld();
+        drawGameplayOverlay();
+    }
+    renderer->grabScreen();
+}
+
+void Game::saveGame()
+{
+    saveRequested = false;
+    if (pendingSaveName.empty())
+        pendingSaveName = "temp";
+    const std::string path = savePath(pendingSaveName);
+    if (!isSaveName(pendingSaveName)) {
+        std::printf("Not a save name: %s\n", pendingSaveName.c_str());
+        conPrint("Save names are letters, digits, spaces, '-', '_' and '.': " + pendingSaveName);
+        return;
+    }
+    std::printf("Saving save game: %s\n", path.c_str());
+    // The clocks stand still while the files are written. A paused game's
+    // clocks already do, and resuming them here would start them.
+    const bool holdClocks = gameplay && !paused;
+    if (holdClocks)
+        gameplay->pause();
+
+    TiXmlDocument document(path);
+    buildSave(document);
+    ::mkdir("saves", 0755);
+    const bool written = AtomicFile::replace(
+        path, [&document](const std::string& temporary) { return document.SaveFile(temporary); });
+    // With the menus up (the world stopped behind them) the picture is the
+    // one taken as they opened, showing the game.
+    if (worldRunning || !guiManager || !guiManager->isVisible())
+        captureThumbnail();
+    renderer->saveGrab(thumbnailPath(pendingSaveName), thumbnailWidth, thumbnailHeight);
+    if (written)
+        conPrint("Saved game: " + pendingSaveName);
+
+    tickTimer();
+    if (holdClocks)
+        gameplay->resume();
+}
+
+void Game::loadGame(const std::string& name)
+{
+    if (starting) {
+        startupLevel.reset();
+        startupSave = name;
+        return;
+    }
+    const std::string saveName = name.empty() ? std::string("temp") : name;
+    const std::string path = savePath(saveName);
+    TiXmlDocument document(path);
+    if (!isSaveName(saveName) || !ResourceManager::instance().loadDocument(document, path)) {
+        refuseSave(path);
+        return;
+    }
+    TiXmlElement* save = document.RootElement();
+    const std::string level = attributeText(save, "currentlevel");
+    if (!save || save->ValueStr() != "save" || !levelReadable(level)) {
+        refuseSave(path);
+        return;
+    }
+    pendingSaveName = saveName;
+    std::printf("Loading save game: %s\n", path.c_str());
+    // "version" is written for the readers of the file; it changes nothing here.
+    const int savedNextId = readInt(attributeText(save, "nextbodyid"));
+
+    quadTree.setSplitAllowed(true);
+    unloadLevel();
+    LevelLoader loader(*this, *getBodyFactory());
+    if (!loader.loadSavedLevel(level, save->FirstChildElement("Objects"), quadTree))
+        return;
+    // A hand-edited count must not hand out ids that bodies already carry.
+    int highestId = 1;
+    for (const Body* body : bodies)
+        highestId = std::max(highestId, body->autoid);
+    nextBodyId = std::max(savedNextId, highestId + 1);
+
+    currentLevel = level;
+    if (gameplay)
+        gameplay->load(save);
+    if (player) {
+        player->autoid = 1;
+        player->textureId = -1;
+        player->updateBounds();
+        quadTree.insert(player);
+        addBody(player, false);
+        addActiveBody(player);
+    }
+    prepareSkies();
+    if (gameplay)
+        gameplay->startLevel("");
+    if (player) {
+        const Vector spawned = player->pos;
+        if (TiXmlElement* saved = save->FirstChildElement("Player"))
+            player->readState(saved);
+        if (!withinWorld(player->pos) || !withinWorld(player->oldpos)) {
+            std::printf("Saved player position %s is out of range\n", player->pos.toString().c_str());
+            player->setPosition(spawned);
+            player->oldpos = player->renderpos = spawned;
+        }
+        player->autoid = 1;
+        player->camera = player->pos;
+        player->transform();
+        player->updateBounds();
+        quadTree.update(player);
+    }
+
+    worldRunning = true;
+    levelLoaded = true;
+    if (paused) {
+        paused = false;
+        timer.resume();
+    }
+    levelPending = false;
+    loadPending = false;
+    pendingLevel.clear();
+    pendingLevelEntry.clear();
+    console->setVisible(false);
+    inputManager.setTarget("game");
+    if (guiManager)
+        guiManager->setVisible(false);
+    quadTree.setSplitAllowed(false);
+    tickTimer();
+}

@@ -1,0 +1,137 @@
+#include "menus/NewAdventureMenu.h"
+
+#include <cstdio>
+#include <fstream>
+
+#include "console/ConsolePrint.h"
+#include "core/Game.h"
+#include "gui/Button.h"
+#include "gui/ListBox.h"
+#include "gui/TextBox.h"
+#include "gui/TextContainer.h"
+#include "gui/GUIManager.h"
+#include "gui/TextView.h"
+#include "menus/CutSceneFrame.h"
+#include "menus/ScreenListener.h"
+
+namespace {
+constexpr float frameWidth = 470.0f;
+
+class NewAdventureMenuListener : public ScreenListener<NewAdventureMenu> {
+public:
+    using ScreenListener::ScreenListener;
+    void actionPerformed(const std::string& command, GUIComponent*) override
+    {
+        if (command == "selchange")
+            screen.showSelection();
+        else if (command == "begin")
+            screen.begin();
+    }
+};
+
+bool fileExists(const std::string& path) { return std::ifstream(path).good(); }
+}
+
+NewAdventureMenu::NewAdventureMenu() : MenuFrame("Choose Adventure", screenName, frameWidth, 330.0f)
+{
+    auto listBox = std::make_unique<ListBox>();
+    listBox->setBounds(15.0f, 42.0f, 190.0f, 160.0f);
+    listBox->setName("adventures");
+    list = addRelative(std::move(listBox));
+    forwardActions(*list);
+
+    auto text = std::make_unique<TextView>();
+    text->setBounds(215.0f, 42.0f, frameWidth - 230.0f, 160.0f);
+    text->setName("description");
+    description = addRelative(std::move(text));
+
+    addLabel("Save game name:", 15.0f, 214.0f, 130.0f, 26.0f);
+    auto box = std::make_unique<TextBox>();
+    box->setBounds(150.0f, 214.0f, 170.0f, 26.0f);
+    box->setText("save1");
+    box->setName("savename");
+    box->setCommand("begin");
+    saveName = addRelative(std::move(box));
+    forwardActions(*saveName);
+    addButton("Begin!", "begin", frameWidth - 135.0f, 212.0f, 120.0f, 30.0f, true);
+
+    auto note = std::make_unique<TextContainer>();
+    note->setBounds(15.0f, 252.0f, frameWidth - 30.0f, 64.0f);
+    note->setName("message");
+    message = addRelative(std::move(note));
+    addActionListener(std::make_unique<NewAdventureMenuListener>(*this));
+}
+
+void NewAdventureMenu::onShow()
+{
+    adventures = Adventure::listAll();
+    list->clear();
+    for (const Adventure& a : adventures)
+        list->addItem(a.name);
+    if (!adventures.empty())
+        list->select(0);
+    say("");
+    showSelection();
+}
+
+void NewAdventureMenu::showSelection()
+{
+    const int i = list->getSelectedIndex();
+    description->setText(i >= 0 && i < static_cast<int>(adventures.size())
+                             ? adventures[static_cast<size_t>(i)].description
+                             : std::string());
+}
+
+const std::string& NewAdventureMenu::getMessage() const { return message->getText(); }
+
+void NewAdventureMenu::say(const std::string& text)
+{
+    message->setText(text);
+    if (!text.empty())
+        conPrint(text);
+}
+
+bool NewAdventureMenu::begin()
+{
+    Game* game = Game::current();
+    if (!game)
+        return false;
+    const std::string name = saveName->getText();
+    if (name.find_first_not_of(' ') == std::string::npos) {
+        say("Type a name for the save game first");
+        return false;
+    }
+    if (fileExists("saves/" + name + ".xml")) {
+        say("A save game called " + name + " already exists, please choose another save name");
+        return false;
+    }
+    if (adventures.empty())
+        adventures = Adventure::listAll();
+    const int i = list->getSelectedIndex();
+    if (adventures.empty()) {
+        say("No adventure was found in data/adventures/");
+        return false;
+    }
+    const Adventure& adventure = adventures[i >= 0 && i < static_cast<int>(adventures.size())
+                                                ? static_cast<size_t>(i)
+                                                : 0];
+    game->loadLevel(adventure.startlevel, "");
+    if (!game->isLevelLoaded() || game->getCurrentLevel() != adventure.startlevel) {
+        say("The adventure could not start: its first level " + adventure.startlevel + " did not load");
+        return false;
+    }
+    say("");
+    setEnabled(false);
+    game->setPendingSaveName(name);
+    game->getInputManager().hideGUI();
+    auto* opening = dynamic_cast<CutSceneFrame*>(game->getGUIManager()->findComponent(CutSceneFrame::componentName));
+    if (adventure.cutscene.empty() || !opening) {
+        game->requestSave();
+        return true;
+    }
+    // The save is taken once the opening has handed the game back, so its
+    // thumbnail shows the game rather than a page of story.
+    opening->setSaveWhenDone(true);
+    game->showCutscene(adventure.cutscene);
+    return true;
+}

@@ -1,0 +1,24 @@
+#include "menus/OptionsMenu.h"
+
+namespace {
+constexpr float buttonWidth = 200.0f;
+constexpr float frameWidth = 240.0f;
+
+class OptionsListener : public ActionListener {
+public:
+    void actionPerformed(const std::string& command, GUIComponent*) override
+    {
+        if (command == "video" || command == "sound" || command == "controls")
+            MenuFrame::showScreen(command);
+    }
+};
+}
+
+OptionsMenu::OptionsMenu() : MenuFrame("Options Menu", screenName, frameWidth, 180.0f)
+{
+    const float left = (frameWidth - buttonWidth) / 2.0f;
+    addButton("Video", "video", left, 46.0f, buttonWidth, 32.0f, true);
+    addButton("Sound", "sound", left, 88.0f, buttonWidth, 32.0f, true);
+    addButton("Controls", "controls", left, 130.0f, buttonWidth, 32.0f, true);
+    addActionListener(std::make_unique<OptionsListener>());
+}

@@ -1,0 +1,322 @@
+// Save games through the Game: what a save holds, what a load restores, and
+// that a save that cannot be used leaves the running game alone.
+#include <gtest/gtest.h>
+#include <tinyxml.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "console/Console.h"
+#include "core/GameCommands.h"
+#include "gameplay/GameplayFixture.h"
+#include "gameplay/items/Inventory.h"
+#include "gui/GUIManager.h"
+#include "world/logic/Checkpoint.h"
+#include "world/logic/Trigger.h"
+
+namespace {
+// Remembers the capture calls; a thumbnail "written" is a small text file.
+class ThumbnailRenderer : public NullRenderer {
+public:
+    void grabScreen() override { ++grabs; }
+    bool saveGrab(const std::string& path, int w, int h) override
+    {
+        std::ofstream(path) << w << "x" << h;
+        return true;
+    }
+    int grabs = 0;
+};
+
+std::string readFile(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+std::string captured(const std::function<void()>& action)
+{
+    std::fflush(stdout);
+    ::testing::internal::CaptureStdout();
+    action();
+    std::fflush(stdout);
+    return ::testing::internal::GetCapturedStdout();
+}
+}
+
+class GameSaveTest : public GameplayFixture {
+protected:
+    void SetUp() override
+    {
+        GameplayFixture::SetUp();
+        GameCommands::registerAll(*game);
+        // Playing, not in the menus.
+        game->getGUIManager()->setVisible(false);
+    }
+    std::unique_ptr<IRenderer> makeRenderer() override
+    {
+        auto r = std::make_unique<ThumbnailRenderer>();
+        thumbnails = r.get();
+        return r;
+    }
+    // A level with a start point, a movable crate and a trigger.
+    void loadSaveLevel()
+    {
+        loadLevel(spawnPoint("start", 0, 40, true) +
+                  box("default", "crate", 400, 0, 432, 32, "mass=\"50\" solid=\"true\" entity=\"true\"") +
+                  box("trigger", "switch", -300, 0, -280, 20, "mass=\"0\" solid=\"false\" entity=\"true\""));
+    }
+    Body* find(const std::string& id) const
+    {
+        for (Body* b : game->getBodies())
+            if (b->id == id)
+                return b;
+        return nullptr;
+    }
+    void save(const std::string& command = "savegame")
+    {
+        run(command);
+        frame();
+    }
+    ThumbnailRenderer* thumbnails = nullptr;
+};
+
+TEST_F(GameSaveTest, SaveWithoutNameWritesTempInTheFileLayout)
+{
+    loadSaveLevel();
+    frames(4);
+    const std::string out = captured([&] { save(); });
+    EXPECT_NE(out.find("Saving save game: saves/temp.xml\n"), std::string::npos) << out;
+    EXPECT_FALSE(game->isSaveRequested());
+    EXPECT_EQ(thumbnails->grabs, 1);
+    EXPECT_EQ(readFile("saves/temp.png"), "320x240");
+    EXPECT_FALSE(std::filesystem::exists("saves/temp.xml.tmp"));
+
+    TiXmlDocument doc;
+    ASSERT_TRUE(doc.LoadFile("saves/temp.xml"));
+    const TiXmlElement* root = doc.RootElement();
+    ASSERT_NE(root, nullptr);
+    EXPECT_EQ(root->ValueStr(), "save");
+    EXPECT_STREQ(root->Attribute("version"), "1");
+    EXPECT_STREQ(root->Attribute("currentlevel"), "gameplaytest");
+    EXPECT_EQ(std::stoi(root->Attribute("nextbodyid")), game->getNextBodyId());
+    EXPECT_NE(root->Attribute("timer"), nullptr);
+    EXPECT_NE(root->Attribute("racetimer"), nullptr);
+    // Bodies, then the controller's attributes, then the player, last.
+    ASSERT_NE(root->FirstChildElement(), nullptr);
+    EXPECT_EQ(root->FirstChildElement()->ValueStr(), "Objects");
+    EXPECT_EQ(root->LastChild()->ValueStr(), "Player");
+    int saved = 0;
+    for (const TiXmlElement* p = root->FirstChildElement("Objects")->FirstChildElement("P"); p;
+         p = p->NextSiblingElement("P")) {
+        EXPECT_STRNE(p->Attribute("type"), "player");
+        ++saved;
+    }
+    EXPECT_EQ(saved, 3);  // the entities only: spawn point, crate, trigger
+}
+
+TEST_F(GameSaveTest, LoadRestoresBodiesControllerPlayerInventoryAndClocks)
+{
+    loadSaveLevel();
+    frames(40);
+    auto* trigger = dynamic_cast<Trigger*>(find("switch"));
+    ASSERT_NE(trigger, nullptr);
+    trigger->triggered = true;
+    trigger->untriggerTime = 98765.0f;
+    player->setPosition(Vector(-120.0f, 64.0f));
+    player->health = 37;
+    player->properties.cash = 1234;
+    player->inventory.own(5);
+    player->inventory.setAmmo(4, 17);
+    player->inventory.selectWeapon(5);
+    const Vector cratePos = find("crate")->pos;
+    const float levelTime = GameplaySingleton::get().levelTime();
+    const int crateId = find("crate")->autoid;
+    run("savegame slot");
+    frame();
+
+    // Play on and change everything.
+    frames(30);
+    trigger->triggered = false;
+    find("crate")->setPosition(Vector(900.0f, 300.0f));
+    player->setPosition(Vector(500.0f, 10.0f));
+    player->health = 100;
+    player->properties.cash = 0;
+    player->inventory.setAmmo(4, 0);
+    player->inventory.selectWeapon(2);
+    const size_t bodyCount = game->getBodies().size();
+
+    const std::string out = captured([&] { run("loadgame slot"); });
+    EXPECT_NE(out.find("Loading save game: saves/slot.xml\n"), std::string::npos) << out;
+    EXPECT_EQ(game->getPendingSaveName(), "slot");
+    EXPECT_EQ(game->getCurrentLevel(), "gameplaytest");
+    EXPECT_EQ(game->getBodies().size(), bodyCount);
+
+    auto* restored = dynamic_cast<Trigger*>(find("switch"));
+    ASSERT_NE(restored, nullptr);
+    EXPECT_TRUE(restored->triggered);
+    EXPECT_FLOAT_EQ(restored->untriggerTime, 98765.0f);
+    ASSERT_NE(find("crate"), nullptr);
+    EXPECT_EQ(find("crate")->autoid, crateId);
+    EXPECT_NEAR(find("crate")->pos.x, cratePos.x, 0.01f);
+    EXPECT_NEAR(find("crate")->pos.y, cratePos.y, 0.01f);
+    EXPECT_NE(find("crate")->quadTreeNode, nullptr);
+
+    EXPECT_EQ(game->getPlayer(), player);
+    EXPECT_EQ(player->autoid, 1);
+    EXPECT_NEAR(player->pos.x, -120.0f, 0.01f);
+    EXPECT_NEAR(player->pos.y, 64.0f, 0.01f);
+    EXPECT_NE(player->quadTreeNode, nullptr);
+    EXPECT_EQ(player->health, 37);
+    EXPECT_EQ(player->properties.cash, 1234);
+    EXPECT_TRUE(player->inventory.owns(5));
+    EXPECT_EQ(player->inventory.ammoOf(4), 17);
+    EXPECT_EQ(player->inventory.currentWeapon, 5);
+    // The level clock carries on from the saved time, not from the present.
+    EXPECT_NEAR(GameplaySingleton::get().levelTime(), levelTime, 1.0f);
+
+    // And the world runs on from there.
+    frames(10);
+    EXPECT_GT(GameplaySingleton::get().levelTime(), levelTime + 200.0f);
+}
+
+TEST_F(GameSaveTest, IdsCountOnFromTheSavedNextBodyId)
+{
+    loadSaveLevel();
+    for (int i = 0; i < 5; ++i) {
+        Body* spawned = gameplay->createBody("trigger");
+        spawned->makeRectangle(8.0f, 8.0f);
+        spawned->entity = true;
+        game->spawnBody(spawned);
+    }
+    const int next = game->getNextBodyId();
+    save("savegame ids");
+    game->loadLevel("gameplaytest", "");  // back to the level's own numbering
+    ASSERT_LT(game->getNextBodyId(), next);
+
+    run("loadgame ids");
+    Body* later = gameplay->createBody("trigger");
+    game->spawnBody(later);
+    EXPECT_EQ(later->autoid, next);
+
+    // A count edited below the saved ids does not hand out taken ids.
+    std::string text = readFile("saves/ids.xml");
+    const std::string key = "nextbodyid=\"" + std::to_string(next) + "\"";
+    ASSERT_NE(text.find(key), std::string::npos);
+    text.replace(text.find(key), key.size(), "nextbodyid=\"2\"");
+    std::ofstream("saves/edited.xml") << text;
+    run("loadgame edited");
+    Body* another = gameplay->createBody("trigger");
+    game->spawnBody(another);
+    EXPECT_EQ(another->autoid, next);
+}
+
+TEST_F(GameSaveTest, LoadingWhilePausedOrFromTheConsoleResumesPlay)
+{
+    loadSaveLevel();
+    save();
+    game->pause();
+    game->getConsole()->setVisible(true);
+    game->getInputManager().setTarget("console");
+    run("loadgame");
+    EXPECT_FALSE(game->isPaused());
+    EXPECT_FALSE(game->getConsole()->isVisible());
+    EXPECT_EQ(game->getInputManager().getCurrentTarget(), "game");
+    const uint64_t steps = game->getStepCount();
+    frames(4);
+    EXPECT_GT(game->getStepCount(), steps);
+}
+
+TEST_F(GameSaveTest, UnusableSavesLeaveTheGameAsItIs)
+{
+    loadSaveLevel();
+    frames(8);
+    save("savegame good");
+    std::filesystem::create_directories("saves");
+    std::ofstream("saves/garbage.xml") << "<save currentlevel=\"gameplaytest\"><Objects><P";
+    std::ofstream("saves/empty.xml") << "";
+    std::ofstream("saves/wrongroot.xml") << "<level currentlevel=\"gameplaytest\"><Objects/></level>";
+    std::ofstream("saves/nolevel.xml") << "<save version=\"1\" currentlevel=\"nosuchlevel\" nextbodyid=\"9\"/>";
+    std::ofstream("saves/nolevelname.xml") << "<save version=\"1\" nextbodyid=\"9\"/>";
+    // The level loader's own refusal of a sub-path still names the file.
+    const std::vector<std::string> names{"garbage", "empty", "wrongroot", "nolevel", "nolevelname", "missing",
+                                         "../maps/gameplaytest", "/etc/passwd"};
+
+    player->setPosition(Vector(250.0f, 90.0f));
+    const size_t bodies = game->getBodies().size();
+    const int nextId = game->getNextBodyId();
+    for (const std::string& name : names) {
+        SCOPED_TRACE(name);
+        const std::string out = captured([&] { game->loadGame(name); });
+        EXPECT_NE(out.find("Can't load save file: saves/" + name + ".xml\n"), std::string::npos) << out;
+        EXPECT_EQ(out.find("Loading save game"), std::string::npos) << out;
+        EXPECT_TRUE(game->isLevelLoaded());
+        EXPECT_EQ(game->getBodies().size(), bodies);
+        EXPECT_EQ(game->getNextBodyId(), nextId);
+        EXPECT_EQ(game->getPendingSaveName(), "good");
+        EXPECT_NEAR(player->pos.x, 250.0f, 0.01f);
+    }
+    frames(2);
+    EXPECT_TRUE(game->isWorldRunning());
+}
+
+TEST_F(GameSaveTest, SaveNamesStayInsideTheSavesFolder)
+{
+    EXPECT_TRUE(Game::isSaveName("quicksave"));
+    EXPECT_TRUE(Game::isSaveName("Chapter 2 - the docks_v1.5"));
+    const std::vector<std::string> bad{"", ".hidden", "../escape", "a/b", "a\\b", "tab\tname", std::string(65, 'x')};
+    for (const std::string& name : bad)
+        EXPECT_FALSE(Game::isSaveName(name)) << name;
+
+    loadSaveLevel();
+    const std::string out = captured([&] { save("savegame ../../escape"); });
+    EXPECT_EQ(out.find("Saving save game"), std::string::npos) << out;
+    EXPECT_FALSE(game->isSaveRequested());
+    EXPECT_FALSE(std::filesystem::exists("escape.xml"));
+    EXPECT_FALSE(std::filesystem::exists("../escape.xml"));
+}
+
+TEST_F(GameSaveTest, SavingKeepsThePreviousFileWhenTheNewOneCannotBeWritten)
+{
+    loadSaveLevel();
+    save("savegame keep");
+    const std::string before = readFile("saves/keep.xml");
+    ASSERT_FALSE(before.empty());
+    // The temporary file's name taken by a directory: the write fails.
+    std::filesystem::create_directories("saves/keep.xml.tmp/blocker");
+    player->setPosition(Vector(600.0f, 50.0f));
+    save("savegame keep");
+    EXPECT_EQ(readFile("saves/keep.xml"), before);
+}
+
+TEST_F(GameSaveTest, ACheckpointWritesARealSave)
+{
+    loadLevel(spawnPoint("start", 0, 40, true) +
+              box("checkpoint", "cp", 40, 0, 60, 40, "mass=\"0\" solid=\"false\" entity=\"true\""));
+    auto* cp = dynamic_cast<Checkpoint*>(find("cp"));
+    ASSERT_NE(cp, nullptr);
+    game->setPendingSaveName("adventure1");
+    cp->onTriggered(nullptr);
+    EXPECT_TRUE(game->isSaveRequested());
+    frame();
+    EXPECT_FALSE(game->isSaveRequested());
+    TiXmlDocument doc;
+    ASSERT_TRUE(doc.LoadFile("saves/adventure1.xml"));
+    EXPECT_STREQ(doc.RootElement()->Attribute("currentlevel"), "gameplaytest");
+    EXPECT_TRUE(std::filesystem::exists("saves/adventure1.png"));
+}
+
+TEST_F(GameSaveTest, ThumbnailFromTheMenusIsTheStillTakenAsTheyOpened)
+{
+    loadSaveLevel();
+    // As Escape opens the menus.
+    game->getGUIManager()->setVisible(true);
+    game->setWorldRunning(false);
+    save("savegame menu");
+    EXPECT_EQ(thumbnails->grabs, 0);
+    EXPECT_EQ(readFile("saves/menu.png"), "320x240");
+    run("loadgame menu");
+    EXPECT_FALSE(game->getGUIManager()->isVisible());
+}

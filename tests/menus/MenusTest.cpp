@@ -1,0 +1,429 @@
+// The menu screens driven headless: real widget trees under a MainInterface,
+// actions fired by clicks, and the adventure and cut-scene files they read.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <sstream>
+
+#include "../TestPaths.h"
+#include "../gui/GUITestSupport.h"
+#include "../resources/TempDir.h"
+#include "console/GameVar.h"
+#include "gui/Button.h"
+#include "gui/ImageButton.h"
+#include "gui/KeyBindBox.h"
+#include "gui/Label.h"
+#include "gui/ListBox.h"
+#include "gui/Picture.h"
+#include "gui/Slider.h"
+#include "gui/TextBox.h"
+#include "gui/ValueBox.h"
+#include "menus/BouncingSmileys.h"
+#include "menus/ControlsMenu.h"
+#include "menus/CutSceneFrame.h"
+#include "menus/LoadGameMenu.h"
+#include "menus/MainInterface.h"
+#include "menus/MainMenu.h"
+#include "menus/NewAdventureMenu.h"
+#include "menus/VideoMenu.h"
+
+namespace {
+const char* const tinyLevel =
+    "<level name=\"first\"><Objects><P type=\"default\" idname=\"floor\"><params solid=\"true\" mass=\"0\"/>"
+    "<verts><v origin=\"-100,-10\"/><v origin=\"100,-10\"/><v origin=\"100,0\"/><v origin=\"-100,0\"/></verts>"
+    "</P></Objects></level>";
+
+const char* const threePages =
+    "<cutscene onend=\"level\" level=\"first\">"
+    "<cutsceneframe background=\"data/images/metal1.png\"><text x=\"1\" y=\"2\" width=\"3\" height=\"4\">one</text>"
+    "</cutsceneframe><cutsceneframe/><cutsceneframe/></cutscene>";
+
+class MenusTest : public GUITest {
+protected:
+    void SetUp() override
+    {
+        GUITest::SetUp();
+        auto main = std::make_unique<MainInterface>();
+        mainInterface = main.get();
+        gui().getRoot().addChild(std::move(main));
+        gui().setScreenSize(screenW, screenH);
+        dir.write("maps/first.xml", tinyLevel);
+        dir.write("data/adventures/quay.xml",
+                  "<adventure name=\"Quay\" startlevel=\"first\" description=\"Down by the water\"/>");
+        dir.write("data/adventures/quay/pages.xml", threePages);
+    }
+
+    template <class T>
+    T& screen(const std::string& name)
+    {
+        T* found = dynamic_cast<T*>(gui().findComponent(name));
+        EXPECT_NE(found, nullptr) << name;
+        return *found;
+    }
+    // A real click in the middle of the component.
+    void click(GUIComponent& c) { clickAt(c.getX() + c.getWidth() / 2.0f, c.getY() - c.getHeight() / 2.0f); }
+
+    TempDir dir;
+    MainInterface* mainInterface = nullptr;
+};
+
+TEST_F(MenusTest, MainMenuButtonsOpenTheirScreensAndExitQuits)
+{
+    auto& adventure = screen<NewAdventureMenu>(NewAdventureMenu::screenName);
+    EXPECT_FALSE(adventure.isEnabled());
+    click(screen<Button>("newgamebutton"));
+    EXPECT_TRUE(adventure.isEnabled());
+    EXPECT_EQ(gui().getFocus(), &adventure);
+    ASSERT_EQ(adventure.getAdventures().size(), 1u);
+    EXPECT_EQ(adventure.getAdventures()[0].name, "Quay");
+    EXPECT_EQ(adventure.getList().getSelectedIndex(), 0);
+
+    MenuFrame::showScreen(MainMenu::screenName);
+    click(screen<Button>("exitbutton"));
+    EXPECT_TRUE(game.isQuitting());
+}
+
+TEST_F(MenusTest, BeginWithATakenSaveNameShowsTheMessageAndStartsNothing)
+{
+    dir.write("saves/save1.xml", "<save/>");
+    MenuFrame::showScreen(NewAdventureMenu::screenName);
+    auto& menu = screen<NewAdventureMenu>(NewAdventureMenu::screenName);
+    click(screen<Button>("beginbutton"));
+    EXPECT_EQ(menu.getMessage(), "A save game called save1 already exists, please choose another save name");
+    EXPECT_FALSE(game.isLevelLoaded());
+    EXPECT_FALSE(game.isSaveRequested());
+    EXPECT_TRUE(menu.isEnabled());
+}
+
+TEST_F(MenusTest, BeginLoadsTheStartLevelRequestsTheSaveAndPlaysTheOpening)
+{
+    dir.write("data/adventures/quay.xml",
+              "<adventure name=\"Quay\" startlevel=\"first\" cutscene=\"quay/pages\"><description>Long "
+              "text</description></adventure>");
+    MenuFrame::showScreen(NewAdventureMenu::screenName);
+    auto& menu = screen<NewAdventureMenu>(NewAdventureMenu::screenName);
+    EXPECT_EQ(menu.getAdventures()[0].description, "Long text");
+    menu.getSaveName().setText("mine");
+    ASSERT_TRUE(menu.begin());
+    EXPECT_TRUE(game.isLevelLoaded());
+    EXPECT_EQ(game.getCurrentLevel(), "first");
+    EXPECT_EQ(game.getPendingSaveName(), "mine");
+    EXPECT_FALSE(menu.isEnabled());
+    // The opening scene holds the world until it ends; the save follows it.
+    auto& scene = mainInterface->getCutScene();
+    EXPECT_TRUE(scene.isEnabled());
+    EXPECT_FALSE(game.isWorldRunning());
+    EXPECT_FALSE(game.isSaveRequested());
+    EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
+    key(27);
+    EXPECT_FALSE(scene.isEnabled());
+    EXPECT_TRUE(game.isWorldRunning());
+    EXPECT_TRUE(game.isSaveRequested());
+}
+
+TEST_F(MenusTest, BeginWithAMissingStartLevelSaysSoAndStaysInTheMenu)
+{
+    dir.write("data/adventures/quay.xml", "<adventure name=\"Quay\" startlevel=\"nowhere\"/>");
+    MenuFrame::showScreen(NewAdventureMenu::screenName);
+    auto& menu = screen<NewAdventureMenu>(NewAdventureMenu::screenName);
+    EXPECT_FALSE(menu.begin());
+    EXPECT_NE(menu.getMessage().find("nowhere"), std::string::npos);
+    EXPECT_FALSE(game.isSaveRequested());
+}
+
+TEST_F(MenusTest, LoadGameListsSavesAndShowsTheThumbnailOfTheSelection)
+{
+    dir.write("saves/alpha.xml", "<save/>");
+    dir.write("saves/alpha.png", "not really a png");
+    dir.write("saves/beta.xml", "<save/>");
+    MenuFrame::showScreen(LoadGameMenu::screenName);
+    auto& menu = screen<LoadGameMenu>(LoadGameMenu::screenName);
+    ASSERT_EQ(menu.getSaves(), (std::vector<std::string>{"alpha", "beta"}));
+    EXPECT_EQ(menu.getPicture().getImage(), LoadGameMenu::defaultPicture);
+    EXPECT_EQ(menu.getCaption().getText(), "No save is selected");
+
+    // Nothing selected: the button does nothing.
+    click(screen<Button>("loadgamebutton"));
+    EXPECT_TRUE(menu.isEnabled());
+    EXPECT_FALSE(game.isLevelLoaded());
+
+    menu.getList().choose(menu.getList().getItem(0));
+    EXPECT_EQ(menu.getPicture().getImage(), "saves/alpha.png");
+    EXPECT_EQ(menu.getCaption().getText(), "alpha");
+    menu.getList().choose(menu.getList().getItem(1));
+    EXPECT_EQ(menu.getPicture().getImage(), LoadGameMenu::defaultPicture);
+    EXPECT_TRUE(menu.loadSelected());
+    EXPECT_FALSE(menu.isEnabled());
+}
+
+TEST_F(MenusTest, ResumeWithoutALevelKeepsTheGUI)
+{
+    click(screen<Button>("resumebutton"));
+    EXPECT_TRUE(gui().isVisible());
+    EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
+    EXPECT_TRUE(mainInterface->isEnabled());
+}
+
+TEST_F(MenusTest, MainInterfaceShowsWhileTheGUIHasTheInput)
+{
+    game.loadLevel("first", "");
+    EXPECT_FALSE(mainInterface->isEnabled());
+    // The level has the input; the first Escape puts the idle GUI layer away.
+    key(27);
+    EXPECT_FALSE(gui().isVisible());
+    key(27);  // the next opens the menus over the stopped game
+    EXPECT_TRUE(mainInterface->isEnabled());
+    EXPECT_FALSE(game.isWorldRunning());
+    click(screen<Button>("resumebutton"));
+    EXPECT_FALSE(gui().isVisible());
+    EXPECT_TRUE(game.isWorldRunning());
+}
+
+TEST_F(MenusTest, CutScenePagesTurnBothWaysAndTheEndLoadsTheLevel)
+{
+    game.showCutscene("quay/pages");
+    auto& scene = mainInterface->getCutScene();
+    ASSERT_TRUE(scene.isEnabled());
+    EXPECT_EQ(scene.getPageText(), "Page 1 of 3");
+    auto& previous = screen<ImageButton>("prevframe");
+    auto& next = screen<ImageButton>("nextframe");
+    EXPECT_FALSE(previous.isEnabled());
+    click(next);
+    EXPECT_EQ(scene.getPageText(), "Page 2 of 3");
+    EXPECT_TRUE(previous.isEnabled());
+    click(previous);
+    EXPECT_EQ(scene.getPageText(), "Page 1 of 3");
+    scene.previousPage();
+    EXPECT_EQ(scene.getPage(), 0);
+    click(next);
+    click(next);
+    EXPECT_EQ(scene.getPageText(), "Page 3 of 3");
+    EXPECT_FALSE(game.isLevelLoaded());
+    click(next);
+    EXPECT_FALSE(scene.isEnabled());
+    EXPECT_TRUE(game.isLevelLoaded());
+    EXPECT_EQ(game.getCurrentLevel(), "first");
+    EXPECT_FALSE(gui().isVisible());
+    EXPECT_TRUE(game.isWorldRunning());
+}
+
+TEST_F(MenusTest, EscapeSkipsAScene)
+{
+    game.showCutscene("quay/pages");
+    key(27);
+    EXPECT_FALSE(mainInterface->getCutScene().isEnabled());
+    EXPECT_EQ(game.getCurrentLevel(), "first");
+}
+
+TEST_F(MenusTest, AMissingSceneIsReportedAndLeavesForTheMainMenu)
+{
+    MenuFrame::showScreen(LoadGameMenu::screenName);
+    testing::internal::CaptureStdout();
+    game.showCutscene("quay/absent");
+    const std::string out = testing::internal::GetCapturedStdout();
+    EXPECT_NE(out.find("Could not load cutscene file: data/adventures/quay/absent.xml"), std::string::npos);
+    EXPECT_FALSE(mainInterface->getCutScene().isEnabled());
+    EXPECT_EQ(gui().getFocus(), gui().findComponent(MainMenu::screenName));
+}
+
+TEST_F(MenusTest, SceneEndingOnAMissingLevelFallsBackToTheMenus)
+{
+    dir.write("data/adventures/quay/last.xml",
+              "<cutscene onend=\"level\" level=\"enemies\"><cutsceneframe/></cutscene>");
+    game.loadLevel("first", "");
+    game.showCutscene("quay/last");
+    mainInterface->getCutScene().nextPage();
+    EXPECT_FALSE(game.isLevelLoaded());
+    EXPECT_TRUE(gui().isVisible());
+    EXPECT_TRUE(screen<MainMenu>(MainMenu::screenName).isEnabled());
+}
+
+TEST_F(MenusTest, ControlsTabsSwitchGroupsAndABindingRefreshesEveryBox)
+{
+    auto& controls = screen<ControlsMenu>(ControlsMenu::screenName);
+    ASSERT_EQ(controls.getPanels().size(), 3u);
+    EXPECT_EQ(controls.getBoxes().size(), 20u);
+    EXPECT_TRUE(controls.getPanels()[0]->isEnabled());
+    EXPECT_FALSE(controls.getPanels()[2]->isEnabled());
+    MenuFrame::showScreen(ControlsMenu::screenName);
+    click(screen<Button>("weaps2button"));
+    EXPECT_FALSE(controls.getPanels()[0]->isEnabled());
+    EXPECT_TRUE(controls.getPanels()[2]->isEnabled());
+    click(screen<Button>("movementbutton"));
+
+    game.installGameInput(std::make_unique<GameInput>());
+    game.getGameInput()->setBinding("a", "+moveright");
+    controls.onShow();
+    auto& left = screen<KeyBindBox>("+moveleft");
+    auto& right = screen<KeyBindBox>("+moveright");
+    EXPECT_EQ(right.getShown(), "a");
+    left.bind("a");
+    EXPECT_EQ(left.getShown(), "a");
+    EXPECT_EQ(right.getShown(), "unbound");
+}
+
+TEST_F(MenusTest, SensitivitySliderSetsTheVariable)
+{
+    createVar("sensitivity", "1.0", "");
+    auto& controls = screen<ControlsMenu>(ControlsMenu::screenName);
+    controls.onShow();
+    EXPECT_FLOAT_EQ(controls.getSensitivity().getValue(), 1.0f);
+    controls.getSensitivity().setValue(2.5f);
+    EXPECT_FLOAT_EQ(findVar("sensitivity")->floatValue, 2.5f);
+}
+
+TEST_F(MenusTest, VideoApplyChangesTheModeAndTheVariables)
+{
+    auto& video = screen<VideoMenu>(VideoMenu::screenName);
+    MenuFrame::showScreen(VideoMenu::screenName);
+    ASSERT_TRUE(video.getResolution().setValue("1024 x 768"));
+    video.getVsync().setValue("Off");
+    testing::internal::CaptureStdout();
+    ASSERT_TRUE(video.apply());
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("New Vid Mode: 1024 x 768"), std::string::npos);
+    EXPECT_EQ(game.getRenderer()->getWidth(), 1024);
+    EXPECT_EQ(getVar("vidheight")->intValue, 768);
+    EXPECT_EQ(getVar("vsync")->intValue, 0);
+    // The screens re-centred in the new window.
+    EXPECT_FLOAT_EQ(video.getX(), std::floor((1024.0f - video.getWidth()) / 2.0f));
+    EXPECT_EQ(gui().getScreenWidth(), 1024);
+}
+
+TEST(VideoMenuText, ResolutionsParseAndListTheCurrentMode)
+{
+    int w = 0;
+    int h = 0;
+    EXPECT_TRUE(VideoMenu::parseResolution("1920 x 1080", w, h));
+    EXPECT_EQ(w, 1920);
+    EXPECT_EQ(h, 1080);
+    EXPECT_FALSE(VideoMenu::parseResolution("1920 x", w, h));
+    EXPECT_FALSE(VideoMenu::parseResolution("-5 x 20", w, h));
+    EXPECT_FALSE(VideoMenu::parseResolution("99999 x 20", w, h));
+    const auto modes = VideoMenu::resolutions(1000, 700);
+    EXPECT_EQ(modes.front(), "640 x 480");
+    EXPECT_NE(std::find(modes.begin(), modes.end(), "1000 x 700"), modes.end());
+}
+
+TEST(BouncingSmileysTest, SpritesStayInsideTheWindowAsItChanges)
+{
+    BouncingSmileys smileys(3);
+    smileys.update(800.0f, 600.0f);
+    ASSERT_EQ(smileys.getSprites().size(), BouncingSmileys::images().size());
+    auto inside = [&](float w, float h) {
+        for (const GUISmiley& s : smileys.getSprites()) {
+            EXPECT_GE(s.x - s.size / 2.0f, -0.01f);
+            EXPECT_LE(s.x + s.size / 2.0f, w + 0.01f);
+            EXPECT_GE(s.y - s.size / 2.0f, -0.01f);
+            EXPECT_LE(s.y + s.size / 2.0f, h + 0.01f);
+        }
+    };
+    for (int i = 0; i < 2000; ++i)
+        smileys.step(0.05f);
+    inside(800.0f, 600.0f);
+    smileys.update(320.0f, 240.0f);
+    inside(320.0f, 240.0f);
+    for (int i = 0; i < 500; ++i)
+        smileys.step(0.05f);
+    inside(320.0f, 240.0f);
+    EXPECT_EQ(smileys.componentAt(10.0f, 10.0f), nullptr);
+}
+
+class CutSceneFileTest : public ::testing::Test {
+protected:
+    TempDir dir;
+};
+
+TEST_F(CutSceneFileTest, MissingFileIsReported)
+{
+    CutScene scene;
+    testing::internal::CaptureStdout();
+    EXPECT_FALSE(scene.load("data/adventures/none.xml"));
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("Could not load cutscene file: data/adventures/none.xml\n"),
+              std::string::npos);
+    EXPECT_TRUE(scene.pages.empty());
+}
+
+TEST_F(CutSceneFileTest, ReadsPagesPicturesTextAndTheEnding)
+{
+    dir.write("s.xml",
+              "<cutscene onend=\"level\" ><scene level=\"two\" levelspawn=\"east\"/>"
+              "<cutsceneframe background=\"data/images/rock1.png\">"
+              "<pic x=\"10\" y=\"20.5\" width=\"30\" height=\"40\" img=\"data/images/cash.png\"/>"
+              "<text x=\"1\" y=\"2\" width=\"300\" height=\"100\">First line. <br/>  Second line.</text>"
+              "</cutsceneframe><cutsceneframe><text>only</text></cutsceneframe></cutscene>");
+    CutScene scene;
+    testing::internal::CaptureStdout();
+    ASSERT_TRUE(scene.load("s.xml"));
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("Read cutscene file sucessfully: s.xml\n"), std::string::npos);
+    EXPECT_EQ(scene.onend, "level");
+    EXPECT_EQ(scene.endLevel(), "two");
+    EXPECT_EQ(scene.endSpawn(), "east");
+    ASSERT_EQ(scene.pages.size(), 2u);
+    const CutScene::Page& first = scene.pages[0];
+    EXPECT_EQ(first.background, "data/images/rock1.png");
+    ASSERT_EQ(first.pictures.size(), 1u);
+    EXPECT_EQ(first.pictures[0].img, "data/images/cash.png");
+    EXPECT_FLOAT_EQ(first.pictures[0].box.y, 20.5f);
+    EXPECT_FLOAT_EQ(first.pictures[0].box.height, 40.0f);
+    ASSERT_EQ(first.texts.size(), 1u);
+    EXPECT_EQ(first.texts[0].text, "First line.\nSecond line.");
+    EXPECT_EQ(scene.pages[1].background, CutScene::defaultBackground);
+    EXPECT_EQ(scene.pages[1].texts[0].text, "only");
+}
+
+TEST_F(CutSceneFileTest, HostileNumbersAndFloodsAreBounded)
+{
+    std::string text = "<cutscene><cutsceneframe>";
+    text += "<pic x=\"nan\" y=\"1e39\" width=\"-5\" height=\"inf\"/>";
+    for (int i = 0; i < 100; ++i)
+        text += "<text>t</text>";
+    text += "</cutsceneframe>";
+    for (int i = 0; i < 300; ++i)
+        text += "<cutsceneframe/>";
+    text += "</cutscene>";
+    dir.write("flood.xml", text);
+    CutScene scene;
+    testing::internal::CaptureStdout();
+    ASSERT_TRUE(scene.load("flood.xml"));
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(scene.pages.size(), CutScene::maxPages);
+    const CutScene::Page& first = scene.pages[0];
+    EXPECT_EQ(first.pictures.size() + first.texts.size(), CutScene::maxItemsPerPage);
+    const CutScene::Box& b = first.pictures[0].box;
+    EXPECT_TRUE(std::isfinite(b.x));
+    EXPECT_LE(b.y, 10000.0f);
+    EXPECT_EQ(b.width, 0.0f);
+    EXPECT_LE(b.height, 10000.0f);
+}
+
+TEST(ShippedAdventure, ChainsItsLevelsThroughScenesWhosePicturesExist)
+{
+    Adventure adventure;
+    ASSERT_TRUE(Adventure::load(testSourceDir() + "/data/adventures/brindlequay.xml", adventure));
+    EXPECT_EQ(adventure.startlevel, "weapons");
+    EXPECT_FALSE(adventure.description.empty());
+    auto exists = [](const std::string& path) { return std::ifstream(path).good(); };
+    for (const char* name : {"intro", "armoury", "stores", "gates"}) {
+        CutScene scene;
+        testing::internal::CaptureStdout();
+        ASSERT_TRUE(scene.load(testSourceDir() + "/data/adventures/brindlequay/" + name + ".xml")) << name;
+        testing::internal::GetCapturedStdout();
+        EXPECT_GE(scene.pages.size(), 2u) << name;
+        for (const CutScene::Page& page : scene.pages) {
+            EXPECT_TRUE(exists(testGameDir() + "/" + page.background)) << page.background;
+            for (const auto& pic : page.pictures)
+                EXPECT_TRUE(exists(testGameDir() + "/" + pic.img)) << pic.img;
+            for (const auto& t : page.texts) {
+                EXPECT_FALSE(t.text.empty());
+                EXPECT_LE(t.box.x + t.box.width, CutScene::pageWidth) << name;
+                EXPECT_LE(t.box.y + t.box.height, CutScene::pageHeight) << name;
+            }
+        }
+        if (scene.onend == "level" && scene.endLevel() != "enemies") {
+            EXPECT_TRUE(exists(testSourceDir() + "/maps/" + scene.endLevel() + ".xml")) << scene.endLevel();
+        }
+    }
+}
+}

@@ -1,0 +1,85 @@
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "resources/AtomicFile.h"
+#include "resources/TempDir.h"
+
+namespace {
+std::string readFile(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+bool writeText(const std::string& path, const std::string& text)
+{
+    std::ofstream out(path, std::ios::binary);
+    out << text;
+    return static_cast<bool>(out);
+}
+}
+
+TEST(AtomicFile, ReplacesTheFileAndLeavesNoTemporary)
+{
+    TempDir dir;
+    dir.write("saves/a.xml", "old");
+    EXPECT_TRUE(AtomicFile::replace("saves/a.xml", [](const std::string& t) { return writeText(t, "new"); }));
+    EXPECT_EQ(readFile("saves/a.xml"), "new");
+    EXPECT_FALSE(std::filesystem::exists(AtomicFile::temporaryPath("saves/a.xml")));
+    // A file that did not exist yet, in the working directory.
+    EXPECT_TRUE(AtomicFile::replace("b.png", [](const std::string& t) { return writeText(t, "png"); }));
+    EXPECT_EQ(readFile("b.png"), "png");
+}
+
+TEST(AtomicFile, AWriterThatFailsHalfwayKeepsTheOldFile)
+{
+    TempDir dir;
+    dir.write("saves/a.xml", "the old save");
+    dir.write("saves/a.xml.tmp", "stale leftover");
+    EXPECT_FALSE(AtomicFile::replace("saves/a.xml", [](const std::string& t) {
+        writeText(t, "<save><Obj");
+        return false;
+    }));
+    EXPECT_EQ(readFile("saves/a.xml"), "the old save");
+    EXPECT_FALSE(std::filesystem::exists("saves/a.xml.tmp"));
+    // A folder that does not exist cannot be written into.
+    EXPECT_FALSE(AtomicFile::replace("nofolder/a.xml", [](const std::string& t) { return writeText(t, "x"); }));
+}
+
+TEST(AtomicFile, AProcessKilledMidWriteKeepsTheOldFile)
+{
+    TempDir dir;
+    dir.write("saves/a.xml", "the old save");
+    std::fflush(nullptr);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        AtomicFile::replace("saves/a.xml", [](const std::string& t) {
+            std::ofstream out(t, std::ios::binary);
+            out << "<save><Objects><P type=\"door\"";
+            out.flush();
+            std::raise(SIGKILL);
+            return true;
+        });
+        _exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(WTERMSIG(status), SIGKILL);
+    EXPECT_EQ(readFile("saves/a.xml"), "the old save");
+    // The next save clears the half-written leftover and succeeds.
+    EXPECT_TRUE(std::filesystem::exists("saves/a.xml.tmp"));
+    EXPECT_TRUE(AtomicFile::replace("saves/a.xml", [](const std::string& t) { return writeText(t, "new"); }));
+    EXPECT_EQ(readFile("saves/a.xml"), "new");
+    EXPECT_FALSE(std::filesystem::exists("saves/a.xml.tmp"));
+}
