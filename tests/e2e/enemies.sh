@@ -1,0 +1,95 @@
+#!/usr/bin/env bash
+# The enemy arena under real keys and the mouse: in god mode the player warps
+# from room to room and holds the chaingun's trigger towards the enemies.
+# The log must show enemies attacking, enemies dying and cash dropping, and no
+# missing media; a screenshot taken mid-fight in the second room must show
+# the bright colours of enemies, shots and effects.
+set -euo pipefail
+game_dir=$1
+source "$(dirname "$0")/lib.bash"
+work=$(make_game_copy "$game_dir")
+log="$work/outputlog.txt"
+
+cat > "$work/data/autoexec.txt" <<'SCRIPT'
+set movemode 2
+set sensitivity 1
+bind p screenshot
+bind u warpto room1
+bind i warpto room2
+bind o warpto room3
+bind y warpto room4
+bind t warpto room5
+bind g god
+SCRIPT
+
+start_game "$work" +map enemies +giveall
+focus_game_window
+sleep 1
+xdotool key --window "$win" Escape
+sleep 1
+xdotool key --window "$win" g
+sleep 0.3
+eval "$(xdotool getwindowgeometry --shell "$win")"
+
+# The cursor is virtual and moves by relative motion: pin it to the top-left
+# corner, then step to (centre + dx, centre + dy).
+aim() {
+  local tx=$((WIDTH / 2 + $1)) ty=$((HEIGHT / 2 + $2)) i
+  for i in $(seq 12); do xdotool mousemove_relative -- -150 -150; sleep 0.02; done
+  while [ "$tx" -gt 0 ] || [ "$ty" -gt 0 ]; do
+    local sx=$((tx > 100 ? 100 : tx)) sy=$((ty > 100 ? 100 : ty))
+    xdotool mousemove_relative -- "$sx" "$sy"
+    tx=$((tx - sx)); ty=$((ty - sy))
+    sleep 0.02
+  done
+  sleep 0.1
+}
+
+xdotool key --window "$win" 5
+sleep 0.3
+# Each room: warp in, then bursts to the right, a little up and down.
+for key in u i o y t; do
+  for burst in 0 -60 40 0; do
+    xdotool key --window "$win" "$key"
+    sleep 0.2
+    aim 300 "$burst"
+    xdotool mousedown 1
+    sleep 1.2
+    if [ "$key" = i ] && [ "$burst" = -60 ]; then
+      xdotool key --window "$win" p
+      wait_for_log "$work" "Writing screenshot to screenshots/screenshot0000.png" 10
+    fi
+    xdotool mouseup 1
+  done
+done
+sleep 0.5
+stop_game
+grep -q "AVG FPS:" "$log" || fail "the game did not shut down cleanly"
+check_no_missing_media
+attacks=$(grep -c "^Enemy .* attacks$" "$log" || true)
+deaths=$(grep -c "^Enemy .* died, dropping" "$log" || true)
+paid=$(grep -c "^Enemy .* died, dropping [1-9]" "$log" || true)
+echo "enemies attacking: $attacks, killed: $deaths, dropping cash: $paid"
+[ "$attacks" -ge 3 ] || fail "enemies did not shoot back ($attacks)"
+[ "$deaths" -ge 3 ] || fail "too few enemies died ($deaths)"
+[ "$paid" -ge 1 ] || fail "no enemy dropped cash"
+shot="$work/screenshots/screenshot0000.png"
+[ -s "$shot" ] || fail "no screenshot"
+# Enemy sprites, tracers, plasma and fire: saturated colours over the arena's
+# greys.
+bright=$(PYTHONPATH="$(dirname "$0")" /usr/bin/python3 - "$shot" <<'PY'
+import sys
+from png_rows import read_png
+w, h, ch, rows = read_png(sys.argv[1])
+n = 0
+for row in rows:
+    for x in range(0, w * ch, ch):
+        r, g, b = row[x], row[x + 1], row[x + 2]
+        if max(r, g, b) - min(r, g, b) > 110:
+            n += 1
+print(n)
+PY
+)
+[ "$bright" -gt 500 ] || fail "the fight is not on the screenshot ($bright saturated pixels)"
+[ -z "${BQ_SHOTS:-}" ] || cp "$shot" "$BQ_SHOTS/enemies.png"
+echo "enemies ok: $attacks attacking, $deaths killed, $paid paying, $bright saturated pixels"
