@@ -57,7 +57,7 @@ for key in u i o y t; do
     sleep 1.2
     if [ "$key" = i ] && [ "$burst" = -60 ]; then
       xdotool key --window "$win" p
-      wait_for_log "$work" "Writing screenshot to screenshots/screenshot0000.png" 10
+      wait_for_log "$work" "Writing screenshot to screenshots/screenshot0000.png" 30
     fi
     xdotool mouseup 1
   done

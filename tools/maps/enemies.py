@@ -2,7 +2,7 @@
 """Writes maps/enemies.xml: an arena run from west to east through five rooms
 that meets every kind of enemy at several levels, with a friendly at the
 start, pickups between fights and an open passage at the east end (x 5000,
-floor top y 0, ceiling underside y 320) where the boss wing joins on. Re-run after
+floor top y 0, ceiling underside y 240) where the boss wing joins on. Re-run after
 editing; the output is committed.
 
   python3 tools/maps/enemies.py            # writes into maps/
@@ -12,7 +12,10 @@ import sys
 
 from ranges import Level
 
-CEILING = 320
+# Low enough that the player on the floor sees the ceiling.
+CEILING = 240
+# Deep enough that the sky never shows under the floor.
+FLOOR_DEPTH = 480
 EXIT_X = 5000
 ENEMY = 28
 
@@ -43,7 +46,7 @@ def lamp(lv, x, y):
             attributes={'glow': 'true'})
 
 
-def room_walls(lv, x0, door_height=160):
+def room_walls(lv, x0, door_height=120):
     """A wall hanging from the ceiling at x0 with a gap of door_height above the floor."""
     lv.geometry(x0, door_height, x0 + 32, CEILING, 'metal1')
 
@@ -51,14 +54,14 @@ def room_walls(lv, x0, door_height=160):
 def arena():
     lv = Level('enemies')
     # Floor, ceiling and the closed west wall; the east end stays open.
-    lv.geometry(-320, -64, EXIT_X, 0, 'rock1')
-    lv.geometry(-384, -64, -320, CEILING + 64, 'metal1')
+    lv.geometry(-320, -FLOOR_DEPTH, EXIT_X, 0, 'rock1')
+    lv.geometry(-384, -FLOOR_DEPTH, -320, CEILING + 64, 'metal1')
     lv.geometry(-320, CEILING, EXIT_X, CEILING + 64, 'concrete1')
-    lv.body('skyinfo', -300, 280, -292, 288, solid=False, entity=True, visible=False, outlined=False,
+    lv.body('skyinfo', -300, 200, -292, 208, solid=False, entity=True, visible=False, outlined=False,
             attributes={'skies': 'haze,night', 'initialsky': 'haze'})
     lv.spawn(-260, 8)
     lv.spawn(200, 8, 'room1')
-    sign(lv, -280, 200, 'ENEMY ARENA - fight your way east', 14)
+    sign(lv, -280, 160, 'ENEMY ARENA - fight your way east', 14)
 
     # Room 1 (-320..1000): the armoury, a friendly, and the first grunts.
     for i, kind in enumerate(('health', 'armour')):
@@ -89,7 +92,8 @@ def arena():
     grunt(lv, 'rocketgrunt', 1700, 60, 3)
     grunt(lv, 'shotgungrunt', 1800, 40, 4)
     grunt(lv, 'plasmagrunt', 1900, 100, 2)
-    enemy(lv, 'turret', 1150, CEILING - 20, image='Turret', size=32, mass=0)
+    lv.geometry(1260, 140, 1340, 156, 'techpanel1')
+    enemy(lv, 'turret', 1300, 172, image='Turret', size=32, mass=0)
     enemy(lv, 'turret', 1960, 16, image='Turret', size=32, mass=0)
     lamp(lv, 1100, CEILING - 8)
     lamp(lv, 1750, CEILING - 8)
@@ -97,21 +101,22 @@ def arena():
     lv.pickup('chaingunammo', 1500, 0, 20, attributes={'ammo': '50'})
     room_walls(lv, 2000)
     lv.spawn(2060, 8, 'room3')
+    lv.spawn(2400, 8, 'light')
 
     # Room 3 (2032..3000): a search light under the ceiling; when it spots
     # the player the alarm sounds and kamikazes come out of the hatch.
     lv.body('searchlight', 2484, CEILING - 32, 2516, CEILING, 'data/images/searchlight.png', entity=True, mass=0,
             outlined=False, tile=False, idname='lamp',
             attributes={'startangle': '0', 'endangle': '45', 'minangle': '-45', 'speed': '30',
-                        'conewidth': '56', 'conelength': '300', 'untriggertimer': '4000',
+                        'conewidth': '56', 'conelength': '250', 'untriggertimer': '4000',
                         'timepaused': '800'})
     lv.parts[-1] = lv.parts[-1].replace('targets=""', 'targets="alarm,hatch"', 1)
     lv.body('messagebody', 2300, 10, 2308, 18, solid=False, entity=True, visible=False, outlined=False,
             idname='alarm', attributes={'message': 'Alarm! Kamikazes released'})
-    lv.body('spawner', 2860, 200, 2876, 216, solid=False, entity=True, visible=False, outlined=False,
+    lv.body('spawner', 2860, 170, 2876, 186, solid=False, entity=True, visible=False, outlined=False,
             idname='hatch', attributes={'spawnedtype': 'kamikazegrunt', 'spawnlevel': '2', 'maxalive': '2',
                                         'maxspawned': '4', 'spawndelay': '1500'})
-    lv.geometry(2840, 224, 2900, 236, 'grate1')
+    lv.geometry(2840, 194, 2900, 206, 'grate1')
     enemy(lv, 'kamikazegrunt', 2250, 60, 1, 'kamikazeenemy1')
     enemy(lv, 'kamikazegrunt', 2700, 80, 2, 'kamikazeenemy2')
     grunt(lv, 'chaingungrunt', 2600, 50, 3)
@@ -123,10 +128,11 @@ def arena():
     # Room 4 (3032..4000): the breeders.
     enemy(lv, 'spawnergrunt', 3400, 120, 1, 'spawnerenemy1', size=32,
           attributes={'spawntype': 'meleegrunt', 'spawnlevel': '2', 'maxalive': '3', 'spawndelay': '2500'})
-    enemy(lv, 'egglayer', 3750, 180, 1, 'egglayerenemy1', size=32,
+    enemy(lv, 'egglayer', 3750, 150, 1, 'egglayerenemy1', size=32,
           attributes={'spawnlevel': '1', 'maxalive': '2', 'spawndelay': '4000'})
     grunt(lv, 'rocketgrunt', 3900, 60, 2)
-    enemy(lv, 'turret', 3600, CEILING - 20, image='Turret', size=32, mass=0)
+    lv.geometry(3560, 120, 3640, 136, 'techpanel1')
+    enemy(lv, 'turret', 3600, 152, image='Turret', size=32, mass=0)
     lamp(lv, 3300, CEILING - 8)
     lv.pickup('megahealth', 3200)
     lv.pickup('rocketlauncherammo', 3240, 0, 20, attributes={'ammo': '20'})
@@ -146,7 +152,7 @@ def arena():
     lamp(lv, 4800, CEILING - 8)
     lv.pickup('health', 4100)
     lv.pickup('armour', 4140)
-    sign(lv, 4700, 260, 'The boss wing lies east', 12)
+    sign(lv, 4700, 200, 'The boss wing lies east', 12)
     return lv
 
 
