@@ -31,20 +31,6 @@ xdotool key --window "$win" g
 sleep 0.3
 eval "$(xdotool getwindowgeometry --shell "$win")"
 
-# The cursor is virtual and moves by relative motion: pin it to the top-left
-# corner, then step to (centre + dx, centre + dy).
-aim() {
-  local tx=$((WIDTH / 2 + $1)) ty=$((HEIGHT / 2 + $2)) i
-  for i in $(seq 12); do xdotool mousemove_relative -- -150 -150; sleep 0.02; done
-  while [ "$tx" -gt 0 ] || [ "$ty" -gt 0 ]; do
-    local sx=$((tx > 100 ? 100 : tx)) sy=$((ty > 100 ? 100 : ty))
-    xdotool mousemove_relative -- "$sx" "$sy"
-    tx=$((tx - sx)); ty=$((ty - sy))
-    sleep 0.02
-  done
-  sleep 0.1
-}
-
 xdotool key --window "$win" 5
 sleep 0.3
 # Each room: warp in, then bursts to the right, a little up and down.
@@ -52,7 +38,7 @@ for key in u i o y t; do
   for burst in 0 -60 40 0; do
     xdotool key --window "$win" "$key"
     sleep 0.2
-    aim 300 "$burst"
+    aim_cursor 300 "$burst"
     xdotool mousedown 1
     sleep 1.2
     if [ "$key" = i ] && [ "$burst" = -60 ]; then

@@ -30,21 +30,6 @@ xdotool key --window "$win" j
 sleep 0.5
 eval "$(xdotool getwindowgeometry --shell "$win")"
 
-# The game's cursor is virtual and moves by relative motion: pin it to the
-# top-left corner with small steps, then step to (centre + dx, centre + dy),
-# which is where the player stands.
-aim() {
-  local tx=$((WIDTH / 2 + $1)) ty=$((HEIGHT / 2 + $2)) i
-  for i in $(seq 12); do xdotool mousemove_relative -- -150 -150; sleep 0.02; done
-  while [ "$tx" -gt 0 ] || [ "$ty" -gt 0 ]; do
-    local sx=$((tx > 100 ? 100 : tx)) sy=$((ty > 100 ? 100 : ty))
-    xdotool mousemove_relative -- "$sx" "$sy"
-    tx=$((tx - sx)); ty=$((ty - sy))
-    sleep 0.02
-  done
-  sleep 0.1
-}
-
 inventory() { log_line_after_key k "Inventory:"; }
 
 # Each gun by its key, then a second of fire to the right; every gun but the
@@ -53,7 +38,7 @@ inventory() { log_line_after_key k "Inventory:"; }
 for key in 2 3 4 5 6 7 8 9; do
   xdotool key --window "$win" "$key"
   sleep 0.3
-  aim 300 0
+  aim_cursor 300 0
   for attempt in 1 2; do
     xdotool mousedown 1
     sleep 1.0
@@ -78,7 +63,7 @@ sleep 0.5
 xdotool key --window "$win" 0
 sleep 0.3
 inventory | grep -q "^Inventory: weapon 10 " || fail "0 did not pick the swarm"
-aim 60 -300
+aim_cursor 60 -300
 xdotool mousedown 3
 sleep 0.6
 xdotool key --window "$win" p

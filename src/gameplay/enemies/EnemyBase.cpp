@@ -10,6 +10,7 @@
 #include "core/Game.h"
 #include "gameplay/items/CashPickup.h"
 #include "gameplay/player/Player.h"
+#include "sound/ISound.h"
 #include "world/level/LevelValues.h"
 #include "world/quadtree/QuadTree.h"
 #include "world/quadtree/Ray.h"
@@ -115,6 +116,13 @@ void EnemyBase::die()
     GameBody::die();
     if (wasAlive)
         std::printf("Enemy %s (%s) died, dropping %d cash\n", type.c_str(), id.c_str(), cashDropped);
+}
+
+void EnemyBase::playSoundHere(int soundId) const
+{
+    Game* game = Game::current();
+    if (ISound* sound = game ? game->getSound() : nullptr)
+        sound->playIdAt(soundId, pos, 0);
 }
 
 void EnemyBase::reportAttack()

@@ -86,6 +86,8 @@ protected:
     void setImage(const std::string& path);
     // Logs the enemy's first attack (one line per enemy, for play logs).
     void reportAttack();
+    // Plays a sound by id at the enemy's position; silent without a game.
+    void playSoundHere(int soundId) const;
 
 private:
     int cashDropped = 0;

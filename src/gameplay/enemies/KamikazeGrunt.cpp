@@ -2,10 +2,8 @@
 
 #include <tinyxml.h>
 
-#include "core/Game.h"
 #include "gameplay/player/Player.h"
 #include "gameplay/weapons/FireableWeapon.h"
-#include "sound/ISound.h"
 #include "world/level/LevelValues.h"
 
 namespace {
@@ -87,9 +85,7 @@ void KamikazeGrunt::specialAction()
         FireableWeapon::effect("tracer", FireableWeapon::raised(pos, 0.2f),
                                FireableWeapon::raised(pos + spark * triggerRange, 0.2f));
     }
-    if (Game* game = Game::current())
-        if (ISound* sound = game->getSound())
-            sound->playIdAt(explosionSound, pos, 0);
+    playSoundHere(explosionSound);
     die();
 }
 

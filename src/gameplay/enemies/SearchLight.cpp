@@ -5,10 +5,8 @@
 
 #include <tinyxml.h>
 
-#include "core/Game.h"
 #include "gameplay/player/Player.h"
 #include "render/IRenderer.h"
-#include "sound/ISound.h"
 #include "world/level/LevelValues.h"
 
 namespace {
@@ -139,12 +137,7 @@ void SearchLight::setSighted(Body* body)
     untriggertime = t + untriggertimer;
 }
 
-void SearchLight::sightedChanged()
-{
-    Game* game = Game::current();
-    if (ISound* sound = game ? game->getSound() : nullptr)
-        sound->playIdAt(lockOnSound, pos, 0);
-}
+void SearchLight::sightedChanged() { playSoundHere(lockOnSound); }
 
 Vector SearchLight::beamDirection(float degrees)
 {

@@ -7,7 +7,6 @@
 
 #include "core/Game.h"
 #include "gameplay/weapons/FireableWeapon.h"
-#include "sound/ISound.h"
 #include "world/level/BodyFactory.h"
 #include "world/level/LevelValues.h"
 
@@ -97,8 +96,7 @@ Body* SpawnerGrunt::spawnOne()
     launch(*body);
     game->spawnBody(body);
     startEffect("itemrespawn2");
-    if (ISound* sound = game->getSound())
-        sound->playIdAt(spawnSound, pos, 0);
+    playSoundHere(spawnSound);
     return body;
 }
 

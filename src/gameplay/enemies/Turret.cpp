@@ -2,12 +2,10 @@
 
 #include <tinyxml.h>
 
-#include "core/Game.h"
 #include "gameplay/player/Player.h"
 #include "gameplay/weapons/ChaingunWeapon.h"
 #include "gameplay/weapons/WeaponMapping.h"
 #include "render/IRenderer.h"
-#include "sound/ISound.h"
 #include "world/level/LevelValues.h"
 
 namespace {
@@ -57,12 +55,7 @@ void Turret::think(float dt)
     setImage(idleImage);
 }
 
-void Turret::sightedChanged()
-{
-    Game* game = Game::current();
-    if (ISound* sound = game ? game->getSound() : nullptr)
-        sound->playIdAt(lockOnSound, pos, 0);
-}
+void Turret::sightedChanged() { playSoundHere(lockOnSound); }
 
 void Turret::drawExtras(IRenderer& renderer)
 {
