@@ -220,6 +220,19 @@ TEST_F(EnemyBrainTest, KamikazeBlastHurtsWithinItsRangeAndDiesOnce)
     EXPECT_EQ(countBodies<KamikazeGrunt>(), 0);
 }
 
+TEST_F(EnemyBrainTest, BlowsKeepTheirVictimsInThePlane)
+{
+    auto* grunt = spawnEnemy<MeleeGrunt>(-399.0f, 40.0f);
+    for (int i = 0; i < 20; ++i) {
+        grunt->gun().nextFireTime = 0.0f;
+        moveTo(grunt, player->pos.x + 0.5f, player->pos.y);
+        grunt->think(0.1f);
+        frame();
+    }
+    EXPECT_EQ(player->vel.z, 0.0f);
+    EXPECT_NEAR(player->pos.z, 0.0f, 1e-3f);
+}
+
 TEST_F(EnemyBrainTest, KamikazeFuseBurnsOutAfterTwoSeconds)
 {
     auto* kamikaze = spawnEnemy<KamikazeGrunt>(-345.0f, 40.0f); // 55: in range, outside the blast
