@@ -94,6 +94,7 @@ def arena():
     grunt(lv, 'plasmagrunt', 1900, 100, 2)
     lv.geometry(1260, 140, 1340, 156, 'techpanel1')
     enemy(lv, 'turret', 1300, 172, image='Turret', size=32, mass=0)
+    lv.spawn(1240, 8, 'turretview')
     enemy(lv, 'turret', 1960, 16, image='Turret', size=32, mass=0)
     lamp(lv, 1100, CEILING - 8)
     lamp(lv, 1750, CEILING - 8)

@@ -64,15 +64,21 @@ void Turret::drawExtras(IRenderer& renderer)
     renderer.setTexturing(true);
     renderer.setBlending(true);
     renderer.setAlphaBlend();
-    // The gun's view art points along +x; a beam quad turns it with the aim,
-    // flipped when aiming left so it is never drawn upside down.
+    // The gun's view art points along +x. A beam quad lays its texture's
+    // width across the beam, so the beam runs across the aim; the image is
+    // mirrored, never turned upside down, when aiming left.
     renderer.bindTexture("data/images/" + WeaponMapping::itemName(chaingunId) + "_view.png", true);
     renderer.setColour(255.0f, 255.0f, 255.0f, 255.0f);
-    renderer.drawBeam(at - aim * 4.0f, at + aim * 22.0f, z, 6.0f, false, aim.x < 0.0f);
+    const Vector centre = at + aim * 8.0f;
+    const Vector across = Vector(aim.y, -aim.x) * 5.0f;
+    if (aim.x < 0.0f)
+        renderer.drawBeam(centre - across, centre + across, z, 13.0f, true, false);
+    else
+        renderer.drawBeam(centre + across, centre - across, z, 13.0f, true, true);
     renderer.setAdditiveBlend();
     renderer.bindTexture("data/particles/laserbeam.tga");
     renderer.setColour(255.0f, 0.0f, 0.0f, 220.0f);
-    renderer.drawBeam(at + aim * 6.0f, at + aim * 32.0f, z + 0.05f, 1.5f, false);
+    renderer.drawBeam(at + aim * 6.0f, at + aim * 32.0f, z + 0.05f, 1.5f, true);
     renderer.setAlphaBlend();
     renderer.setColour(255.0f, 255.0f, 255.0f, 255.0f);
 }
