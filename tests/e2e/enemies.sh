@@ -63,19 +63,7 @@ shot="$work/screenshots/screenshot0000.png"
 [ -s "$shot" ] || fail "no screenshot"
 # Enemy sprites, tracers, plasma and fire: saturated colours over the arena's
 # greys.
-bright=$(PYTHONPATH="$(dirname "$0")" /usr/bin/python3 - "$shot" <<'PY'
-import sys
-from png_rows import read_png
-w, h, ch, rows = read_png(sys.argv[1])
-n = 0
-for row in rows:
-    for x in range(0, w * ch, ch):
-        r, g, b = row[x], row[x + 1], row[x + 2]
-        if max(r, g, b) - min(r, g, b) > 110:
-            n += 1
-print(n)
-PY
-)
+bright=$(/usr/bin/python3 "$(dirname "$0")/png_rows.py" "$shot" 'max(r, g, b) - min(r, g, b) > 110')
 [ "$bright" -gt 500 ] || fail "the fight is not on the screenshot ($bright saturated pixels)"
 [ -z "${BQ_SHOTS:-}" ] || cp "$shot" "$BQ_SHOTS/enemies.png"
 echo "enemies ok: $attacks attacking, $deaths killed, $paid paying, $bright saturated pixels"

@@ -78,19 +78,8 @@ check_no_missing_media
 shot="$work/screenshots/screenshot0000.png"
 [ -s "$shot" ] || fail "no screenshot"
 # The rope: cyan while the hook flies, red once it holds.
-rope=$(PYTHONPATH="$(dirname "$0")" /usr/bin/python3 - "$shot" <<'PY'
-import sys
-from png_rows import read_png
-w, h, ch, rows = read_png(sys.argv[1])
-n = 0
-for row in rows:
-    for x in range(0, w * ch, ch):
-        r, g, b = row[x], row[x + 1], row[x + 2]
-        if (r < 90 and g > 170 and b > 170) or (r > 170 and g < 70 and b < 70):
-            n += 1
-print(n)
-PY
-)
+rope=$(/usr/bin/python3 "$(dirname "$0")/png_rows.py" "$shot" \
+  '(r < 90 and g > 170 and b > 170) or (r > 170 and g < 70 and b < 70)')
 [ "$rope" -gt 40 ] || fail "no grappling rope on the screenshot ($rope pixels)"
 [ -z "${BQ_SHOTS:-}" ] || cp "$work/screenshots/screenshot0000.png" "$BQ_SHOTS/weapons.png"
 echo "weapons ok: targets destroyed, rope drawn ($rope pixels)"
