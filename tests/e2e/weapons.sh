@@ -30,21 +30,6 @@ xdotool key --window "$win" j
 sleep 0.5
 eval "$(xdotool getwindowgeometry --shell "$win")"
 
-# The game's cursor is virtual and moves by relative motion: pin it to the
-# top-left corner with small steps, then step to (centre + dx, centre + dy),
-# which is where the player stands.
-aim() {
-  local tx=$((WIDTH / 2 + $1)) ty=$((HEIGHT / 2 + $2)) i
-  for i in $(seq 12); do xdotool mousemove_relative -- -150 -150; sleep 0.02; done
-  while [ "$tx" -gt 0 ] || [ "$ty" -gt 0 ]; do
-    local sx=$((tx > 100 ? 100 : tx)) sy=$((ty > 100 ? 100 : ty))
-    xdotool mousemove_relative -- "$sx" "$sy"
-    tx=$((tx - sx)); ty=$((ty - sy))
-    sleep 0.02
-  done
-  sleep 0.1
-}
-
 inventory() { log_line_after_key k "Inventory:"; }
 
 # Each gun by its key, then a second of fire to the right; every gun but the
@@ -53,7 +38,7 @@ inventory() { log_line_after_key k "Inventory:"; }
 for key in 2 3 4 5 6 7 8 9; do
   xdotool key --window "$win" "$key"
   sleep 0.3
-  aim 300 0
+  aim_cursor 300 0
   for attempt in 1 2; do
     xdotool mousedown 1
     sleep 1.0
@@ -78,7 +63,7 @@ sleep 0.5
 xdotool key --window "$win" 0
 sleep 0.3
 inventory | grep -q "^Inventory: weapon 10 " || fail "0 did not pick the swarm"
-aim 60 -300
+aim_cursor 60 -300
 xdotool mousedown 3
 sleep 0.6
 xdotool key --window "$win" p
@@ -93,19 +78,8 @@ check_no_missing_media
 shot="$work/screenshots/screenshot0000.png"
 [ -s "$shot" ] || fail "no screenshot"
 # The rope: cyan while the hook flies, red once it holds.
-rope=$(PYTHONPATH="$(dirname "$0")" /usr/bin/python3 - "$shot" <<'PY'
-import sys
-from png_rows import read_png
-w, h, ch, rows = read_png(sys.argv[1])
-n = 0
-for row in rows:
-    for x in range(0, w * ch, ch):
-        r, g, b = row[x], row[x + 1], row[x + 2]
-        if (r < 90 and g > 170 and b > 170) or (r > 170 and g < 70 and b < 70):
-            n += 1
-print(n)
-PY
-)
+rope=$(/usr/bin/python3 "$(dirname "$0")/png_rows.py" "$shot" \
+  '(r < 90 and g > 170 and b > 170) or (r > 170 and g < 70 and b < 70)')
 [ "$rope" -gt 40 ] || fail "no grappling rope on the screenshot ($rope pixels)"
 [ -z "${BQ_SHOTS:-}" ] || cp "$work/screenshots/screenshot0000.png" "$BQ_SHOTS/weapons.png"
 echo "weapons ok: targets destroyed, rope drawn ($rope pixels)"

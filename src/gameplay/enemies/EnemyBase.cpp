@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 
 #include <tinyxml.h>
@@ -9,6 +10,7 @@
 #include "core/Game.h"
 #include "gameplay/items/CashPickup.h"
 #include "gameplay/player/Player.h"
+#include "sound/ISound.h"
 #include "world/level/LevelValues.h"
 #include "world/quadtree/QuadTree.h"
 #include "world/quadtree/Ray.h"
@@ -57,9 +59,25 @@ void EnemyBase::sightedChanged() {}
 void EnemyBase::readAttributes(const std::map<std::string, std::string>& attrs)
 {
     GameBody::readAttributes(attrs);
-    for (const auto& [name, value] : attrs)
-        if (sameName(name, "level"))
+    bool hasLevel = false;
+    bool hasHealth = false;
+    for (const auto& [name, value] : attrs) {
+        if (sameName(name, "level")) {
             setLevel(readInt(value));
+            hasLevel = true;
+        } else if (sameName(name, "health")) {
+            hasHealth = true;
+        } else if (sameName(name, "cashchance")) {
+            cashChance = std::clamp(readInt(value), 0, 100);
+        } else if (sameName(name, "cashmin")) {
+            cashMin = std::clamp(readInt(value), 0, maxCashDrop);
+        } else if (sameName(name, "cashmax")) {
+            cashMax = std::clamp(readInt(value), 0, maxCashDrop);
+        }
+    }
+    // A placed enemy gets its level's health unless the mapper chose one.
+    if (hasLevel && !hasHealth)
+        setHealthForLevel(level);
 }
 
 void EnemyBase::readState(TiXmlElement* element)
@@ -90,6 +108,29 @@ void EnemyBase::deathEffects()
     const int spanCount = std::max(1, cashMax - cashMin + 1);
     cashDropped = cashMin + std::rand() % spanCount;
     CashPickup::spawnCash(pos, cashDropped, 150.0f, 200.0f);
+}
+
+void EnemyBase::die()
+{
+    const bool wasAlive = !dying && !inlimbo;
+    GameBody::die();
+    if (wasAlive)
+        std::printf("Enemy %s (%s) died, dropping %d cash\n", type.c_str(), id.c_str(), cashDropped);
+}
+
+void EnemyBase::playSoundHere(int soundId) const
+{
+    Game* game = Game::current();
+    if (ISound* sound = game ? game->getSound() : nullptr)
+        sound->playIdAt(soundId, pos, 0);
+}
+
+void EnemyBase::reportAttack()
+{
+    if (attackReported)
+        return;
+    attackReported = true;
+    std::printf("Enemy %s (%s) attacks\n", type.c_str(), id.c_str());
 }
 
 Player* EnemyBase::currentPlayer()
@@ -131,6 +172,9 @@ bool EnemyBase::lineOfSight(const Body& viewer, const Body& target, bool ignoreE
             continue;
         if (viewerIsSwarm && body == game->getPlayer())
             continue;
+        // Doors are neutral GameBodies but must still block the view.
+        if (body->type == "door" || body->type == "alphadoor")
+            return false;
         if (const auto* other = dynamic_cast<const GameBody*>(body)) {
             if (!other->isEnemy() && !other->isPlayerSide())
                 continue;

@@ -34,12 +34,16 @@ public:
     // Called by setSighted when the sighted body changes; empty here.
     virtual void sightedChanged();
 
-    // "level" from the level file; the rest is GameBody's.
+    // "level" from the level file (with its health unless "health" is
+    // given too), "cashchance", "cashmin" and "cashmax"; the rest is
+    // GameBody's.
     void readAttributes(const std::map<std::string, std::string>& attrs) override;
     void readState(TiXmlElement* element) override;
     void writeState(TiXmlElement* element) override;
     // GameBody's blood and gibs, then the cash roll.
     void deathEffects() override;
+    // GameBody's death, logged once with the cash it dropped.
+    void die() override;
 
     // The current player while it can be targeted (exists, is not dead and
     // waiting to restart, is not notarget); null otherwise.
@@ -74,10 +78,18 @@ public:
     float patrolSpeed = 64.0f;
     bool patrolRight = false;
 
+    // A level file cannot make one enemy throw more pickups than this.
+    static constexpr int maxCashDrop = 50;
+
 protected:
     // Image by level: sets the texture and marks the body textured.
     void setImage(const std::string& path);
+    // Logs the enemy's first attack (one line per enemy, for play logs).
+    void reportAttack();
+    // Plays a sound by id at the enemy's position; silent without a game.
+    void playSoundHere(int soundId) const;
 
 private:
     int cashDropped = 0;
+    bool attackReported = false;
 };

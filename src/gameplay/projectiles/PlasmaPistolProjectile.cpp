@@ -16,6 +16,10 @@ PlasmaPistolProjectile::PlasmaPistolProjectile()
     force = 0.1f;
     lifeTime = 0.0f;
     damageType = 2;
+    // A glowing ball at the head of its trail, not a bare white square.
+    setTexture("data/particles/plasma1.png");
+    textured = true;
+    outlined = false;
 }
 
 std::unique_ptr<Body> PlasmaPistolProjectile::clone() const

@@ -172,6 +172,10 @@ void FireableWeapon::radialDamage(const Vector& centre, float radius, float forc
         if (dist > 0.0f) {
             Vector pushBy = d * (std::fabs(radius - dist) * (120.0f / radius) * force / dist);
             pushBy.y *= 1.5f;
+            // The lowered centre only shapes the fall-off: a push out of the
+            // plane would carry a body (a struck player) off its drawing depth.
+            pushBy.z = 0.0f;
+            pushBy.w = 0.0f;
             b->addVelocity(pushBy);
         }
         auto* g = dynamic_cast<GameBody*>(b);

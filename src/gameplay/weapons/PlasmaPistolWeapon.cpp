@@ -18,6 +18,9 @@ bool PlasmaPistolWeapon::fire(Body* owner, const Vector& position, const Vector&
         return false;
     auto bolt = std::make_unique<PlasmaPistolProjectile>();
     bolt->noFlash = enemyWeapon;
+    // Enemies set their bolt strength by level; zero keeps the bolt's own.
+    if (damage > 0)
+        bolt->damage = static_cast<float>(scaledDamage(owner));
     PlasmaPistolProjectile* b = bolt.release();
     b->launch(dynamic_cast<GameBody*>(owner), muzzlePoint(owner, position, aim), aim, time);
     if (ParticleSystem* trail = effect("plasmabullet", raised(b->pos, 0.2f)))

@@ -4,6 +4,7 @@
 
 #include "core/Game.h"
 #include "gameplay/IGameplay.h"
+#include "gameplay/enemies/SwarmMember.h"
 #include "gameplay/player/Player.h"
 
 SwarmWeapon::SwarmWeapon() { delay = 25000.0f; }
@@ -40,6 +41,8 @@ bool SwarmWeapon::fire(Body* owner, const Vector& position, const Vector& aim, f
         member->vel = Vector(std::cos(angle), std::sin(angle)) * uniform(0.0f, 400.0f);
         if (auto* g = dynamic_cast<GameBody*>(member))
             g->setPlayerSide(owner && dynamic_cast<Player*>(owner));
+        if (auto* swarm = dynamic_cast<SwarmMember*>(member))
+            swarm->startLife();
         game->spawnBody(member);
     }
     playShotSound(1, position);

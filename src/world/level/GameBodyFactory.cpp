@@ -8,6 +8,19 @@
 #include "gameplay/RaceEndBlock.h"
 #include "gameplay/RaceReset.h"
 #include "gameplay/RaceStart.h"
+#include "gameplay/enemies/ChaingunGrunt.h"
+#include "gameplay/enemies/EggLayer.h"
+#include "gameplay/enemies/Friendly.h"
+#include "gameplay/enemies/KamikazeGrunt.h"
+#include "gameplay/enemies/MeleeGrunt.h"
+#include "gameplay/enemies/PlasmaGrunt.h"
+#include "gameplay/enemies/RocketGrunt.h"
+#include "gameplay/enemies/SearchLight.h"
+#include "gameplay/enemies/ShotgunGrunt.h"
+#include "gameplay/enemies/Sniper.h"
+#include "gameplay/enemies/SpawnerGrunt.h"
+#include "gameplay/enemies/SwarmMember.h"
+#include "gameplay/enemies/Turret.h"
 #include "gameplay/items/AmmoBase.h"
 #include "gameplay/items/Armour.h"
 #include "gameplay/items/CashPickup.h"
@@ -139,29 +152,29 @@ const TypeEntry typeTable[] = {
     {"engineer",                 nullptr}, // Engineer
     {"harddrive",                nullptr}, // HardDrive
     {"cpu",                      nullptr}, // CPU
-    {"turret",                   nullptr}, // Turret
+    {"turret", []() -> std::unique_ptr<Body> { return std::make_unique<Turret>(); }},
     {"ballofdeath",              nullptr}, // BallOfDeath
-    {"searchlight",              nullptr}, // SearchLight
+    {"searchlight", []() -> std::unique_ptr<Body> { return std::make_unique<SearchLight>(); }},
     {"electrogrid",              nullptr}, // ElectroGrid
     {"electrotower",             nullptr}, // ElectroTower
-    {"egglayer",                 nullptr}, // EggLayer
+    {"egglayer", []() -> std::unique_ptr<Body> { return std::make_unique<EggLayer>(); }},
     {"egg",                      nullptr}, // Egg
     {"swarmer",                  nullptr}, // Swarmer
     {"bacteria",                 nullptr}, // Bacteria
     {"proxygrenade",             nullptr}, // ProxyGrenade
-    {"sniper",                   nullptr}, // Sniper
-    {"meleegrunt",               nullptr}, // MeleeGrunt
-    {"plasmagrunt",              nullptr}, // PlasmaGrunt
-    {"kamikazegrunt",            nullptr}, // KamikazeGrunt
-    {"shotgungrunt",             nullptr}, // ShotgunGrunt
-    {"rocketgrunt",              nullptr}, // RocketGrunt
-    {"chaingungrunt",            nullptr}, // ChaingunGrunt
-    {"spawnergrunt",             nullptr}, // SpawnerGrunt
+    {"sniper", []() -> std::unique_ptr<Body> { return std::make_unique<Sniper>(); }},
+    {"meleegrunt", []() -> std::unique_ptr<Body> { return std::make_unique<MeleeGrunt>(); }},
+    {"plasmagrunt", []() -> std::unique_ptr<Body> { return std::make_unique<PlasmaGrunt>(); }},
+    {"kamikazegrunt", []() -> std::unique_ptr<Body> { return std::make_unique<KamikazeGrunt>(); }},
+    {"shotgungrunt", []() -> std::unique_ptr<Body> { return std::make_unique<ShotgunGrunt>(); }},
+    {"rocketgrunt", []() -> std::unique_ptr<Body> { return std::make_unique<RocketGrunt>(); }},
+    {"chaingungrunt", []() -> std::unique_ptr<Body> { return std::make_unique<ChaingunGrunt>(); }},
+    {"spawnergrunt", []() -> std::unique_ptr<Body> { return std::make_unique<SpawnerGrunt>(); }},
     {"destroyer",                nullptr}, // Destroyer
     {"blockboss",                nullptr}, // BlockBoss
     {"bossblock", []() -> std::unique_ptr<Body> { return std::make_unique<BossBlock>(); }},
-    {"swarmmember",              nullptr}, // SwarmMember
-    {"friendly",                 nullptr}, // Friendly
+    {"swarmmember", []() -> std::unique_ptr<Body> { return std::make_unique<SwarmMember>(); }},
+    {"friendly", []() -> std::unique_ptr<Body> { return std::make_unique<Friendly>(); }},
     {"gib", []() -> std::unique_ptr<Body> { return std::make_unique<Gib>(); }},
     {"target", []() -> std::unique_ptr<Body> { return std::make_unique<ShootingTarget>(); }},
     {"racecheckpoint", []() -> std::unique_ptr<Body> { return std::make_unique<RaceCheckpoint>(); }},

@@ -1,0 +1,82 @@
+#include <filesystem>
+
+#include "gameplay/GameplayFixture.h"
+#include "gameplay/enemies/EnemyBase.h"
+#include "gameplay/items/CashPickup.h"
+#include "gameplay/weapons/WeaponDefinitions.h"
+#include "world/level/PlaceholderBody.h"
+
+namespace {
+
+class EnemyArenaTest : public GameplayFixture {
+protected:
+    void SetUp() override
+    {
+        GameplayFixture::SetUp();
+        WeaponDefinitions::clear();
+        std::srand(7);
+        std::filesystem::create_directories("maps");
+        std::filesystem::copy_file(std::filesystem::path(BQ_SOURCE_TREE) / "maps" / "enemies.xml",
+                                   "maps/enemies.xml", std::filesystem::copy_options::overwrite_existing);
+        game->loadLevel("enemies", "");
+        ASSERT_TRUE(game->isLevelLoaded());
+    }
+    void TearDown() override
+    {
+        WeaponDefinitions::clear();
+        GameplayFixture::TearDown();
+    }
+
+    int count(bool (*pick)(Body*))
+    {
+        int n = 0;
+        for (Body* b : game->getBodies())
+            if (!b->cancleanup && pick(b))
+                ++n;
+        return n;
+    }
+};
+
+TEST_F(EnemyArenaTest, EveryEnemyOfTheArenaIsARealClass)
+{
+    int enemies = 0;
+    for (Body* b : game->getBodies()) {
+        EXPECT_EQ(dynamic_cast<PlaceholderBody*>(b), nullptr) << b->type;
+        enemies += dynamic_cast<EnemyBase*>(b) != nullptr;
+        EXPECT_LT(b->pos.x, 5001.0f) << b->type << " " << b->id;
+    }
+    EXPECT_GE(enemies, 25);
+}
+
+// The god-mode player sweeps the arena west to east, firing the chaingun
+// and rockets all the way; the fight must neither crash nor breed without end.
+TEST_F(EnemyArenaTest, GodModeSoakStaysBounded)
+{
+    run("god");
+    ASSERT_TRUE(player->isGodMode());
+    player->inventory.giveAllWeapons();
+    player->inventory.giveAllAmmo(true);
+    const int startBodies = static_cast<int>(game->getBodies().size());
+    const int startEnemies = count([](Body* b) { return dynamic_cast<EnemyBase*>(b) != nullptr; });
+    int most = 0;
+    for (int stepNo = 0; stepNo < 2000; ++stepNo) {
+        if (stepNo % 100 == 0) {
+            const float x = -200.0f + 5000.0f * static_cast<float>(stepNo) / 2000.0f;
+            player->setPosition(Vector(x, 40.0f));
+            player->transform();
+            player->updateBounds();
+            game->getQuadTree().update(player);
+            player->inventory.giveAllAmmo(true);
+        }
+        const int weapon = stepNo == 500 ? 10 : stepNo % 40 < 30 ? 5 : 7;
+        player->inventory.fire(player, player->pos, Vector(1.0f, 0.0f), Player::now(), weapon);
+        frame();
+        most = std::max(most, static_cast<int>(game->getBodies().size()));
+    }
+    const int endEnemies = count([](Body* b) { return dynamic_cast<EnemyBase*>(b) != nullptr; });
+    EXPECT_LT(most, startBodies + 600) << "bodies stay bounded";
+    EXPECT_LT(endEnemies, startEnemies) << "the sweep kills enemies";
+    EXPECT_FALSE(player->dead);
+}
+
+}

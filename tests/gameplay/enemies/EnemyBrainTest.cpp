@@ -1,0 +1,345 @@
+#include <cmath>
+#include <vector>
+
+#include "gameplay/enemies/EnemiesFixture.h"
+#include "gameplay/enemies/ChaingunGrunt.h"
+#include "gameplay/enemies/EggLayer.h"
+#include "gameplay/enemies/Friendly.h"
+#include "gameplay/enemies/KamikazeGrunt.h"
+#include "gameplay/enemies/MeleeGrunt.h"
+#include "gameplay/enemies/PlasmaGrunt.h"
+#include "gameplay/enemies/RocketGrunt.h"
+#include "gameplay/enemies/SearchLight.h"
+#include "gameplay/enemies/ShotgunGrunt.h"
+#include "gameplay/enemies/Sniper.h"
+#include "gameplay/enemies/SpawnerGrunt.h"
+#include "gameplay/enemies/SwarmMember.h"
+#include "gameplay/enemies/Turret.h"
+#include "gameplay/projectiles/RocketProjectile.h"
+#include "gameplay/weapons/ChaingunWeapon.h"
+#include "gameplay/weapons/MeleeWeapon.h"
+#include "gameplay/weapons/PlasmaPistolWeapon.h"
+#include "gameplay/weapons/RailgunWeapon.h"
+#include "gameplay/weapons/RocketWeapon.h"
+#include "gameplay/weapons/ShotgunWeapon.h"
+#include "world/movers/Door.h"
+
+namespace {
+
+class Alarm : public GameBody {
+public:
+    void onTriggered(GameBody*) override { ++fired; }
+    int fired = 0;
+};
+
+class EnemyBrainTest : public EnemiesFixture {
+protected:
+    void SetUp() override
+    {
+        EnemiesFixture::SetUp();
+        frames(2);
+        placePlayer(-400.0f, 40.0f);
+    }
+
+    // True when the grunt's velocity is a plain patrol leg.
+    static bool patrolling(const EnemyBase& enemy)
+    {
+        return std::fabs(std::fabs(enemy.vel.x) - enemy.patrolSpeed) < 1e-3f && enemy.vel.y == 0.0f;
+    }
+};
+
+TEST_F(EnemyBrainTest, RocketGruntAtPointBlankHoldsItsGroundButFires)
+{
+    auto* grunt = spawnEnemy<RocketGrunt>(-350.0f, 40.0f);
+    grunt->vel = Vector();
+    grunt->think(0.1f);
+    EXPECT_TRUE(patrolling(*grunt)) << "50 is inside the close distance";
+    EXPECT_GT(grunt->gun().nextFireTime, 0.0f);
+    EXPECT_EQ(countBodies<RocketProjectile>(), 1);
+}
+
+TEST_F(EnemyBrainTest, GruntsCloseInAndFireWithinRange)
+{
+    auto* grunt = spawnEnemy<ChaingunGrunt>(-200.0f, 40.0f);
+    grunt->vel = Vector();
+    grunt->think(0.1f);
+    EXPECT_LT(grunt->vel.x, 0.0f) << "steers towards the player";
+    EXPECT_NEAR(grunt->vel.x, -180.0f * 0.2f, 1.0f);
+    EXPECT_GT(grunt->gun().nextFireTime, 0.0f);
+}
+
+TEST_F(EnemyBrainTest, GruntsPatrolOutOfRangeOrBehindADoor)
+{
+    auto* far = spawnEnemy<ShotgunGrunt>(-50.0f, 40.0f);
+    far->think(0.1f);
+    EXPECT_TRUE(patrolling(*far));
+    EXPECT_EQ(far->gun().nextFireTime, 0.0f);
+
+    auto* blocked = spawnEnemy<PlasmaGrunt>(-200.0f, 40.0f);
+    auto* door = new Door();
+    door->makeRectangle(16.0f, 120.0f);
+    door->setPosition(Vector(-300.0f, 60.0f));
+    door->setMass(0.0f);
+    game->spawnBody(door);
+    blocked->think(0.1f);
+    EXPECT_TRUE(patrolling(*blocked)) << "the door hides the player";
+    EXPECT_EQ(blocked->gun().nextFireTime, 0.0f);
+}
+
+TEST_F(EnemyBrainTest, MeleeGruntOnlyStrikesWithinReach)
+{
+    auto* grunt = spawnEnemy<MeleeGrunt>(-330.0f, 40.0f);
+    grunt->think(0.1f);
+    EXPECT_EQ(grunt->gun().nextFireTime, 0.0f) << "70 away: rushes, does not strike";
+    moveTo(grunt, -380.0f, 40.0f);
+    grunt->think(0.1f);
+    EXPECT_GT(grunt->gun().nextFireTime, 0.0f);
+}
+
+TEST_F(EnemyBrainTest, InvisMakesEveryEnemyPatrol)
+{
+    run("invis");
+    ASSERT_TRUE(player->notarget);
+    std::vector<EnemyBase*> enemies = {
+        spawnEnemy<ChaingunGrunt>(-300.0f, 40.0f), spawnEnemy<PlasmaGrunt>(-300.0f, 80.0f),
+        spawnEnemy<RocketGrunt>(-350.0f, 40.0f),   spawnEnemy<ShotgunGrunt>(-300.0f, 120.0f),
+        spawnEnemy<MeleeGrunt>(-390.0f, 60.0f),    spawnEnemy<Sniper>(-300.0f, 60.0f),
+        spawnEnemy<KamikazeGrunt>(-300.0f, 100.0f)};
+    auto* turret = spawnEnemy<Turret>(-300.0f, 150.0f);
+    for (EnemyBase* enemy : enemies) {
+        enemy->think(0.1f);
+        EXPECT_TRUE(patrolling(*enemy)) << enemy->type;
+        if (auto* grunt = dynamic_cast<GruntEnemy*>(enemy)) {
+            EXPECT_EQ(grunt->getWeapon()->nextFireTime, 0.0f) << enemy->type;
+        }
+    }
+    EXPECT_EQ(static_cast<Sniper*>(enemies[5])->gun().nextFireTime, 0.0f);
+    EXPECT_FALSE(static_cast<KamikazeGrunt*>(enemies[6])->exploded);
+    turret->think(0.05f);
+    EXPECT_EQ(turret->sighted, nullptr);
+    EXPECT_EQ(turret->gun().nextFireTime, 0.0f);
+}
+
+TEST_F(EnemyBrainTest, TurretWaitsASecondThenFiresEveryHalfSecond)
+{
+    auto* turret = spawnEnemy<Turret>(-300.0f, 60.0f);
+    frames(36); // 900 ms in view
+    EXPECT_EQ(turret->sighted, player);
+    EXPECT_EQ(turret->texture, "data/images/TurretSighted.png");
+    EXPECT_EQ(turret->gun().nextFireTime, 0.0f);
+    EXPECT_LT(turret->getAim().x, 0.0f) << "aims at the player";
+    player->notarget = true;
+    frames(4);
+    EXPECT_EQ(turret->sighted, nullptr);
+    EXPECT_EQ(turret->texture, "data/images/Turret.png");
+    EXPECT_EQ(turret->gun().nextFireTime, 0.0f) << "lost before the second was up";
+
+    player->notarget = false;
+    placePlayer(-400.0f, 40.0f);
+    std::vector<float> shots;
+    float last = 0.0f;
+    for (int i = 0; i < 120; ++i) { // 3 s
+        frame();
+        if (turret->gun().nextFireTime != last) {
+            last = turret->gun().nextFireTime;
+            shots.push_back(GameBody::now());
+        }
+        if (i % 10 == 0)
+            placePlayer(-400.0f, 40.0f);
+    }
+    ASSERT_GE(shots.size(), 3u);
+    EXPECT_LE(shots.size(), 5u);
+    for (size_t i = 1; i < shots.size(); ++i)
+        EXPECT_GE(shots[i] - shots[i - 1], 500.0f - 1.0f);
+}
+
+TEST_F(EnemyBrainTest, SearchLightPausesAtEachEnd)
+{
+    auto* light = spawnEnemy<SearchLight>(2000.0f, 300.0f);
+    light->readAttributes({{"startangle", "0"}, {"endangle", "10"}, {"minangle", "-10"}, {"speed", "100"},
+                           {"timepaused", "500"}});
+    float reachedEnd = -1.0f;
+    float leftEnd = -1.0f;
+    float reachedMin = -1.0f;
+    for (int i = 0; i < 120 && reachedMin < 0.0f; ++i) {
+        frame();
+        const float t = GameBody::now();
+        if (reachedEnd < 0.0f && light->currentangle >= 10.0f)
+            reachedEnd = t;
+        if (reachedEnd >= 0.0f && leftEnd < 0.0f && light->currentangle < 10.0f)
+            leftEnd = t;
+        if (leftEnd >= 0.0f && light->currentangle <= -10.0f)
+            reachedMin = t;
+    }
+    ASSERT_GE(leftEnd, 0.0f);
+    EXPECT_NEAR(leftEnd - reachedEnd, 500.0f, 30.0f);
+    EXPECT_NEAR(reachedMin - leftEnd, 200.0f, 30.0f) << "20 degrees at 100 per second";
+    EXPECT_TRUE(light->direction) << "turned back up at the bottom";
+}
+
+TEST_F(EnemyBrainTest, SearchLightTriggersAtMostOncePerUntriggerTimer)
+{
+    auto* light = spawnEnemy<SearchLight>(-400.0f, 250.0f);
+    light->readAttributes({{"startangle", "0"}, {"speed", "0"}, {"conewidth", "60"}, {"conelength", "300"},
+                           {"untriggertimer", "1000"}});
+    auto* alarm = new Alarm();
+    alarm->makeRectangle(8.0f, 8.0f);
+    alarm->setPosition(Vector(3000.0f, 300.0f));
+    game->spawnBody(alarm);
+    light->addTarget(alarm);
+    EXPECT_TRUE(light->inCone(player->pos, player->radius));
+    for (int i = 0; i < 100; ++i) { // 2.5 s in the cone
+        frame();
+        if (i % 10 == 0)
+            placePlayer(-400.0f, 40.0f);
+    }
+    EXPECT_EQ(light->sighted, player);
+    EXPECT_EQ(alarm->fired, 3);
+    placePlayer(-100.0f, 40.0f); // out of the cone, within watch range
+    frames(4);
+    EXPECT_EQ(light->sighted, nullptr);
+    EXPECT_FALSE(light->inCone(player->pos, player->radius));
+}
+
+TEST_F(EnemyBrainTest, KamikazeBlastHurtsWithinItsRangeAndDiesOnce)
+{
+    player->setGodMode(false);
+    const int before = player->health + player->armour;
+    auto* kamikaze = spawnEnemy<KamikazeGrunt>(-370.0f, 40.0f);
+    GameBody* near = target(-370.0f, 90.0f);
+    GameBody* far = target(-370.0f, 200.0f);
+    kamikaze->think(0.1f);
+    EXPECT_TRUE(kamikaze->exploded);
+    EXPECT_EQ(near->health, 1000 - 50);
+    EXPECT_EQ(far->health, 1000);
+    EXPECT_LT(player->health + player->armour, before);
+    kamikaze->specialAction();
+    kamikaze->think(0.1f);
+    EXPECT_EQ(near->health, 1000 - 50) << "one blast only";
+    frame();
+    EXPECT_EQ(countBodies<KamikazeGrunt>(), 0);
+}
+
+TEST_F(EnemyBrainTest, BlowsKeepTheirVictimsInThePlane)
+{
+    auto* grunt = spawnEnemy<MeleeGrunt>(-399.0f, 40.0f);
+    for (int i = 0; i < 20; ++i) {
+        grunt->gun().nextFireTime = 0.0f;
+        moveTo(grunt, player->pos.x + 0.5f, player->pos.y);
+        grunt->think(0.1f);
+        frame();
+    }
+    EXPECT_EQ(player->vel.z, 0.0f);
+    EXPECT_NEAR(player->pos.z, 0.0f, 1e-3f);
+}
+
+TEST_F(EnemyBrainTest, KamikazeFuseBurnsOutAfterTwoSeconds)
+{
+    auto* kamikaze = spawnEnemy<KamikazeGrunt>(-345.0f, 40.0f); // 55: in range, outside the blast
+    kamikaze->thinks = false;
+    kamikaze->patrolSpeed = 0.0f;
+    kamikaze->think(0.1f);
+    EXPECT_FALSE(kamikaze->exploded);
+    EXPECT_GT(kamikaze->fuseTime, GameBody::now());
+    kamikaze->vel = Vector();
+    frames(40);
+    placePlayer(-400.0f, 40.0f);
+    moveTo(kamikaze, -345.0f, 40.0f);
+    kamikaze->think(0.1f);
+    EXPECT_FALSE(kamikaze->exploded) << "one second in";
+    frames(44);
+    placePlayer(-400.0f, 40.0f);
+    moveTo(kamikaze, -345.0f, 40.0f);
+    kamikaze->think(0.1f);
+    EXPECT_TRUE(kamikaze->exploded);
+}
+
+TEST_F(EnemyBrainTest, SpawnerGruntKeepsItsBroodAtMaxAlive)
+{
+    auto* spawner = spawnEnemy<SpawnerGrunt>(-100.0f, 150.0f);
+    spawner->readAttributes({{"spawntype", "meleegrunt"}, {"maxalive", "2"}, {"spawndelay", "1000"},
+                             {"spawnlevel", "3"}});
+    frames(160); // 4 s
+    ASSERT_EQ(spawner->numalive, 2);
+    ASSERT_EQ(spawner->getOwned().size(), 2u);
+    for (GameBody* child : spawner->getOwned()) {
+        auto* grunt = dynamic_cast<MeleeGrunt*>(child);
+        ASSERT_NE(grunt, nullptr);
+        EXPECT_EQ(grunt->level, 3);
+        EXPECT_EQ(grunt->initialhealth, 80);
+        EXPECT_EQ(grunt->getOwner(), spawner);
+    }
+    spawner->getOwned().front()->die();
+    EXPECT_EQ(spawner->numalive, 1);
+    frames(50);
+    EXPECT_EQ(spawner->numalive, 2) << "a death makes room for one more";
+    EXPECT_EQ(countBodies<MeleeGrunt>(), 2);
+
+    spawner->spawntype = "nosuchtype";
+    spawner->maxalive = 5;
+    EXPECT_EQ(spawner->spawnOne(), nullptr);
+    frames(10);
+    EXPECT_EQ(spawner->numalive, 2);
+}
+
+TEST_F(EnemyBrainTest, EggLayerLaysLevelledEggsAndThrowsThemWhenThePlayerIsNear)
+{
+    auto* layer = spawnEnemy<EggLayer>(1000.0f, 150.0f);
+    layer->readAttributes({{"spawnlevel", "2"}, {"spawntype", "meleegrunt"}});
+    Body* egg = layer->spawnOne();
+    ASSERT_NE(egg, nullptr);
+    EXPECT_EQ(egg->type, "egg");
+    if (auto* enemy = dynamic_cast<EnemyBase*>(egg)) {
+        EXPECT_EQ(enemy->level, 2);
+    }
+    EXPECT_NEAR(egg->vel.length2D(), 8.0f, 0.01f) << "dropped while the player is far";
+
+    moveTo(layer, -250.0f, 150.0f);
+    Body* thrown = layer->spawnOne();
+    ASSERT_NE(thrown, nullptr);
+    EXPECT_NEAR(thrown->vel.length2D(), 300.0f, 0.5f);
+    EXPECT_LT(thrown->vel.x, 0.0f) << "aimed at the player";
+}
+
+TEST_F(EnemyBrainTest, FriendlyHuntsEnemiesAndOtherwiseFollows)
+{
+    auto* friendly = spawnEnemy<Friendly>(-300.0f, 150.0f);
+    friendly->vel = Vector();
+    friendly->think(0.1f);
+    EXPECT_GT(friendly->vel.length2D(), 0.0f) << "follows the player 100 away";
+    EXPECT_EQ(friendly->pistol().nextFireTime, 0.0f);
+
+    auto* grunt = spawnEnemy<ChaingunGrunt>(-150.0f, 150.0f);
+    grunt->thinks = false;
+    friendly->vel = Vector();
+    friendly->think(0.1f);
+    EXPECT_GT(friendly->vel.x, 0.0f) << "goes for the grunt";
+    EXPECT_GT(friendly->pistol().nextFireTime, 0.0f);
+
+    game->markForRemoval(grunt);
+    frame();
+    moveTo(friendly, 300.0f, 150.0f);
+    friendly->vel = Vector(50.0f, 0.0f);
+    friendly->think(0.1f);
+    EXPECT_EQ(friendly->vel.length2D(), 0.0f) << "waits when the player is far behind";
+}
+
+TEST_F(EnemyBrainTest, SwarmMembersBiteEnemiesAndExpire)
+{
+    auto* grunt = spawnEnemy<ChaingunGrunt>(-200.0f, 150.0f);
+    grunt->thinks = false;
+    auto* swarm = new SwarmMember();
+    swarm->makeRectangle(16.0f, 16.0f);
+    swarm->setPosition(Vector(-260.0f, 150.0f));
+    swarm->lifetime = 1000.0f;
+    swarm->startLife();
+    game->spawnBody(swarm);
+    swarm->think(0.1f);
+    EXPECT_GT(swarm->vel.x, 0.0f);
+    EXPECT_GT(swarm->gun().nextFireTime, 0.0f) << "60 away is within reach";
+    EXPECT_LT(grunt->health, grunt->initialhealth);
+    frames(50);
+    EXPECT_EQ(countBodies<SwarmMember>(), 0) << "gone after its life time";
+}
+
+}
