@@ -8,6 +8,18 @@
 #include "gameplay/RaceEndBlock.h"
 #include "gameplay/RaceReset.h"
 #include "gameplay/RaceStart.h"
+#include "gameplay/enemies/Bacteria.h"
+#include "gameplay/enemies/BallOfDeath.h"
+#include "gameplay/enemies/BlockBoss.h"
+#include "gameplay/enemies/CPU.h"
+#include "gameplay/enemies/Destroyer.h"
+#include "gameplay/enemies/Egg.h"
+#include "gameplay/enemies/ElectroGrid.h"
+#include "gameplay/enemies/ElectroTower.h"
+#include "gameplay/enemies/Engineer.h"
+#include "gameplay/enemies/HardDrive.h"
+#include "gameplay/enemies/ProxyGrenade.h"
+#include "gameplay/enemies/Swarmer.h"
 #include "gameplay/items/AmmoBase.h"
 #include "gameplay/items/Armour.h"
 #include "gameplay/items/CashPickup.h"
@@ -136,19 +148,19 @@ const TypeEntry typeTable[] = {
     {"grenadeprojectile", []() -> std::unique_ptr<Body> { return std::make_unique<GrenadeProjectile>(); }},
     {"rocketprojectile", []() -> std::unique_ptr<Body> { return std::make_unique<RocketProjectile>(); }},
     {"plasmapistolprojectile", []() -> std::unique_ptr<Body> { return std::make_unique<PlasmaPistolProjectile>(); }},
-    {"engineer",                 nullptr}, // Engineer
-    {"harddrive",                nullptr}, // HardDrive
-    {"cpu",                      nullptr}, // CPU
+    {"engineer", []() -> std::unique_ptr<Body> { return std::make_unique<Engineer>(); }},
+    {"harddrive", []() -> std::unique_ptr<Body> { return std::make_unique<HardDrive>(); }},
+    {"cpu", []() -> std::unique_ptr<Body> { return std::make_unique<CPU>(); }},
     {"turret",                   nullptr}, // Turret
-    {"ballofdeath",              nullptr}, // BallOfDeath
+    {"ballofdeath", []() -> std::unique_ptr<Body> { return std::make_unique<BallOfDeath>(); }},
     {"searchlight",              nullptr}, // SearchLight
-    {"electrogrid",              nullptr}, // ElectroGrid
-    {"electrotower",             nullptr}, // ElectroTower
+    {"electrogrid", []() -> std::unique_ptr<Body> { return std::make_unique<ElectroGrid>(); }},
+    {"electrotower", []() -> std::unique_ptr<Body> { return std::make_unique<ElectroTower>(); }},
     {"egglayer",                 nullptr}, // EggLayer
-    {"egg",                      nullptr}, // Egg
-    {"swarmer",                  nullptr}, // Swarmer
-    {"bacteria",                 nullptr}, // Bacteria
-    {"proxygrenade",             nullptr}, // ProxyGrenade
+    {"egg", []() -> std::unique_ptr<Body> { return std::make_unique<Egg>(); }},
+    {"swarmer", []() -> std::unique_ptr<Body> { return std::make_unique<Swarmer>(); }},
+    {"bacteria", []() -> std::unique_ptr<Body> { return std::make_unique<Bacteria>(); }},
+    {"proxygrenade", []() -> std::unique_ptr<Body> { return std::make_unique<ProxyGrenade>(); }},
     {"sniper",                   nullptr}, // Sniper
     {"meleegrunt",               nullptr}, // MeleeGrunt
     {"plasmagrunt",              nullptr}, // PlasmaGrunt
@@ -157,8 +169,8 @@ const TypeEntry typeTable[] = {
     {"rocketgrunt",              nullptr}, // RocketGrunt
     {"chaingungrunt",            nullptr}, // ChaingunGrunt
     {"spawnergrunt",             nullptr}, // SpawnerGrunt
-    {"destroyer",                nullptr}, // Destroyer
-    {"blockboss",                nullptr}, // BlockBoss
+    {"destroyer", []() -> std::unique_ptr<Body> { return std::make_unique<Destroyer>(); }},
+    {"blockboss", []() -> std::unique_ptr<Body> { return std::make_unique<BlockBoss>(); }},
     {"bossblock", []() -> std::unique_ptr<Body> { return std::make_unique<BossBlock>(); }},
     {"swarmmember",              nullptr}, // SwarmMember
     {"friendly",                 nullptr}, // Friendly
