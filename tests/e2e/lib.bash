@@ -102,3 +102,19 @@ player_info() {
        /^Current Level: / { l = $3; t = $NF }
        END { print x, y, t, l }' "$dir/playerinfo.txt"
 }
+
+# The game's cursor is virtual and moves by relative motion: pins it to the
+# top-left corner with small steps, then steps to (centre + dx, centre + dy)
+# of the window whose WIDTH and HEIGHT `xdotool getwindowgeometry --shell`
+# set; the player stands at the centre.
+aim() {
+  local tx=$((WIDTH / 2 + $1)) ty=$((HEIGHT / 2 + $2)) i
+  for i in $(seq 12); do xdotool mousemove_relative -- -150 -150; sleep 0.02; done
+  while [ "$tx" -gt 0 ] || [ "$ty" -gt 0 ]; do
+    local sx=$((tx > 100 ? 100 : tx)) sy=$((ty > 100 ? 100 : ty))
+    xdotool mousemove_relative -- "$sx" "$sy"
+    tx=$((tx - sx)); ty=$((ty - sy))
+    sleep 0.02
+  done
+  sleep 0.1
+}

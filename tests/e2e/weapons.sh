@@ -30,21 +30,6 @@ xdotool key --window "$win" j
 sleep 0.5
 eval "$(xdotool getwindowgeometry --shell "$win")"
 
-# The game's cursor is virtual and moves by relative motion: pin it to the
-# top-left corner with small steps, then step to (centre + dx, centre + dy),
-# which is where the player stands.
-aim() {
-  local tx=$((WIDTH / 2 + $1)) ty=$((HEIGHT / 2 + $2)) i
-  for i in $(seq 12); do xdotool mousemove_relative -- -150 -150; sleep 0.02; done
-  while [ "$tx" -gt 0 ] || [ "$ty" -gt 0 ]; do
-    local sx=$((tx > 100 ? 100 : tx)) sy=$((ty > 100 ? 100 : ty))
-    xdotool mousemove_relative -- "$sx" "$sy"
-    tx=$((tx - sx)); ty=$((ty - sy))
-    sleep 0.02
-  done
-  sleep 0.1
-}
-
 inventory() { log_line_after_key k "Inventory:"; }
 
 # Each gun by its key, then a second of fire to the right; every gun but the

@@ -87,9 +87,9 @@ def boss_wing():
 
     # --- Electric hall: two timed grids across the way, a tower on a plinth
     # and a ball of death dropping through the passage.
-    lv.point('hazards', 5660)
+    lv.point('hazards', 5700)
     lv.lintel(5600)
-    for i, (x, on) in enumerate(((5800, 'true'), (6000, 'false'))):
+    for i, (x, on) in enumerate(((5800, 'true'), (5920, 'false'))):
         lv.body('electrogrid', x, FLOOR, x + 16, DOORWAY + 48, 'data/images/grate1.png', solid=False,
                 entity=True, outlined=False, tile=True, idname='grid_%d' % (i + 1),
                 attributes={'on': on, 'pain': '15', 'timeon': '1600', 'timeoff': '1400', 'glow': 'true'},
@@ -130,12 +130,11 @@ def boss_wing():
     # of the two field doors. Engineers keep them patched up.
     lv.point('servers', 8300)
     lv.lintel(8240)
-    lv.geometry(8440, FLOOR, 8520, 40, 'metal2')
-    lv.enemy('harddrive', 8480, 40 + 24, 48, 'harddrive', mass=0, idname='drive', targets='server_door_1',
-             attributes={'health': '300'})
+    lv.enemy('harddrive', 8480, FLOOR + 24, 48, 'harddrive', mass=0, idname='drive', targets='server_door_1',
+             attributes={'health': '150'})
     lv.geometry(8700, FLOOR, 8780, 40, 'metal2')
     lv.enemy('cpu', 8740, 40 + 24, 48, 'cpu', mass=0, idname='processor', targets='server_door_2',
-             attributes={'health': '300'})
+             attributes={'health': '150'})
     lv.enemy('engineer', 8560, 200, 32, 'engineerenemy', idname='engineer_1')
     lv.enemy('engineer', 8820, 220, 32, 'engineerenemy', idname='engineer_2')
     for i, x in enumerate((8920, 8976)):
