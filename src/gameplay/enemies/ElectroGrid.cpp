@@ -2,6 +2,8 @@
 
 #include <tinyxml.h>
 
+#include <cmath>
+
 #include "core/Game.h"
 #include "gameplay/enemies/EnemyEffects.h"
 #include "render/IRenderer.h"
@@ -41,6 +43,11 @@ void ElectroGrid::readAttributes(const std::map<std::string, std::string>& attrs
         else if (sameName(name, "fatal"))
             fatal = readBool(value);
     }
+    // Nonsense times hold the phase, as 0 does.
+    if (!std::isfinite(timeOn) || timeOn < 0.0f)
+        timeOn = 0.0f;
+    if (!std::isfinite(timeOff) || timeOff < 0.0f)
+        timeOff = 0.0f;
     showPhase();
 }
 

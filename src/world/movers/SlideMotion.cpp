@@ -26,6 +26,11 @@ void SlideMotion::readSlideAttributes(const std::map<std::string, std::string>& 
         else if (sameName(name, "speed"))
             speed = readFloat(value);
     }
+    // A level's nonsense must not send a body to infinity.
+    if (!std::isfinite(speed))
+        speed = 0.0f;
+    if (!std::isfinite(offset.x) || !std::isfinite(offset.y))
+        offset = Vector();
 }
 
 void SlideMotion::readSlideState(TiXmlElement* element)
