@@ -57,9 +57,9 @@ shots=0
 shoot_room() {
   local before try name
   before=$(grep -c "^Writing screenshot" "$log" || true)
-  for try in 1 2 3; do
+  for try in 1 2 3 4 5; do
     xdotool key --window "$win" p
-    for _ in $(seq 50); do
+    for _ in $(seq 80); do
       [ "$(grep -c "^Writing screenshot" "$log" || true)" -gt "$before" ] && break 2
       sleep 0.1
     done

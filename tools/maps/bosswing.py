@@ -146,7 +146,7 @@ def boss_wing():
     # glow into it. Reinforcements drop from the ceiling every 20 s.
     lv.point('blockboss', 9100)
     lv.lintel(9040)
-    lv.enemy('blockboss', 9800, 260, 128, 'blockboss1', mass=400, idname='blockboss',
+    lv.enemy('blockboss', 9800, 260, 128, 'blockboss1', mass=150, idname='blockboss',
              attributes={'adds1': 'boss_adds_1', 'adds2': 'boss_adds_2'})
     for i, (x, blocktype) in enumerate(((9200, 0), (9300, 1), (9400, 2), (9560, 0), (9660, 1), (9760, 2),
                                         (10000, 0), (10100, 1))):
@@ -163,7 +163,7 @@ def boss_wing():
     # --- Destroyer hall.
     lv.point('destroyer', 10300)
     lv.lintel(10240)
-    lv.enemy('destroyer', 10900, 220, 96, 'destroyer1', mass=300, idname='destroyer')
+    lv.enemy('destroyer', 10900, 220, 96, 'destroyer1', mass=150, idname='destroyer')
     lv.geometry(10600, 200, 10700, 216, 'metal2')
     lv.geometry(11100, 200, 11200, 216, 'metal2')
     lv.pickup('armour', 10640, 216)
