@@ -8,18 +8,30 @@
 #include "gameplay/RaceEndBlock.h"
 #include "gameplay/RaceReset.h"
 #include "gameplay/RaceStart.h"
+#include "gameplay/enemies/Bacteria.h"
+#include "gameplay/enemies/BallOfDeath.h"
+#include "gameplay/enemies/BlockBoss.h"
+#include "gameplay/enemies/CPU.h"
 #include "gameplay/enemies/ChaingunGrunt.h"
+#include "gameplay/enemies/Destroyer.h"
+#include "gameplay/enemies/Egg.h"
 #include "gameplay/enemies/EggLayer.h"
+#include "gameplay/enemies/ElectroGrid.h"
+#include "gameplay/enemies/ElectroTower.h"
+#include "gameplay/enemies/Engineer.h"
 #include "gameplay/enemies/Friendly.h"
+#include "gameplay/enemies/HardDrive.h"
 #include "gameplay/enemies/KamikazeGrunt.h"
 #include "gameplay/enemies/MeleeGrunt.h"
 #include "gameplay/enemies/PlasmaGrunt.h"
+#include "gameplay/enemies/ProxyGrenade.h"
 #include "gameplay/enemies/RocketGrunt.h"
 #include "gameplay/enemies/SearchLight.h"
 #include "gameplay/enemies/ShotgunGrunt.h"
 #include "gameplay/enemies/Sniper.h"
 #include "gameplay/enemies/SpawnerGrunt.h"
 #include "gameplay/enemies/SwarmMember.h"
+#include "gameplay/enemies/Swarmer.h"
 #include "gameplay/enemies/Turret.h"
 #include "gameplay/items/AmmoBase.h"
 #include "gameplay/items/Armour.h"
@@ -40,7 +52,6 @@
 #include "gameplay/projectiles/RocketProjectile.h"
 #include "gameplay/weapons/ShootingTarget.h"
 #include "world/body/Body.h"
-#include "world/level/PlaceholderBody.h"
 #include "world/logic/Battery.h"
 #include "world/logic/BatterySlot.h"
 #include "world/logic/Checkpoint.h"
@@ -80,10 +91,8 @@ using Maker = std::unique_ptr<Body> (*)();
 
 struct TypeEntry {
     const char* name;
-    // Null while the class is still to be written: the name then gives a
-    // PlaceholderBody. A class that lands replaces it, e.g.
-    //   {"door", [] () -> std::unique_ptr<Body> { return std::make_unique<Door>(); }},
-    // and the weapon and ammunition classes pass the name to their constructor.
+    // Makes the prototype; the weapon and ammunition classes pass the name
+    // to their constructor.
     Maker maker;
 };
 
@@ -149,19 +158,19 @@ const TypeEntry typeTable[] = {
     {"grenadeprojectile", []() -> std::unique_ptr<Body> { return std::make_unique<GrenadeProjectile>(); }},
     {"rocketprojectile", []() -> std::unique_ptr<Body> { return std::make_unique<RocketProjectile>(); }},
     {"plasmapistolprojectile", []() -> std::unique_ptr<Body> { return std::make_unique<PlasmaPistolProjectile>(); }},
-    {"engineer",                 nullptr}, // Engineer
-    {"harddrive",                nullptr}, // HardDrive
-    {"cpu",                      nullptr}, // CPU
+    {"engineer", []() -> std::unique_ptr<Body> { return std::make_unique<Engineer>(); }},
+    {"harddrive", []() -> std::unique_ptr<Body> { return std::make_unique<HardDrive>(); }},
+    {"cpu", []() -> std::unique_ptr<Body> { return std::make_unique<CPU>(); }},
     {"turret", []() -> std::unique_ptr<Body> { return std::make_unique<Turret>(); }},
-    {"ballofdeath",              nullptr}, // BallOfDeath
+    {"ballofdeath", []() -> std::unique_ptr<Body> { return std::make_unique<BallOfDeath>(); }},
     {"searchlight", []() -> std::unique_ptr<Body> { return std::make_unique<SearchLight>(); }},
-    {"electrogrid",              nullptr}, // ElectroGrid
-    {"electrotower",             nullptr}, // ElectroTower
+    {"electrogrid", []() -> std::unique_ptr<Body> { return std::make_unique<ElectroGrid>(); }},
+    {"electrotower", []() -> std::unique_ptr<Body> { return std::make_unique<ElectroTower>(); }},
     {"egglayer", []() -> std::unique_ptr<Body> { return std::make_unique<EggLayer>(); }},
-    {"egg",                      nullptr}, // Egg
-    {"swarmer",                  nullptr}, // Swarmer
-    {"bacteria",                 nullptr}, // Bacteria
-    {"proxygrenade",             nullptr}, // ProxyGrenade
+    {"egg", []() -> std::unique_ptr<Body> { return std::make_unique<Egg>(); }},
+    {"swarmer", []() -> std::unique_ptr<Body> { return std::make_unique<Swarmer>(); }},
+    {"bacteria", []() -> std::unique_ptr<Body> { return std::make_unique<Bacteria>(); }},
+    {"proxygrenade", []() -> std::unique_ptr<Body> { return std::make_unique<ProxyGrenade>(); }},
     {"sniper", []() -> std::unique_ptr<Body> { return std::make_unique<Sniper>(); }},
     {"meleegrunt", []() -> std::unique_ptr<Body> { return std::make_unique<MeleeGrunt>(); }},
     {"plasmagrunt", []() -> std::unique_ptr<Body> { return std::make_unique<PlasmaGrunt>(); }},
@@ -170,8 +179,8 @@ const TypeEntry typeTable[] = {
     {"rocketgrunt", []() -> std::unique_ptr<Body> { return std::make_unique<RocketGrunt>(); }},
     {"chaingungrunt", []() -> std::unique_ptr<Body> { return std::make_unique<ChaingunGrunt>(); }},
     {"spawnergrunt", []() -> std::unique_ptr<Body> { return std::make_unique<SpawnerGrunt>(); }},
-    {"destroyer",                nullptr}, // Destroyer
-    {"blockboss",                nullptr}, // BlockBoss
+    {"destroyer", []() -> std::unique_ptr<Body> { return std::make_unique<Destroyer>(); }},
+    {"blockboss", []() -> std::unique_ptr<Body> { return std::make_unique<BlockBoss>(); }},
     {"bossblock", []() -> std::unique_ptr<Body> { return std::make_unique<BossBlock>(); }},
     {"swarmmember", []() -> std::unique_ptr<Body> { return std::make_unique<SwarmMember>(); }},
     {"friendly", []() -> std::unique_ptr<Body> { return std::make_unique<Friendly>(); }},
@@ -190,10 +199,7 @@ const TypeEntry typeTable[] = {
 void GameBodyFactory::registerPrototypes()
 {
     for (const TypeEntry& entry : typeTable) {
-        std::unique_ptr<Body> prototype = entry.maker ? entry.maker() : nullptr;
-        if (!prototype)
-            prototype = std::make_unique<PlaceholderBody>(entry.name);
-        addPrototype(std::move(prototype));
+        addPrototype(entry.maker());
     }
 }
 

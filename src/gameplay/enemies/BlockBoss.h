@@ -1,0 +1,50 @@
+#pragma once
+// The block boss: a floating fortress with a rocket launcher and a shotgun
+// that no gun can hurt. Only the coloured boss blocks the player shoves into
+// it do damage, and only the block whose colour matches its current damage
+// state, which cycles every 10 s. Every 20 s it calls reinforcements by
+// firing the bodies named "adds1" and "adds2" in turn.
+#include <memory>
+
+#include "gameplay/enemies/EnemyBase.h"
+
+class RocketWeapon;
+class ShotgunWeapon;
+
+class BlockBoss : public EnemyBase {
+public:
+    static constexpr int bossBlockDamageType = 2048;
+    static constexpr float stateMillis = 10000.0f;
+    static constexpr float addsMillis = 20000.0f;
+    static constexpr float painMillis = 500.0f;
+
+    BlockBoss();
+    ~BlockBoss() override;
+    std::unique_ptr<Body> clone() const override;
+    void readAttributes(const std::map<std::string, std::string>& attrs) override;
+    void readState(TiXmlElement* element) override;
+    void writeState(TiXmlElement* element) override;
+    void think(float dt) override;
+    // Blocks of the matching colour hurt it.
+    void onTouch(TouchInfo& info) override;
+    // Only boss-block damage counts.
+    bool canBeDamagedBy(int damageType) override;
+
+    // Damage a matching block does in each state.
+    static int blockDamage(int state);
+
+    float nextPain = 0.0f;
+    float nextDamageSwitch = stateMillis;
+    float nextAdds = addsMillis;
+    int addLevel = 0;
+    int damageState = 0;
+    // Ids of the bodies fired for reinforcements ("adds1", "adds2").
+    std::string adds[2];
+    std::unique_ptr<RocketWeapon> rockets;
+    std::unique_ptr<ShotgunWeapon> shotgun;
+
+private:
+    void showState();
+    // Fires the body named by adds[addLevel], if there is one.
+    void callReinforcements();
+};

@@ -1,0 +1,218 @@
+// The block boss and the destroyer.
+#include <gtest/gtest.h>
+
+#include <tinyxml.h>
+
+#include "gameplay/enemies/BlockBoss.h"
+#include "gameplay/enemies/Destroyer.h"
+#include "gameplay/enemies/SpecialEnemyFixture.h"
+#include "gameplay/projectiles/GrenadeProjectile.h"
+#include "gameplay/projectiles/RocketProjectile.h"
+#include "gameplay/weapons/FireableWeapon.h"
+#include "gameplay/weapons/ShotgunWeapon.h"
+#include "world/movers/BossBlock.h"
+
+namespace {
+
+class BossesTest : public SpecialEnemyFixture {
+protected:
+    BossBlock* block(int blocktype)
+    {
+        auto* b = spawn<BossBlock>(-800.0f, 300.0f);
+        b->blocktype = blocktype;
+        return b;
+    }
+};
+
+TEST_F(BossesTest, BlockBossCyclesItsDamageStatesEveryTenSeconds)
+{
+    placePlayer(-900.0f, 16.0f);
+    auto* boss = spawn<BlockBoss>(400.0f, 300.0f, 128.0f);
+    EXPECT_EQ(boss->damageState, 0);
+    thinkAt(*boss, 9900.0f);
+    EXPECT_EQ(boss->damageState, 0);
+    const char* images[] = {"data/images/blockboss1.png", "data/images/blockboss2.png",
+                            "data/images/blockboss3.png"};
+    float t = 10001.0f;
+    for (int expected : {1, 2, 0, 1}) {
+        thinkAt(*boss, t);
+        EXPECT_EQ(boss->damageState, expected) << t;
+        EXPECT_EQ(boss->texture, images[expected]);
+        EXPECT_FLOAT_EQ(boss->nextDamageSwitch, t + 10000.0f);
+        thinkAt(*boss, t + 5000.0f);
+        EXPECT_EQ(boss->damageState, expected) << "no switch between";
+        t += 10001.0f;
+    }
+}
+
+TEST_F(BossesTest, BlockBossCallsItsTwoReinforcementsInTurn)
+{
+    loadLevel(entity("blockboss", "boss", 400, 300, attribute("adds1", "wave_a") + attribute("adds2", "wave_b"),
+                     "", 64.0f));
+    placePlayer(-900.0f, 16.0f);
+    auto* boss = find<BlockBoss>("boss");
+    ASSERT_NE(boss, nullptr);
+    TriggerRecorder* a = addRecorder("wave_a");
+    TriggerRecorder* b = addRecorder("wave_b");
+    thinkAt(*boss, 19000.0f);
+    EXPECT_TRUE(a->activators.empty());
+    thinkAt(*boss, 20001.0f);
+    ASSERT_EQ(a->activators.size(), 1u);
+    EXPECT_EQ(a->activators[0], boss);
+    EXPECT_TRUE(b->activators.empty());
+    thinkAt(*boss, 40002.0f);
+    EXPECT_EQ(b->activators.size(), 1u);
+    thinkAt(*boss, 60003.0f);
+    EXPECT_EQ(a->activators.size(), 2u);
+    EXPECT_EQ(boss->addLevel, 1);
+
+    // A name that finds no body is harmless.
+    boss->adds[1] = "nobody";
+    thinkAt(*boss, 80004.0f);
+    EXPECT_EQ(boss->addLevel, 0);
+}
+
+TEST_F(BossesTest, BlockBossOnlyFeelsBlocksOfItsCurrentColour)
+{
+    placePlayer(-900.0f, 16.0f);
+    auto* boss = spawn<BlockBoss>(400.0f, 300.0f, 128.0f);
+    boss->showdamage = false;
+    boss->takeDamage(500, 32);
+    boss->takeDamage(500, 1);
+    boss->takeDamage(500, -1);
+    FireableWeapon::radialDamage(boss->pos, 200.0f, 0.5f, 500, 512, nullptr);
+    EXPECT_EQ(boss->health, 1000) << "rockets, bullets, hazards and blasts do nothing";
+
+    at(1000.0f);
+    touch(*boss, *block(1));
+    EXPECT_EQ(boss->health, 1000) << "wrong colour";
+    touch(*boss, *block(0));
+    EXPECT_EQ(boss->health, 925);
+    at(1400.0f);
+    touch(*boss, *block(0));
+    EXPECT_EQ(boss->health, 925) << "the pain pause";
+
+    boss->damageState = 1;
+    at(1600.0f);
+    touch(*boss, *block(1));
+    EXPECT_EQ(boss->health, 825);
+    boss->damageState = 2;
+    at(2200.0f);
+    touch(*boss, *block(2));
+    EXPECT_EQ(boss->health, 700);
+}
+
+TEST_F(BossesTest, BlockBossFiresRocketsAndCloseUpTheShotgun)
+{
+    placePlayer(200.0f, 300.0f);
+    auto* boss = spawn<BlockBoss>(380.0f, 300.0f, 64.0f);
+    player->health = 100000;
+    thinkAt(*boss, 1000.0f);
+    EXPECT_EQ(count<RocketProjectile>(), 1);
+    EXPECT_FLOAT_EQ(boss->shotgun->nextFireTime, 0.0f) << "180 away: beyond the shotgun's 128";
+    placePlayer(300.0f, 300.0f);
+    thinkAt(*boss, 1600.0f);
+    EXPECT_EQ(count<RocketProjectile>(), 2);
+    EXPECT_GT(boss->shotgun->nextFireTime, 1600.0f);
+}
+
+TEST_F(BossesTest, BlockBossDropsFifteenCashForSure)
+{
+    auto* boss = spawn<BlockBoss>(400.0f, 300.0f, 64.0f);
+    boss->showdamage = false;
+    boss->takeDamage(5000, BlockBoss::bossBlockDamageType);
+    EXPECT_EQ(boss->lastCashDropped(), 15);
+}
+
+TEST_F(BossesTest, DestroyerFightsInBurstsCyclingItsWeapons)
+{
+    player->health = 100000;
+    placePlayer(-100.0f, 100.0f);
+    auto* destroyer = spawn<Destroyer>(100.0f, 100.0f, 64.0f);
+    thinkAt(*destroyer, 500.0f);
+    EXPECT_TRUE(destroyer->firing);
+    EXPECT_EQ(destroyer->weaponState, 0);
+    EXPECT_FLOAT_EQ(destroyer->nextFireEnd, 3500.0f);
+    EXPECT_EQ(count<RocketProjectile>(), 1);
+    thinkAt(*destroyer, 3400.0f);
+    EXPECT_TRUE(destroyer->firing);
+    thinkAt(*destroyer, 3600.0f);
+    EXPECT_FALSE(destroyer->firing);
+    EXPECT_EQ(destroyer->weaponState, 1);
+    EXPECT_FLOAT_EQ(destroyer->nextFire, 4600.0f);
+    thinkAt(*destroyer, 4500.0f);
+    EXPECT_FALSE(destroyer->firing) << "the pause between bursts";
+    EXPECT_EQ(count<GrenadeProjectile>(), 0);
+    thinkAt(*destroyer, 4700.0f);
+    EXPECT_TRUE(destroyer->firing);
+    EXPECT_EQ(count<GrenadeProjectile>(), 1);
+    thinkAt(*destroyer, 7800.0f);
+    EXPECT_EQ(destroyer->weaponState, 2);
+    thinkAt(*destroyer, 8900.0f);
+    EXPECT_GT(destroyer->weapons[2]->nextFireTime, 8900.0f) << "the shotgun burst";
+    thinkAt(*destroyer, 12000.0f);
+    EXPECT_EQ(destroyer->weaponState, 0) << "after the shotgun come rockets again";
+}
+
+TEST_F(BossesTest, DestroyerPatrolsWhenThePlayerIsFar)
+{
+    placePlayer(-900.0f, 16.0f);
+    auto* destroyer = spawn<Destroyer>(100.0f, 100.0f, 64.0f);
+    thinkAt(*destroyer, 500.0f);
+    EXPECT_FALSE(destroyer->firing);
+    EXPECT_FLOAT_EQ(destroyer->vel.x, -128.0f);
+    EXPECT_FLOAT_EQ(destroyer->vel.y, 0.0f);
+    thinkAt(*destroyer, 2600.0f);
+    EXPECT_FLOAT_EQ(destroyer->vel.x, 128.0f);
+}
+
+TEST_F(BossesTest, BossStateSurvivesASave)
+{
+    BlockBoss boss;
+    boss.nextPain = 1234.0f;
+    boss.nextDamageSwitch = 20500.0f;
+    boss.nextAdds = 40500.0f;
+    boss.addLevel = 1;
+    boss.damageState = 2;
+    TiXmlElement saved("body");
+    boss.writeState(&saved);
+    for (const char* key : {"nextpain", "nextdamageswitch", "nextadds", "addlevel", "damagestate"})
+        EXPECT_NE(saved.Attribute(key), nullptr) << key;
+    BlockBoss restored;
+    restored.readState(&saved);
+    EXPECT_FLOAT_EQ(restored.nextPain, 1234.0f);
+    EXPECT_FLOAT_EQ(restored.nextDamageSwitch, 20500.0f);
+    EXPECT_FLOAT_EQ(restored.nextAdds, 40500.0f);
+    EXPECT_EQ(restored.addLevel, 1);
+    EXPECT_EQ(restored.damageState, 2);
+    EXPECT_EQ(restored.texture, "data/images/blockboss3.png");
+
+    Destroyer destroyer;
+    destroyer.nextFire = 100.0f;
+    destroyer.nextFireEnd = 3100.0f;
+    destroyer.nextFireDuration = 2500.0f;
+    destroyer.nextFireDelay = 750.0f;
+    destroyer.weaponState = 2;
+    destroyer.firing = true;
+    TiXmlElement savedDestroyer("body");
+    destroyer.writeState(&savedDestroyer);
+    Destroyer back;
+    back.readState(&savedDestroyer);
+    EXPECT_FLOAT_EQ(back.nextFire, 100.0f);
+    EXPECT_FLOAT_EQ(back.nextFireEnd, 3100.0f);
+    EXPECT_FLOAT_EQ(back.nextFireDuration, 2500.0f);
+    EXPECT_FLOAT_EQ(back.nextFireDelay, 750.0f);
+    EXPECT_EQ(back.weaponState, 2);
+    EXPECT_TRUE(back.firing);
+
+    // A hostile save cannot push the states out of range.
+    TiXmlElement hostile("body");
+    hostile.SetAttribute("damagestate", "7");
+    hostile.SetAttribute("weaponstate", "-4");
+    restored.readState(&hostile);
+    back.readState(&hostile);
+    EXPECT_EQ(restored.damageState, 0);
+    EXPECT_EQ(back.weaponState, 0);
+}
+
+}

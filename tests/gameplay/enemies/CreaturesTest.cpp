@@ -1,0 +1,276 @@
+// Bacteria, eggs and swarmers; engineers and the objectives they repair; the
+// level tables of every special enemy.
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "gameplay/enemies/Bacteria.h"
+#include "gameplay/enemies/CPU.h"
+#include "gameplay/enemies/Egg.h"
+#include "gameplay/enemies/Engineer.h"
+#include "gameplay/enemies/HardDrive.h"
+#include "gameplay/enemies/Swarmer.h"
+#include "gameplay/enemies/SpecialEnemyFixture.h"
+#include "render/NullRenderer.h"
+#include "world/level/BodyFactory.h"
+
+namespace {
+
+struct Row {
+    const char* type;
+    int health;
+    const char* image;
+};
+
+class CreaturesTest : public SpecialEnemyFixture {};
+
+TEST_F(CreaturesTest, EveryClassStartsWithItsHealthAndImage)
+{
+    const Row rows[] = {
+        {"bacteria", 140, "data/images/bacteria1.png"},   {"swarmer", 10, "data/images/swarmer1.png"},
+        {"egg", 200, "data/images/egg1.png"},             {"blockboss", 1000, "data/images/blockboss1.png"},
+        {"destroyer", 1250, "data/images/destroyer1.png"}, {"electrotower", 100, "data/images/electrotower1.png"},
+        {"harddrive", 100, "data/images/harddrive.png"},  {"cpu", 100, "data/images/cpu.png"},
+        {"engineer", 50, "data/images/engineerenemy.png"}, {"ballofdeath", 50, "data/images/ballofdeath.png"},
+        {"proxygrenade", 50, "data/images/proxygrenade.png"},
+    };
+    for (const Row& row : rows) {
+        std::unique_ptr<Body> body = game->getBodyFactory()->create(row.type);
+        auto* enemy = dynamic_cast<EnemyBase*>(body.get());
+        ASSERT_NE(enemy, nullptr) << row.type;
+        EXPECT_EQ(enemy->type, row.type);
+        EXPECT_EQ(enemy->health, row.health) << row.type;
+        EXPECT_EQ(enemy->initialhealth, row.health) << row.type;
+        EXPECT_EQ(enemy->texture, row.image) << row.type;
+        EXPECT_TRUE(enemy->isEnemy()) << row.type;
+    }
+    EXPECT_NE(dynamic_cast<HardDrive*>(game->getBodyFactory()->create("cpu").get()), nullptr);
+}
+
+TEST_F(CreaturesTest, LevelTablesSetHealthAttackAndImage)
+{
+    const int bacteriaHealth[] = {140, 145, 150, 160};
+    const int bacteriaAttack[] = {5, 6, 8, 10};
+    for (int level = 1; level <= 4; ++level) {
+        Bacteria b;
+        b.applyLevel(level);
+        EXPECT_EQ(b.health, bacteriaHealth[level - 1]);
+        EXPECT_EQ(b.attack, bacteriaAttack[level - 1]);
+        EXPECT_EQ(b.speed, 250.0f);
+        EXPECT_EQ(b.texture, "data/images/bacteria" + std::to_string(level) + ".png");
+    }
+    Bacteria top;
+    top.applyLevel(4);
+    top.applyLevel(5);  // not in the table: the level-4 numbers stay
+    EXPECT_EQ(top.level, 5);
+    EXPECT_EQ(top.health, 160);
+    EXPECT_EQ(top.texture, "data/images/bacteria4.png");
+
+    Swarmer s;
+    s.applyLevel(2);
+    EXPECT_EQ(s.health, 20);
+    EXPECT_EQ(s.attack, 15);
+    EXPECT_EQ(s.texture, "data/images/swarmer2.png");
+
+    Egg e;
+    e.applyLevel(2);
+    EXPECT_EQ(e.health, 250);
+    EXPECT_EQ(e.texture, "data/images/egg2.png");
+}
+
+TEST_F(CreaturesTest, OutOfRangeLevelsFromALevelFileAreClamped)
+{
+    loadLevel(entity("bacteria", "low", -200, 100, attribute("level", "0")) +
+              entity("bacteria", "high", -150, 100, attribute("level", "77")) +
+              entity("egg", "egg", -100, 100, attribute("level", "-3")) +
+              entity("swarmer", "swarmer", -50, 100, attribute("level", "12")) +
+              entity("blockboss", "boss", 400, 200, attribute("level", "999999999")));
+    auto* low = find<Bacteria>("low");
+    auto* high = find<Bacteria>("high");
+    auto* egg = find<Egg>("egg");
+    auto* swarmer = find<Swarmer>("swarmer");
+    ASSERT_TRUE(low && high && egg && swarmer && find<EnemyBase>("boss"));
+    EXPECT_EQ(low->level, 1);
+    EXPECT_EQ(low->texture, "data/images/bacteria1.png");
+    EXPECT_EQ(high->level, 5);
+    EXPECT_EQ(high->texture, "data/images/bacteria1.png");
+    EXPECT_EQ(egg->level, 1);
+    EXPECT_EQ(swarmer->level, 5);
+    EXPECT_EQ(swarmer->texture, "data/images/swarmer1.png");
+    frames(40);  // and they live in the world without trouble
+}
+
+TEST_F(CreaturesTest, ALevelThreeBacteriumSplitsOnceIntoTwoLevelFours)
+{
+    placePlayer(-100.0f, 16.0f);
+    auto* bacterium = spawn<Bacteria>(0.0f, 16.0f);
+    bacterium->applyLevel(3);
+    thinkAt(*bacterium, 1000.0f);
+    EXPECT_FLOAT_EQ(bacterium->splitTime, 4000.0f);
+    thinkAt(*bacterium, 3900.0f);
+    EXPECT_EQ(count<Bacteria>(), 1);
+    thinkAt(*bacterium, 4100.0f);
+    ASSERT_EQ(count<Bacteria>(), 2);
+    EXPECT_TRUE(played(33));
+    for (Body* body : game->getBodies()) {
+        auto* b = dynamic_cast<Bacteria*>(body);
+        if (!b)
+            continue;
+        EXPECT_EQ(b->level, 4);
+        EXPECT_EQ(b->health, 160);
+        EXPECT_EQ(b->texture, "data/images/bacteria4.png");
+        const float apart = b->pos.distance2D(bacterium->pos);
+        if (b != bacterium) {
+            EXPECT_GE(apart, 16.0f - 0.01f);
+            EXPECT_LE(apart, 20.0f + 0.01f);
+        }
+    }
+    // Level 4 is the last: seeing the player for a long time splits nothing.
+    for (float t = 4200.0f; t < 20000.0f; t += 100.0f)
+        for (Body* body : std::vector<Body*>(game->getBodies().begin(), game->getBodies().end()))
+            if (auto* b = dynamic_cast<Bacteria*>(body))
+                thinkAt(*b, t);
+    EXPECT_EQ(count<Bacteria>(), 2);
+}
+
+TEST_F(CreaturesTest, ABacteriumThatNeverSeesThePlayerNeverSplits)
+{
+    placePlayer(-900.0f, 16.0f);  // beyond 290
+    auto* bacterium = spawn<Bacteria>(0.0f, 16.0f);
+    for (float t = 100.0f; t < 10000.0f; t += 100.0f)
+        thinkAt(*bacterium, t);
+    EXPECT_EQ(count<Bacteria>(), 1);
+    EXPECT_EQ(bacterium->level, 1);
+}
+
+TEST_F(CreaturesTest, EggsCrackNearThePlayerAndHatchFiveSwarmersOfTheirLevel)
+{
+    auto* egg = spawn<Egg>(0.0f, 16.0f);
+    egg->applyLevel(2);
+    placePlayer(-300.0f, 16.0f);
+    thinkAt(*egg, 500.0f);
+    EXPECT_FALSE(egg->cracked) << "300 away is beyond 200";
+    placePlayer(-150.0f, 16.0f);
+    thinkAt(*egg, 1000.0f);
+    EXPECT_TRUE(egg->cracked);
+    EXPECT_EQ(egg->texture, "data/images/eggcracked2.png");
+    EXPECT_TRUE(played(40));
+    thinkAt(*egg, 1950.0f);
+    EXPECT_EQ(count<Swarmer>(), 0);
+    thinkAt(*egg, 2050.0f);
+    EXPECT_TRUE(egg->cancleanup) << "the shell is gone";
+    ASSERT_EQ(count<Swarmer>(), 5);
+    EXPECT_TRUE(played(41));
+    for (Body* body : game->getBodies()) {
+        auto* s = dynamic_cast<Swarmer*>(body);
+        if (!s)
+            continue;
+        EXPECT_EQ(s->level, 2);
+        EXPECT_EQ(s->health, 20);
+        EXPECT_EQ(s->attack, 15);
+        EXPECT_TRUE(s->vel.isZero());
+        EXPECT_LE(s->pos.distance2D(egg->pos), 8.01f);
+        EXPECT_NEAR(s->bounds->maxX - s->bounds->minX, 8.0f, 0.01f);
+        EXPECT_FLOAT_EQ(s->expireTime, 2050.0f + Swarmer::lifeMillis);
+    }
+}
+
+TEST_F(CreaturesTest, SwarmersLiveSevenSecondsAndBiteTwiceASecondAtMost)
+{
+    at(1000.0f);
+    auto* swarmer = spawn<Swarmer>(-560.0f, 16.0f);
+    thinkAt(*swarmer, 7900.0f);
+    EXPECT_FALSE(swarmer->cancleanup);
+
+    player->health = 100;
+    swarmer->vel = Vector(50.0f, 0.0f);
+    at(2000.0f);
+    touch(*swarmer, *player);
+    EXPECT_EQ(player->health, 93);
+    EXPECT_TRUE(swarmer->vel.isZero()) << "a biter stops";
+    at(2400.0f);
+    touch(*swarmer, *player);
+    EXPECT_EQ(player->health, 93);
+    at(2600.0f);
+    touch(*swarmer, *player);
+    EXPECT_EQ(player->health, 86);
+    GameBody other;
+    other.takedamage = true;
+    at(4000.0f);
+    touch(*swarmer, other);
+    EXPECT_EQ(other.health, 100) << "only the player is bitten";
+
+    thinkAt(*swarmer, 8100.0f);
+    EXPECT_TRUE(swarmer->cancleanup);
+}
+
+TEST_F(CreaturesTest, EngineersRepairTheNearestObjectiveEveryHalfSecond)
+{
+    placePlayer(-300.0f, 16.0f);
+    auto* near = spawn<HardDrive>(40.0f, 100.0f, 32.0f);
+    auto* far = spawn<CPU>(-90.0f, 100.0f, 32.0f);
+    near->health = 20;
+    far->health = 20;
+    near->maxhealth = far->maxhealth = 1000;
+    auto* engineer = spawn<Engineer>(0.0f, 100.0f);
+    EXPECT_EQ(engineer->findRepairTarget(), near);
+
+    thinkAt(*engineer, 1000.0f);
+    EXPECT_EQ(near->health, 70);
+    EXPECT_TRUE(engineer->repairing);
+    EXPECT_TRUE(engineer->vel.isZero());
+    EXPECT_TRUE(played(42)) << "the player is within 512";
+    thinkAt(*engineer, 1400.0f);
+    EXPECT_EQ(near->health, 70);
+    thinkAt(*engineer, 1600.0f);
+    EXPECT_EQ(near->health, 120);
+    EXPECT_EQ(far->health, 20);
+
+    // Repairs never go past the objective's own maximum.
+    HardDrive capped;
+    capped.health = 80;
+    capped.addHealth(Engineer::repairAmount);
+    EXPECT_EQ(capped.health, 100);
+}
+
+TEST_F(CreaturesTest, EngineersFlyToADistantObjectiveAndTieGoesToTheFirstFound)
+{
+    auto* engineer = spawn<Engineer>(0.0f, 100.0f);
+    auto* left = spawn<HardDrive>(-150.0f, 100.0f, 32.0f);
+    auto* right = spawn<HardDrive>(150.0f, 100.0f, 32.0f);
+    std::vector<Body*> found;
+    game->getQuadTree().withinRadius(engineer->pos, Engineer::searchRadius, found);
+    Body* first = nullptr;
+    for (Body* body : found)
+        if (body == left || body == right) {
+            first = body;
+            break;
+        }
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(engineer->findRepairTarget(), first);
+
+    const int before = left->health;
+    thinkAt(*engineer, 1000.0f);
+    EXPECT_FALSE(engineer->repairing);
+    EXPECT_EQ(left->health, before);
+    EXPECT_GT(engineer->vel.x * (first->pos.x - engineer->pos.x), 0.0f) << "heading for it";
+
+    Engineer alone;
+    alone.setPosition(Vector(-900.0f, 600.0f));
+    EXPECT_EQ(alone.findRepairTarget(), nullptr);
+}
+
+TEST_F(CreaturesTest, ObjectivesShowTheirHealthAndExplode)
+{
+    auto* drive = spawn<HardDrive>(0.0f, 100.0f, 32.0f);
+    drive->health = 80;
+    EXPECT_EQ(drive->healthText(), "80/100");
+    NullRenderer renderer;
+    drive->drawExtras(renderer);
+    drive->takeDamage(500, 1);
+    EXPECT_TRUE(drive->cancleanup);
+    EXPECT_TRUE(played(0));
+    EXPECT_EQ(drive->lastCashDropped(), 0);
+}
+
+}

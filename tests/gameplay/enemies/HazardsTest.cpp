@@ -1,0 +1,293 @@
+// Electric grids and towers, the ball of death and proximity mines.
+#include <gtest/gtest.h>
+
+#include <tinyxml.h>
+
+#include "gameplay/enemies/BallOfDeath.h"
+#include "gameplay/enemies/ElectroGrid.h"
+#include "gameplay/enemies/ElectroTower.h"
+#include "gameplay/enemies/ProxyGrenade.h"
+#include "gameplay/enemies/SpecialEnemyFixture.h"
+#include "gameplay/weapons/LightningWeapon.h"
+#include "render/NullRenderer.h"
+
+namespace {
+
+class HazardsTest : public SpecialEnemyFixture {
+protected:
+    ElectroGrid* grid(const std::string& attributes)
+    {
+        loadLevel(box("electrogrid", "grid", -40, 40, 40, 48, "mass=\"0\" solid=\"false\" entity=\"true\"",
+                      attributes));
+        placePlayer(-100.0f, 16.0f);
+        return find<ElectroGrid>("grid");
+    }
+    // A sturdy GameBody of the given type at (x, y), in the world.
+    GameBody* dummy(float x, float y, const std::string& type = "gamebody")
+    {
+        auto* body = spawn<GameBody>(x, y);
+        body->type = type;
+        body->takedamage = true;
+        body->showdamage = false;
+        body->health = body->maxhealth = 100000;
+        return body;
+    }
+};
+
+TEST_F(HazardsTest, GridsSwitchOnTheirTimersAndHoldAPhaseWithZero)
+{
+    ElectroGrid* g = grid(attribute("on", "true") + attribute("pain", "20") + attribute("timeon", "1000") +
+                          attribute("timeoff", "500"));
+    ASSERT_NE(g, nullptr);
+    EXPECT_TRUE(g->on);
+    thinkAt(*g, 100.0f);
+    EXPECT_FALSE(g->on);
+    EXPECT_FALSE(g->visible);
+    EXPECT_FLOAT_EQ(g->switchTime, 600.0f);
+    EXPECT_TRUE(played(39)) << "the player is within 512";
+    thinkAt(*g, 500.0f);
+    EXPECT_FALSE(g->on);
+    thinkAt(*g, 700.0f);
+    EXPECT_TRUE(g->on);
+    EXPECT_TRUE(g->visible);
+    EXPECT_TRUE(played(38));
+    for (const RGBAColour& c : g->colours) {
+        EXPECT_EQ(c.g, 222.0f);
+        EXPECT_EQ(c.b, 0.0f);
+    }
+
+    ElectroGrid* always = grid(attribute("on", "true") + attribute("timeon", "300") + attribute("timeoff", "0"));
+    for (float t = 100.0f; t < 5000.0f; t += 200.0f) {
+        thinkAt(*always, t);
+        ASSERT_TRUE(always->on) << t;
+    }
+    ElectroGrid* never = grid(attribute("on", "false") + attribute("timeon", "0") + attribute("timeoff", "300") +
+                              attribute("fatal", "true"));
+    for (float t = 100.0f; t < 5000.0f; t += 200.0f) {
+        thinkAt(*never, t);
+        ASSERT_FALSE(never->on) << t;
+        ASSERT_FALSE(never->visible);
+    }
+    EXPECT_EQ(never->colours.front().g, 0.0f) << "fatal grids are red";
+}
+
+TEST_F(HazardsTest, ATriggerRestartsThePhaseOncePerPhase)
+{
+    ElectroGrid* g = grid(attribute("on", "true") + attribute("timeon", "1000") + attribute("timeoff", "500"));
+    thinkAt(*g, 100.0f);  // off until 600
+    at(300.0f);
+    g->onTriggered(nullptr);
+    EXPECT_FLOAT_EQ(g->switchTime, 800.0f);
+    at(400.0f);
+    g->onTriggered(nullptr);
+    EXPECT_FLOAT_EQ(g->switchTime, 800.0f) << "once per phase";
+    thinkAt(*g, 700.0f);
+    EXPECT_FALSE(g->on);
+    thinkAt(*g, 900.0f);
+    EXPECT_TRUE(g->on);
+    EXPECT_FALSE(g->wasTriggered);
+    at(1000.0f);
+    g->onTriggered(nullptr);
+    EXPECT_FLOAT_EQ(g->switchTime, 2000.0f) << "a new phase takes a new trigger";
+}
+
+TEST_F(HazardsTest, GridsHurtPlayersAndSwarmMembersTenTimesASecond)
+{
+    ElectroGrid* g = grid(attribute("on", "true") + attribute("pain", "20") + attribute("timeoff", "0"));
+    player->health = 1000;
+    player->maxhealth = 1000;
+    at(1000.0f);
+    touch(*g, *player);
+    EXPECT_EQ(player->health, 980);
+    EXPECT_TRUE(played(37));
+    at(1050.0f);
+    touch(*g, *player);
+    EXPECT_EQ(player->health, 980);
+    at(1150.0f);
+    touch(*g, *player);
+    EXPECT_EQ(player->health, 960);
+
+    GameBody* swarm = dummy(500.0f, 300.0f, "swarmmember");
+    GameBody* other = dummy(520.0f, 300.0f);
+    touch(*g, *swarm);
+    touch(*g, *other);
+    EXPECT_EQ(swarm->health, 100000 - 20);
+    EXPECT_EQ(other->health, 100000);
+
+    g->on = false;
+    at(2000.0f);
+    touch(*g, *player);
+    EXPECT_EQ(player->health, 960) << "off grids are harmless";
+
+    g->on = true;
+    g->fatal = true;
+    at(3000.0f);
+    touch(*g, *swarm);
+    EXPECT_EQ(swarm->health, 100000 - 20 - ElectroGrid::fatalDamage);
+    NullRenderer renderer;
+    g->drawExtras(renderer);
+}
+
+TEST_F(HazardsTest, GridStateSurvivesASave)
+{
+    ElectroGrid g;
+    g.on = true;
+    g.wasTriggered = true;
+    g.switchTime = 4321.0f;
+    TiXmlElement saved("body");
+    g.writeState(&saved);
+    ElectroGrid back;
+    back.readState(&saved);
+    EXPECT_TRUE(back.on);
+    EXPECT_TRUE(back.visible);
+    EXPECT_TRUE(back.wasTriggered);
+    EXPECT_FLOAT_EQ(back.switchTime, 4321.0f);
+    EXPECT_NE(saved.Attribute("inverttime"), nullptr);
+}
+
+TEST_F(HazardsTest, TowersStrikeHalfASecondAfterSightingThePlayer)
+{
+    auto* tower = spawn<ElectroTower>(0.0f, 16.0f, 32.0f);
+    player->health = 100000;
+    player->maxhealth = 100000;
+    placePlayer(-200.0f, 16.0f);
+    thinkAt(*tower, 900.0f);
+    EXPECT_EQ(tower->sighted, nullptr) << "200 is beyond 96";
+    EXPECT_EQ(tower->texture, "data/images/electrotower1.png");
+
+    placePlayer(-60.0f, 16.0f);
+    thinkAt(*tower, 1000.0f);
+    EXPECT_EQ(tower->sighted, player);
+    EXPECT_FLOAT_EQ(tower->sightedTime, 1000.0f);
+    EXPECT_EQ(tower->texture, "data/images/electrotowersighted1.png");
+    EXPECT_TRUE(played(31));
+    EXPECT_LT(tower->aim.x, -0.99f);
+    thinkAt(*tower, 1450.0f);
+    EXPECT_FALSE(tower->weapon->firing) << "still warming up";
+    thinkAt(*tower, 1550.0f);
+    EXPECT_TRUE(tower->weapon->firing);
+    EXPECT_FLOAT_EQ(tower->weapon->nextFireTime, 1650.0f);
+
+    placePlayer(-300.0f, 16.0f);
+    thinkAt(*tower, 1700.0f);
+    EXPECT_EQ(tower->sighted, nullptr);
+    EXPECT_EQ(tower->texture, "data/images/electrotower1.png");
+    tower->step(0.025f);
+    EXPECT_FALSE(tower->weapon->firing) << "the crackle stops with the beam";
+
+    tower->takeDamage(1000, 1);
+    EXPECT_TRUE(tower->cancleanup);
+    EXPECT_TRUE(played(0));
+}
+
+TEST_F(HazardsTest, TheBallOfDeathShuttlesAndHurtsOnTouch)
+{
+    loadLevel(box("ballofdeath", "ball", -16, 200, 16, 232, "mass=\"0\" solid=\"true\" entity=\"true\"",
+                  attribute("openoffset", "200,0") + attribute("speed", "400") + attribute("timeopen", "500")));
+    placePlayer(-600.0f, 16.0f);
+    auto* ball = find<BallOfDeath>("ball");
+    ASSERT_NE(ball, nullptr);
+    const float startX = ball->pos.x;
+    EXPECT_TRUE(ball->isopening) << "it sets off by itself";
+    float maxX = startX;
+    bool cameBack = false, leftAgain = false;
+    for (int i = 0; i < 160; ++i) {
+        frame(25);
+        maxX = std::max(maxX, ball->pos.x);
+        ASSERT_LE(ball->pos.x, startX + 200.01f);
+        ASSERT_GE(ball->pos.x, startX - 0.01f);
+        if (maxX > startX + 199.0f && ball->pos.x < startX + 0.01f)
+            cameBack = true;
+        if (cameBack && ball->pos.x > startX + 50.0f)
+            leftAgain = true;
+    }
+    EXPECT_TRUE(cameBack);
+    EXPECT_TRUE(leftAgain) << "it keeps shuttling";
+
+    player->health = 2000;
+    player->maxhealth = 2000;
+    at(100000.0f);
+    touch(*ball, *player);
+    EXPECT_EQ(player->health, 1500);
+    at(100050.0f);
+    touch(*ball, *player);
+    EXPECT_EQ(player->health, 1500);
+    at(100150.0f);
+    touch(*ball, *player);
+    EXPECT_EQ(player->health, 1000);
+    GameBody* other = dummy(600.0f, 300.0f);
+    touch(*ball, *other);
+    EXPECT_EQ(other->health, 100000);
+}
+
+TEST_F(HazardsTest, BallStateSurvivesASave)
+{
+    BallOfDeath ball;
+    ball.startpoint = Vector(10.0f, 20.0f);
+    ball.startpointSet = true;
+    ball.targetpos = Vector(110.0f, 20.0f);
+    ball.offset = Vector(100.0f, 0.0f);
+    ball.closetime = 777.0f;
+    ball.timeopen = 500.0f;
+    ball.speed = 300.0f;
+    ball.isopen = true;
+    ball.isclosing = true;
+    ball.xdirection = true;
+    TiXmlElement saved("body");
+    ball.writeState(&saved);
+    for (const char* key : {"startpoint", "targetpos", "offset", "closetime", "timeopen", "speed", "isopen",
+                            "isopening", "isclosing", "xdirection", "ydirection"})
+        EXPECT_NE(saved.Attribute(key), nullptr) << key;
+    BallOfDeath back;
+    back.readState(&saved);
+    EXPECT_FLOAT_EQ(back.startpoint.x, 10.0f);
+    EXPECT_FLOAT_EQ(back.targetpos.x, 110.0f);
+    EXPECT_FLOAT_EQ(back.offset.x, 100.0f);
+    EXPECT_FLOAT_EQ(back.closetime, 777.0f);
+    EXPECT_FLOAT_EQ(back.timeopen, 500.0f);
+    EXPECT_FLOAT_EQ(back.speed, 300.0f);
+    EXPECT_TRUE(back.isopen && back.isclosing && back.xdirection);
+    EXPECT_FALSE(back.isopening || back.ydirection);
+    back.afterTargets();
+    EXPECT_TRUE(back.isclosing) << "a restored ball keeps going where it was going";
+    EXPECT_FALSE(back.isopening);
+}
+
+TEST_F(HazardsTest, MinesBlowUpWithin96ButIgnoreOtherMines)
+{
+    auto* mine = spawn<ProxyGrenade>(0.0f, 300.0f);
+    spawn<ProxyGrenade>(40.0f, 300.0f);
+    placePlayer(-900.0f, 16.0f);
+    thinkAt(*mine, 1000.0f);
+    EXPECT_FALSE(mine->exploded) << "another mine does not set it off";
+
+    GameBody* far = dummy(-200.0f, 300.0f);
+    GameBody* hidden = dummy(0.0f, 380.0f);
+    hidden->notarget = true;
+    thinkAt(*mine, 1100.0f);
+    EXPECT_FALSE(mine->exploded);
+
+    GameBody* near = dummy(-80.0f, 300.0f);
+    thinkAt(*mine, 1200.0f);
+    EXPECT_TRUE(mine->exploded);
+    EXPECT_TRUE(mine->cancleanup);
+    EXPECT_EQ(near->health, 100000 - ProxyGrenade::blastDamage);
+    EXPECT_EQ(far->health, 100000);
+    EXPECT_TRUE(played(0));
+    EXPECT_EQ(count<ProxyGrenade>(), 0) << "the neighbour went up in the blast";
+}
+
+TEST_F(HazardsTest, AShotMineExplodesOnce)
+{
+    auto* mine = spawn<ProxyGrenade>(0.0f, 300.0f);
+    GameBody* near = dummy(-60.0f, 300.0f);
+    mine->takeDamage(100, 1);
+    EXPECT_TRUE(mine->exploded);
+    EXPECT_EQ(near->health, 100000 - ProxyGrenade::blastDamage);
+    mine->die();
+    EXPECT_EQ(near->health, 100000 - ProxyGrenade::blastDamage);
+    NullRenderer renderer;
+    mine->drawExtras(renderer);
+}
+
+}
