@@ -155,20 +155,12 @@ void Game::loadGame(const std::string& name)
         highestId = std::max(highestId, body->autoid);
     nextBodyId = std::max(savedNextId, highestId + 1);
 
-    currentLevel = level;
-    if (gameplay)
+    enterLevel(level);
+    // The controller's clocks first: startLevel then keeps them.
+    if (gameplay) {
         gameplay->load(save);
-    if (player) {
-        player->autoid = 1;
-        player->textureId = -1;
-        player->updateBounds();
-        quadTree.insert(player);
-        addBody(player, false);
-        addActiveBody(player);
-    }
-    prepareSkies();
-    if (gameplay)
         gameplay->startLevel("");
+    }
     if (player) {
         const Vector spawned = player->pos;
         if (TiXmlElement* saved = save->FirstChildElement("Player"))
