@@ -723,16 +723,7 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     if (!loader.loadLevelFile(name, quadTree))
         return;
 
-    currentLevel = name;
-    if (player) {
-        player->autoid = 1;
-        player->textureId = -1;
-        player->updateBounds();
-        quadTree.insert(player);
-        addBody(player, false);
-        addActiveBody(player);
-    }
-    prepareSkies();
+    enterLevel(name);
     if (gameplay) {
         gameplay->startLevel(entry);
         // The spawn point moved the player: index it where it now stands.
@@ -751,8 +742,17 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     tickTimer();
 }
 
-void Game::prepareSkies()
+void Game::enterLevel(const std::string& name)
 {
+    currentLevel = name;
+    if (player) {
+        player->autoid = 1;
+        player->textureId = -1;
+        player->updateBounds();
+        quadTree.insert(player);
+        addBody(player, false);
+        addActiveBody(player);
+    }
     // A level that names no sky still gets one rather than a black void.
     if (!skyManager->getCurrentSky())
         skyManager->loadSky(SkyManager::defaultSky);

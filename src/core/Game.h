@@ -274,8 +274,10 @@ protected:
     std::vector<std::string> commandLineCommands;
 
     bool setInitialVideoMode();
-    // The level's sky, or the default one, and the two cloud layers.
-    void prepareSkies();
+    // After a level's bodies are built: the level's name, the player (id 1)
+    // in the world, and the level's sky (or the default one) with the two
+    // cloud layers.
+    void enterLevel(const std::string& name);
     // The save document for the running game.
     void buildSave(TiXmlDocument& document);
     // Draws the world afresh and holds the picture for the thumbnail.

@@ -12,8 +12,10 @@
 
 #include "console/Console.h"
 #include "console/ConsolePrint.h"
+#include "gameplay/GameplaySingleton.h"
 #include "gameplay/IGameplay.h"
 #include "gui/GUIManager.h"
+#include "render/GameHUD.h"
 #include "render/IRenderer.h"
 #include "resources/AtomicFile.h"
 #include "resources/ResourceManager.h"
@@ -37,6 +39,15 @@ bool levelReadable(const std::string& level)
 bool withinWorld(const Vector& v)
 {
     return std::fabs(v.x) <= LevelLoader::maxCoordinate && std::fabs(v.y) <= LevelLoader::maxCoordinate;
+}
+
+// The HUD belongs to the controller: without one there is none to tell.
+void hudMessage(const IGameplay* gameplay, const std::string& text)
+{
+    if (!gameplay)
+        return;
+    if (GameHUD* hud = GameplaySingleton::get().hud)
+        hud->showMessage(text);
 }
 
 void refuseSave(const std::string& path)
@@ -111,8 +122,10 @@ void Game::saveGame()
     if (worldRunning || !guiManager || !guiManager->isVisible())
         captureThumbnail();
     renderer->saveGrab(thumbnailPath(pendingSaveName), thumbnailWidth, thumbnailHeight);
-    if (written)
+    if (written) {
         conPrint("Saved game: " + pendingSaveName);
+        hudMessage(gameplay.get(), "Game saved");
+    }
 
     tickTimer();
     if (holdClocks)
@@ -155,20 +168,12 @@ void Game::loadGame(const std::string& name)
         highestId = std::max(highestId, body->autoid);
     nextBodyId = std::max(savedNextId, highestId + 1);
 
-    currentLevel = level;
-    if (gameplay)
+    enterLevel(level);
+    // The controller's clocks first: startLevel then keeps them.
+    if (gameplay) {
         gameplay->load(save);
-    if (player) {
-        player->autoid = 1;
-        player->textureId = -1;
-        player->updateBounds();
-        quadTree.insert(player);
-        addBody(player, false);
-        addActiveBody(player);
-    }
-    prepareSkies();
-    if (gameplay)
         gameplay->startLevel("");
+    }
     if (player) {
         const Vector spawned = player->pos;
         if (TiXmlElement* saved = save->FirstChildElement("Player"))
@@ -201,4 +206,5 @@ void Game::loadGame(const std::string& name)
         guiManager->setVisible(false);
     quadTree.setSplitAllowed(false);
     tickTimer();
+    hudMessage(gameplay.get(), "Game loaded");
 }
