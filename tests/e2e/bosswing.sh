@@ -24,12 +24,12 @@ bind n warpto destroyer
 bind m warpto exit
 SCRIPT
 
-start_game "$work" +map bosswing +god +giveall
+start_game "$work" +map enemies +god +giveall
 focus_game_window
 sleep 1
 xdotool key --window "$win" Escape
 sleep 1.5
-wait_for_log "$work" "bosswing" 90
+wait_for_log "$work" "maps/enemies.xml" 90
 eval "$(xdotool getwindowgeometry --shell "$win")"
 
 # Presses the warp key `key` until playerinfo puts the player between x0 and

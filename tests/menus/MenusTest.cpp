@@ -405,7 +405,7 @@ TEST(ShippedAdventure, ChainsItsLevelsThroughScenesWhosePicturesExist)
     EXPECT_EQ(adventure.startlevel, "weapons");
     EXPECT_FALSE(adventure.description.empty());
     auto exists = [](const std::string& path) { return std::ifstream(path).good(); };
-    for (const char* name : {"intro", "armoury", "stores", "gates"}) {
+    for (const char* name : {"intro", "armoury", "stores", "gates", "finale"}) {
         CutScene scene;
         testing::internal::CaptureStdout();
         ASSERT_TRUE(scene.load(testSourceDir() + "/data/adventures/brindlequay/" + name + ".xml")) << name;
@@ -421,7 +421,7 @@ TEST(ShippedAdventure, ChainsItsLevelsThroughScenesWhosePicturesExist)
                 EXPECT_LE(t.box.y + t.box.height, CutScene::pageHeight) << name;
             }
         }
-        if (scene.onend == "level" && scene.endLevel() != "enemies") {
+        if (scene.onend == "level") {
             EXPECT_TRUE(exists(testSourceDir() + "/maps/" + scene.endLevel() + ".xml")) << scene.endLevel();
         }
     }

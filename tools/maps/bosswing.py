@@ -1,13 +1,12 @@
 #!/usr/bin/env python3
-"""Writes maps/bosswing.xml: the boss wing, a run from an entry corridor at
-x 5200 (floor top at y 0) through electric hazards, a bio lab of bacteria
-and eggs, a mine field, a server room whose objectives engineers repair,
-the block boss arena and the destroyer hall to the exit. Everything lies
-at x >= 5200 so the wing can be joined onto the arena level; the player
-start, the sky and the west cap only serve standalone play. Re-run after
-editing; the output is committed.
+"""The boss wing of maps/enemies.xml: a run from an entry corridor at x 5200
+(floor top at y 0) through electric hazards, a bio lab of bacteria and eggs,
+a mine field, a server room whose objectives engineers repair, the block
+boss arena and the destroyer hall to the exit. tools/maps/enemies.py joins
+it onto the arena. Run on its own it writes a standalone wing (with a
+player start, a sky and a wall closing the corridor) for trying out rooms:
 
-  python3 tools/maps/bosswing.py          # writes into maps/
+  python3 tools/maps/bosswing.py /tmp     # writes /tmp/bosswing.xml
 """
 import os
 import sys
@@ -53,7 +52,7 @@ class Wing(Level):
         self.geometry(x, DOORWAY, x + width, CEILING, 'metal1')
 
 
-def boss_wing():
+def boss_wing(standalone=True):
     lv = Wing('bosswing')
     west, east = 5200, 11760
     lv.parts.append('  <!-- The boss wing. Geometry starts at x 5200; the entry corridor floor top is at y 0. -->')
@@ -62,8 +61,12 @@ def boss_wing():
     # when the wing is played on its own.
     lv.geometry(west, -64, east, FLOOR, 'rock1')
     lv.geometry(west, CEILING, east, CEILING + 64, 'concrete1')
-    lv.body('default', west, FLOOR, west + 32, CEILING, 'data/images/metal1.png', idname='bosswing_westcap',
-            comment='Standalone only: closes the entry corridor.')
+    if standalone:
+        lv.body('default', west, FLOOR, west + 32, CEILING, 'data/images/metal1.png', idname='bosswing_westcap',
+                comment='Standalone only: closes the entry corridor.')
+    else:
+        # Joined: only the wall above the low entry corridor.
+        lv.geometry(west, 240, west + 32, CEILING, 'metal1')
     lv.geometry(east - 64, FLOOR, east, CEILING, 'metal1')
 
     # Backdrops, one look per room.
@@ -73,10 +76,11 @@ def boss_wing():
         lv.backdrop(x0, x1, tex)
 
     # --- Entry corridor: supplies before the fights.
-    lv.spawn(5300, 8)
-    lv.body('skyinfo', 5240, 300, 5256, 316, solid=False, entity=True, visible=False, outlined=False,
-            idname='bosswing_skies', attributes={'skies': 'night,lava', 'initialsky': 'night'},
-            comment='Standalone only: the sky.')
+    if standalone:
+        lv.spawn(5300, 8)
+        lv.body('skyinfo', 5240, 300, 5256, 316, solid=False, entity=True, visible=False, outlined=False,
+                idname='bosswing_skies', attributes={'skies': 'night,lava', 'initialsky': 'night'},
+                comment='Standalone only: the sky.')
     lv.geometry(west + 32, 240, 5600, CEILING, 'concrete1')
     lv.pickup('health', 5360)
     lv.pickup('armour', 5400)
@@ -174,14 +178,15 @@ def boss_wing():
     lv.point('exit', 11500)
     lv.lintel(11440)
     lv.body('levelchange', 11640, FLOOR, 11672, 48, 'data/images/techpanel2.png', solid=False, entity=True,
-            idname='bosswing_exit', attributes={'leveltarget': 'test', 'targetspawn': 'start', 'glow': 'true'})
+            idname='bosswing_exit', attributes={'leveltarget': 'test', 'targetspawn': 'start', 'glow': 'true',
+                                                'iscutscene': 'true', 'cutscene': 'brindlequay/finale'})
     return lv
 
 
 def main():
-    root = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', '..', 'maps')
-    directory = sys.argv[1] if len(sys.argv) > 1 else root
-    print(os.path.relpath(boss_wing().write(directory)))
+    if len(sys.argv) < 2:
+        sys.exit('usage: bosswing.py DIRECTORY (the shipped wing is part of maps/enemies.xml)')
+    print(os.path.relpath(boss_wing().write(sys.argv[1])))
 
 
 if __name__ == '__main__':

@@ -1,15 +1,16 @@
 #!/usr/bin/env python3
 """Writes maps/enemies.xml: an arena run from west to east through five rooms
 that meets every kind of enemy at several levels, with a friendly at the
-start, pickups between fights and an open passage at the east end (x 5000,
-floor top y 0, ceiling underside y 240) where the boss wing joins on. Re-run after
-editing; the output is committed.
+start and pickups between fights, then a short passage (x 5000 to 5200,
+floor top y 0, ceiling underside y 240) into the boss wing of bosswing.py.
+Re-run after editing; the output is committed.
 
   python3 tools/maps/enemies.py            # writes into maps/
 """
 import os
 import sys
 
+from bosswing import boss_wing
 from ranges import Level
 
 # Low enough that the player on the floor sees the ceiling.
@@ -58,7 +59,7 @@ def arena():
     lv.geometry(-384, -FLOOR_DEPTH, -320, CEILING + 64, 'metal1')
     lv.geometry(-320, CEILING, EXIT_X, CEILING + 64, 'concrete1')
     lv.body('skyinfo', -300, 200, -292, 208, solid=False, entity=True, visible=False, outlined=False,
-            attributes={'skies': 'haze,night', 'initialsky': 'haze'})
+            attributes={'skies': 'haze,night,lava', 'initialsky': 'haze'})
     lv.spawn(-260, 8)
     lv.spawn(200, 8, 'room1')
     sign(lv, -280, 160, 'ENEMY ARENA - fight your way east', 14)
@@ -154,6 +155,13 @@ def arena():
     lv.pickup('health', 4100)
     lv.pickup('armour', 4140)
     sign(lv, 4700, 200, 'The boss wing lies east', 12)
+
+    # The passage into the boss wing; the sky turns to lava glow on the way.
+    lv.geometry(EXIT_X, -FLOOR_DEPTH, 5200, 0, 'rock1')
+    lv.geometry(EXIT_X, CEILING, 5200, CEILING + 64, 'concrete1')
+    lv.body('skytransition', 5080, 0, 5120, CEILING, solid=False, entity=True, visible=False, outlined=False,
+            idname='sky_to_lava', attributes={'sky': 'lava', 'triggeronce': 'true'})
+    lv.parts.extend(boss_wing(standalone=False).parts)
     return lv
 
 

@@ -51,6 +51,7 @@ TEST(BodyFactoryTest, EveryTableNameCreatesItsTypeSilently)
         const std::string out = captured([&] { body = factory.create(name); });
         ASSERT_NE(body, nullptr) << name;
         EXPECT_EQ(body->type, name);
+        EXPECT_NE(typeid(*body), typeid(Body)) << name << " has no class of its own";
         EXPECT_EQ(out, "") << name;
         EXPECT_NE(body.get(), factory.findPrototype(name)) << "a fresh clone, not the prototype";
     }
