@@ -394,7 +394,10 @@ std::pair<int, int> Renderer::backdropBandRows(int frame, int h)
 
 void Renderer::beginBackdrop(const void* owner)
 {
-    if (!frameReuse) {
+    GLint maxSize = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
+    // A window larger than any texture cannot be kept: it is drawn in full.
+    if (!frameReuse || width > maxSize || height > maxSize) {
         backdropValid = false;
         return;
     }
@@ -413,6 +416,8 @@ void Renderer::beginBackdrop(const void* owner)
                 backdropTexWidth *= 2;
             while (backdropTexHeight < height)
                 backdropTexHeight *= 2;
+            backdropTexWidth = std::min(backdropTexWidth, static_cast<int>(maxSize));
+            backdropTexHeight = std::min(backdropTexHeight, static_cast<int>(maxSize));
             glGenTextures(1, &backdropTexture);
             glBindTexture(GL_TEXTURE_2D, backdropTexture);
             glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, backdropTexWidth, backdropTexHeight, 0, GL_RGBA,

@@ -137,8 +137,6 @@ public:
     // Off, every frame is drawn in full: no kept sky, the glow over the whole
     // window. For side-by-side measurements; the picture is the same.
     void setFrameReuse(bool on) { frameReuse = on; }
-    // The window rows [first, end) the current backdrop drawing refreshes.
-    std::pair<int, int> backdropRows() const { return {backdropFirstRow, backdropEndRow}; }
     // Rows refreshed in the frame after `frame` frames of an unchanged backdrop.
     static std::pair<int, int> backdropBandRows(int frame, int height);
     // Window-space tiles of the glow sum that are not black, given the sum's pixels.
