@@ -384,6 +384,24 @@ int writeShots(const std::string& dir)
         shootScene(*game, *renderer, dir + "/sky_" + sky);
     }
     renderer->setFrameReuse(true);
+    // A switch fades the new sky in: the frames just after one, kept and in full.
+    for (bool reuse : {false, true}) {
+        renderer->setFrameReuse(reuse);
+        game->loadSky("data/sky/night.xml");
+        for (int i = 0; i < 40; ++i) {
+            shotClock.advance(33);
+            game->pumpEvents();
+            game->runFrame();
+        }
+        game->loadSky("data/sky/hcsky1.xml");
+        for (int i = 0; i < 3; ++i) {
+            shotClock.advance(33);
+            game->pumpEvents();
+            game->runFrame();
+            writeFrame(*renderer, dir + "/switch" + std::to_string(i) + (reuse ? "_reuse.ppm" : "_full.ppm"));
+        }
+    }
+    renderer->setFrameReuse(true);
     return 0;
 }
 
