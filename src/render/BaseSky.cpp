@@ -157,6 +157,7 @@ void BaseSky::draw(IRenderer& renderer, const Vector& camera, float frameTime)
     renderer.pushMatrix();
     renderer.translate(-camera.x, -camera.y, 0.0f);
     renderer.setBlending(true);
+    renderer.beginBackdrop(this);
     for (const auto& rect : rects) {
         renderer.setTexturing(rect->textured);
         // Blending a rectangle that covers what is behind it only costs time.
@@ -167,6 +168,7 @@ void BaseSky::draw(IRenderer& renderer, const Vector& camera, float frameTime)
             renderer.setAlphaBlend();
         drawRect(renderer, frameTime, *rect);
     }
+    renderer.endBackdrop();
     renderer.setBlending(true);
     renderer.setAlphaBlend();
     if (lensFlareOn)

@@ -119,6 +119,13 @@ public:
     virtual void endQuads() {}
     // Depth writes off while translucent effects draw over each other.
     virtual void setDepthWrites(bool on) { (void)on; }
+    // A backdrop fixed to the screen (the sky), kept as a picture between
+    // frames. The owner draws all its layers between these two calls every
+    // frame, as if nothing were kept; the renderer may clip that drawing to
+    // the rows due for a refresh and put the kept picture everywhere else.
+    // A new owner, window size or view starts from a full drawing.
+    virtual void beginBackdrop(const void* owner) { (void)owner; }
+    virtual void endBackdrop() {}
 
     virtual FontRenderer* getFontRenderer() = 0;
     // Writes the texture cache listing (names, sizes, ids).

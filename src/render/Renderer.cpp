@@ -14,6 +14,7 @@
 #include <fstream>
 #include <ostream>
 #include <sys/stat.h>
+#include <tuple>
 
 #include "console/ConsolePrint.h"
 #include "console/VariableRegistry.h"
@@ -306,6 +307,7 @@ void Renderer::reloadResources()
         }
     }
     createGlowTexture(256, 256);
+    deleteBackdrop();
     textures.unloadAll();
     currentTextureId = -1;
 }
@@ -383,6 +385,127 @@ void Renderer::beginQuads() { glBegin(GL_QUADS); }
 void Renderer::endQuads() { glEnd(); }
 
 void Renderer::setDepthWrites(bool on) { glDepthMask(on ? GL_TRUE : GL_FALSE); }
+
+std::pair<int, int> Renderer::backdropBandRows(int frame, int h)
+{
+    const int band = (std::max(h, 0) + backdropBands - 1) / backdropBands;
+    const int first = std::min((frame % backdropBands) * band, std::max(h, 0));
+    return {first, std::min(first + band, std::max(h, 0))};
+}
+
+void Renderer::beginBackdrop(const void* owner)
+{
+    GLint maxSize = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
+    // A window larger than any texture cannot be kept: it is drawn in full.
+    if (!frameReuse || width > maxSize || height > maxSize) {
+        backdropValid = false;
+        return;
+    }
+    std::vector<float> view(32);
+    glGetFloatv(GL_MODELVIEW_MATRIX, view.data());
+    glGetFloatv(GL_PROJECTION_MATRIX, view.data() + 16);
+    const bool kept = backdropValid && owner == backdropOwner && view == backdropView &&
+                      backdropTexWidth >= width && backdropTexHeight >= height;
+    if (kept) {
+        std::tie(backdropFirstRow, backdropEndRow) = backdropBandRows(backdropFrame++, height);
+    } else {
+        if (backdropTexWidth < width || backdropTexHeight < height) {
+            deleteBackdrop();
+            backdropTexWidth = backdropTexHeight = 1;
+            while (backdropTexWidth < width)
+                backdropTexWidth *= 2;
+            while (backdropTexHeight < height)
+                backdropTexHeight *= 2;
+            backdropTexWidth = std::min(backdropTexWidth, static_cast<int>(maxSize));
+            backdropTexHeight = std::min(backdropTexHeight, static_cast<int>(maxSize));
+            glGenTextures(1, &backdropTexture);
+            glBindTexture(GL_TEXTURE_2D, backdropTexture);
+            glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, backdropTexWidth, backdropTexHeight, 0, GL_RGBA,
+                         GL_UNSIGNED_BYTE, nullptr);
+            // Copied back pixel for pixel: no filtering, no wrapping.
+            glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+            glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+            glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+            glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+            glBindTexture(GL_TEXTURE_2D, 0);
+            currentTextureId = -1;
+        }
+        backdropOwner = owner;
+        backdropView = std::move(view);
+        backdropFrame = 0;
+        backdropFirstRow = 0;
+        backdropEndRow = height;
+    }
+    backdropOpen = true;
+    backdropScissorWasOn = glIsEnabled(GL_SCISSOR_TEST) == GL_TRUE;
+    glGetIntegerv(GL_SCISSOR_BOX, backdropScissorBox);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(0, backdropFirstRow, width, backdropEndRow - backdropFirstRow);
+}
+
+void Renderer::endBackdrop()
+{
+    if (!backdropOpen)
+        return;
+    backdropOpen = false;
+    glScissor(backdropScissorBox[0], backdropScissorBox[1], backdropScissorBox[2], backdropScissorBox[3]);
+    if (!backdropScissorWasOn)
+        glDisable(GL_SCISSOR_TEST);
+    glBindTexture(GL_TEXTURE_2D, backdropTexture);
+    if (backdropEndRow > backdropFirstRow)
+        glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, backdropFirstRow, 0, backdropFirstRow, width,
+                            backdropEndRow - backdropFirstRow);
+    backdropValid = true;
+    if (backdropFirstRow > 0 || backdropEndRow < height)
+        drawKeptBackdrop();
+    glBindTexture(GL_TEXTURE_2D, 0);
+    currentTextureId = -1;
+}
+
+void Renderer::drawKeptBackdrop()
+{
+    const GLboolean blendWasOn = glIsEnabled(GL_BLEND);
+    const GLboolean texturingWasOn = glIsEnabled(GL_TEXTURE_2D);
+    begin2D();
+    glDisable(GL_BLEND);
+    glEnable(GL_TEXTURE_2D);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
+    const float w = static_cast<float>(width);
+    const float u = w / static_cast<float>(backdropTexWidth);
+    const float texHeight = static_cast<float>(backdropTexHeight);
+    auto rows = [&](int first, int end) {
+        if (end <= first)
+            return;
+        const float y0 = static_cast<float>(first);
+        const float y1 = static_cast<float>(end);
+        glTexCoord2f(0.0f, y0 / texHeight);
+        glVertex2f(0.0f, y0);
+        glTexCoord2f(u, y0 / texHeight);
+        glVertex2f(w, y0);
+        glTexCoord2f(u, y1 / texHeight);
+        glVertex2f(w, y1);
+        glTexCoord2f(0.0f, y1 / texHeight);
+        glVertex2f(0.0f, y1);
+    };
+    glBegin(GL_QUADS);
+    rows(0, backdropFirstRow);
+    rows(backdropEndRow, height);
+    glEnd();
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    end2D();
+    setBlending(blendWasOn == GL_TRUE);
+    setTexturing(texturingWasOn == GL_TRUE);
+}
+
+void Renderer::deleteBackdrop()
+{
+    if (backdropTexture != 0)
+        glDeleteTextures(1, &backdropTexture);
+    backdropTexture = 0;
+    backdropTexWidth = backdropTexHeight = 0;
+    backdropValid = false;
+}
 
 void Renderer::drawImage(float x, float y, float z, float w, float h, const std::string& name,
                          bool additive, bool clamp)
@@ -753,7 +876,11 @@ void Renderer::drawBody(Body& body)
         }
         // Textures are shared, so each body states its own wrap mode.
         setWrap(clamp);
-        setSpriteAlphaTest(true);
+        // A body that covers what is behind it wholly needs no blending and no
+        // alpha test: the result is the same, and costs less per pixel.
+        const bool opaque = frameReuse && isOpaque(body);
+        setBlending(!opaque);
+        setSpriteAlphaTest(!opaque);
     } else {
         setTexturing(false);
         setBlending(false);
@@ -807,6 +934,17 @@ void Renderer::drawBody(Body& body)
     }
     body.drawExtras(*this);
     drawBodyString(body, false);
+}
+
+bool Renderer::isOpaque(const Body& body)
+{
+    const Texture* texture = textures.find(body.texture);
+    if (!texture || texture->bitsPerPixel != 24 || body.colours.size() < body.localVertices.size())
+        return false;
+    for (const RGBAColour& c : body.colours)
+        if (toByte(c.a) != 255)
+            return false;
+    return true;
 }
 
 void Renderer::drawBodySimple(Body& body)
@@ -965,6 +1103,13 @@ void Renderer::sumGlowCopies()
     glEnd();
     glBindTexture(GL_TEXTURE_2D, glowSumTexture);
     glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, glowWidth, glowHeight);
+    glowTiles.clear();
+    if (frameReuse) {
+        glowPixels.resize(static_cast<size_t>(glowWidth) * static_cast<size_t>(glowHeight) * 4);
+        glPixelStorei(GL_PACK_ALIGNMENT, 1);
+        glReadPixels(0, 0, glowWidth, glowHeight, GL_RGBA, GL_UNSIGNED_BYTE, glowPixels.data());
+        glowTiles = litGlowTiles(glowPixels.data(), glowWidth, glowHeight, glowTileSize);
+    }
     clearGlowCorner();
     glEnable(GL_DEPTH_TEST);
     glPopMatrix();
@@ -987,13 +1132,66 @@ void Renderer::drawGlow()
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
     glBindTexture(GL_TEXTURE_2D, glowSumTexture);
     glBegin(GL_QUADS);
-    emitScreenQuad(width, height, 0.0f, 0.0f);
+    const int tilesX = (glowWidth + glowTileSize - 1) / glowTileSize;
+    const int tilesY = (glowHeight + glowTileSize - 1) / glowTileSize;
+    if (glowTiles.size() != static_cast<size_t>(tilesX) * static_cast<size_t>(tilesY)) {
+        emitScreenQuad(width, height, 0.0f, 0.0f);
+    } else {
+        // Runs of lit tiles, each on the same texture mapping as the whole window.
+        const float w = static_cast<float>(width);
+        const float h = static_cast<float>(height);
+        auto windowX = [&](int tx) { return std::min(w, w * static_cast<float>(tx * glowTileSize) / static_cast<float>(glowWidth)); };
+        auto windowY = [&](int ty) { return std::min(h, h * static_cast<float>(ty * glowTileSize) / static_cast<float>(glowHeight)); };
+        auto vertex = [&](float x, float y) {
+            glTexCoord2f(x / w, y / h - 1.0f);
+            glVertex2f(x, y);
+        };
+        for (int ty = 0; ty < tilesY; ++ty) {
+            for (int tx = 0; tx < tilesX;) {
+                if (!glowTiles[static_cast<size_t>(ty * tilesX + tx)]) {
+                    ++tx;
+                    continue;
+                }
+                const int first = tx;
+                while (tx < tilesX && glowTiles[static_cast<size_t>(ty * tilesX + tx)])
+                    ++tx;
+                const float x0 = windowX(first), x1 = windowX(tx), y0 = windowY(ty), y1 = windowY(ty + 1);
+                vertex(x0, y1);
+                vertex(x0, y0);
+                vertex(x1, y0);
+                vertex(x1, y1);
+            }
+        }
+    }
     glEnd();
     end2D();
     setTexturing(false);
     setBlending(false);
     glBindTexture(GL_TEXTURE_2D, 0);
     currentTextureId = -1;
+}
+
+std::vector<bool> Renderer::litGlowTiles(const unsigned char* rgba, int w, int h, int tile)
+{
+    const int tilesX = (w + tile - 1) / tile;
+    const int tilesY = (h + tile - 1) / tile;
+    std::vector<bool> lit(static_cast<size_t>(tilesX) * static_cast<size_t>(tilesY), false);
+    for (int y = 0; y < h; ++y) {
+        const unsigned char* row = rgba + static_cast<size_t>(y) * static_cast<size_t>(w) * 4;
+        for (int x = 0; x < w; ++x) {
+            const unsigned char* p = row + static_cast<size_t>(x) * 4;
+            if ((p[0] | p[1] | p[2]) == 0)
+                continue;
+            // Filtering reaches one texel further, across the edges too (the texture repeats).
+            for (int dy = -1; dy <= 1; ++dy)
+                for (int dx = -1; dx <= 1; ++dx) {
+                    const int tx = ((x + dx + w) % w) / tile;
+                    const int ty = ((y + dy + h) % h) / tile;
+                    lit[static_cast<size_t>(ty * tilesX + tx)] = true;
+                }
+        }
+    }
+    return lit;
 }
 
 bool Renderer::isMovieFrameDue(float now)

@@ -54,6 +54,8 @@ public:
     void beginQuads() override;
     void endQuads() override;
     void setDepthWrites(bool on) override;
+    void beginBackdrop(const void* owner) override;
+    void endBackdrop() override;
     void drawImage(float x, float y, float z, float w, float h, const std::string& name,
                    bool additive, bool clamp) override;
     void drawImage(float x, float y, float z, float w, float h, const std::string& name) override;
@@ -132,6 +134,14 @@ public:
     void sumGlowCopies();
     void clearGlowCorner();
 
+    // Off, every frame is drawn in full: no kept sky, the glow over the whole
+    // window. For side-by-side measurements; the picture is the same.
+    void setFrameReuse(bool on) { frameReuse = on; }
+    // Rows refreshed in the frame after `frame` frames of an unchanged backdrop.
+    static std::pair<int, int> backdropBandRows(int frame, int height);
+    // Window-space tiles of the glow sum that are not black, given the sum's pixels.
+    static std::vector<bool> litGlowTiles(const unsigned char* rgba, int w, int h, int tile);
+
     // Starts a new counting second for the frame-rate counter.
     void resetFpsCounter();
 
@@ -160,6 +170,10 @@ private:
     void drawBodyString(Body& body, bool black);
     // Wrap mode of the bound texture: clamped edges or repeating.
     void setWrap(bool clamp);
+    void drawKeptBackdrop();
+    void deleteBackdrop();
+    // True when the body's texture has no alpha and every corner colour is opaque.
+    bool isOpaque(const Body& body);
     // Discards clear texels so they write no depth.
     void setSpriteAlphaTest(bool on);
     static constexpr float spriteAlphaCutoff = 0.1f;
@@ -206,6 +220,28 @@ private:
     int currentTextureId = -1;
     int grabbedImage = -1;
     std::vector<std::unique_ptr<Dimension>> videoModes;
+    // The sky does not move on the screen and its colours drift slowly, so
+    // its full picture is kept and a band of rows is redrawn each frame in
+    // turn: the window gets one opaque copy instead of every blended layer.
+    static constexpr int backdropBands = 8;
+    bool frameReuse = true;
+    unsigned int backdropTexture = 0;
+    int backdropTexWidth = 0;
+    int backdropTexHeight = 0;
+    const void* backdropOwner = nullptr;
+    std::vector<float> backdropView;
+    bool backdropValid = false;
+    bool backdropOpen = false;
+    int backdropFrame = 0;
+    int backdropFirstRow = 0;
+    int backdropEndRow = 0;
+    bool backdropScissorWasOn = false;
+    int backdropScissorBox[4] = {};
+    // The glow sum read back, and which of its tiles have anything in them:
+    // the window only gets the glow where there is some.
+    static constexpr int glowTileSize = 16;
+    std::vector<unsigned char> glowPixels;
+    std::vector<bool> glowTiles;
     bool sdlStarted = false;
     bool devilStarted = false;
 };

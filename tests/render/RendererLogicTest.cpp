@@ -130,3 +130,61 @@ TEST(RendererLogicTest, ScreenshotNamesSkipFilesThatExist)
     fs::current_path(previous);
     fs::remove_all(scratch);
 }
+
+TEST(RendererLogicTest, KeptBackdropBandsCoverTheWindowOnceInTurn)
+{
+    for (int height : {720, 601, 5, 1}) {
+        std::vector<int> drawn(static_cast<size_t>(height), 0);
+        // Two rounds: every row is refreshed exactly twice, with no gap or overlap.
+        for (int frame = 0; frame < 16; ++frame) {
+            const auto [first, end] = Renderer::backdropBandRows(frame, height);
+            ASSERT_LE(0, first);
+            ASSERT_LE(first, end);
+            ASSERT_LE(end, height);
+            for (int y = first; y < end; ++y)
+                ++drawn[static_cast<size_t>(y)];
+        }
+        for (int y = 0; y < height; ++y)
+            EXPECT_EQ(drawn[static_cast<size_t>(y)], 2) << height << " row " << y;
+    }
+    const auto empty = Renderer::backdropBandRows(3, 0);
+    EXPECT_EQ(empty.first, empty.second);
+}
+
+TEST(RendererLogicTest, GlowGoesOnlyWhereTheSumIsLitAndOneTexelAround)
+{
+    const int size = 64;
+    const int tile = 16;
+    std::vector<unsigned char> sum(size * size * 4, 0);
+    auto lit = [&] { return Renderer::litGlowTiles(sum.data(), size, size, tile); };
+    auto set = [&](int x, int y, unsigned char r, unsigned char a) {
+        sum[static_cast<size_t>((y * size + x) * 4)] = r;
+        sum[static_cast<size_t>((y * size + x) * 4 + 3)] = a;
+    };
+    auto litTiles = [&] {
+        std::vector<int> on;
+        const auto tiles = lit();
+        for (size_t i = 0; i < tiles.size(); ++i)
+            if (tiles[i])
+                on.push_back(static_cast<int>(i));
+        return on;
+    };
+    EXPECT_EQ(lit().size(), 16u);
+    EXPECT_TRUE(litTiles().empty()) << "a black sum adds nothing anywhere";
+
+    set(20, 40, 0, 255);
+    EXPECT_TRUE(litTiles().empty()) << "alpha without colour adds nothing";
+
+    set(20, 40, 9, 255);
+    EXPECT_EQ(litTiles(), std::vector<int>({2 * 4 + 1})) << "inside one tile";
+
+    // On a tile's edge, filtering reaches into the neighbour.
+    set(20, 40, 0, 0);
+    set(31, 40, 9, 255);
+    EXPECT_EQ(litTiles(), std::vector<int>({2 * 4 + 1, 2 * 4 + 2}));
+
+    // The texture repeats: a corner texel reaches the three far corners too.
+    set(31, 40, 0, 0);
+    set(0, 0, 1, 1);
+    EXPECT_EQ(litTiles(), std::vector<int>({0, 3, 12, 15}));
+}

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "../resources/TempDir.h"
@@ -46,6 +47,21 @@ public:
         quadAlphas.push_back(a);
     }
     void setColour(const RGBAColour& c) override { colours.push_back(c); }
+};
+
+// Remembers the order of the kept-backdrop calls among the quads.
+class BackdropRecorder : public NullRenderer {
+public:
+    std::vector<std::string> calls;
+    const void* owner = nullptr;
+    void beginBackdrop(const void* o) override
+    {
+        owner = o;
+        calls.push_back("begin");
+    }
+    void endBackdrop() override { calls.push_back("end"); }
+    void drawQuad(const Quad&) override { calls.push_back("rect"); }
+    void drawCentredQuad(float, float, float, float, float, bool) override { calls.push_back("flare"); }
 };
 
 const char* const particleDefs = R"(<particles>
@@ -357,4 +373,24 @@ TEST(ShippedSkiesTest, EverySkyIsAMovingTexturedBackdropOfShippedMedia)
     for (const char* needed : {"default.xml", "hcsky1.xml", "hcsky2.xml"})
         EXPECT_TRUE(std::filesystem::exists(testSourceDir() + "/data/sky/" + needed)) << needed;
     EXPECT_GE(count, 6);
+}
+
+TEST(SkyDrawTest, EveryLayerIsDrawnInsideTheKeptBackdropAndTheFlareOutside)
+{
+    auto sky = parseSky(R"(<sky lensflare="true" lensflarepos="0,0,0">
+      <rect pos="-640,360,0" dimension="1280,720"/>
+      <rect pos="-640,360,0" dimension="1280,720" glow="true" glowsteps="2"/>
+    </sky>)");
+    sky->lensFlare.visibility = 1.0f;
+    BackdropRecorder renderer;
+    for (int frame = 0; frame < 2; ++frame) {
+        renderer.calls.clear();
+        sky->draw(renderer, Vector(30.0f, 40.0f), 0.1f);
+        ASSERT_GE(renderer.calls.size(), 5u);
+        // The layers and their glow passes are drawn every frame, so the colours keep drifting.
+        EXPECT_EQ(std::vector<std::string>(renderer.calls.begin(), renderer.calls.begin() + 5),
+                  std::vector<std::string>({"begin", "rect", "rect", "rect", "end"}));
+        EXPECT_EQ(renderer.calls.back(), "flare") << "the flare is not part of the kept picture";
+        EXPECT_EQ(renderer.owner, sky.get());
+    }
 }
