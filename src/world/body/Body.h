@@ -196,7 +196,8 @@ public:
     float radius = 0.0f;
     float sweptRadius = 0.0f;
     Vector nextPosition;
-    std::unique_ptr<BRect> bounds = std::make_unique<BRect>();
+    // Made once and never replaced: the quadtree node keeps a pointer to it.
+    const std::unique_ptr<BRect> bounds = std::make_unique<BRect>();
     float gravitymultiplier = 1.0f;
     float liquidfriction = 0.0f;
     bool inliquid = false;

@@ -6,8 +6,10 @@
 
 const std::string& Vector::toString()
 {
-    text = formatFloat(x) + "," + formatFloat(y) + "," + formatFloat(z);
-    return text;
+    if (!text)
+        text = std::make_unique<std::string>();
+    *text = formatFloat(x) + "," + formatFloat(y) + "," + formatFloat(z);
+    return *text;
 }
 
 void Vector::fromString(const std::string& value)

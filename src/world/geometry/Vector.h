@@ -1,6 +1,7 @@
 #pragma once
 // A four-component vector: positions, velocities, forces and plane normals.
 // Planar operations use x and y only; z is a drawing depth and w rides along.
+#include <memory>
 #include <string>
 
 class Vector {
@@ -9,8 +10,17 @@ public:
 
     Vector() = default;
     Vector(float x_, float y_, float z_ = 0.0f, float w_ = 0.0f) : x(x_), y(y_), z(z_), w(w_) {}
-    Vector(const Vector&) = default;
-    Vector& operator=(const Vector&) = default;
+    // Copies carry the four components only: the text is a cache that
+    // toString rebuilds on every call.
+    Vector(const Vector& o) : x(o.x), y(o.y), z(o.z), w(o.w) {}
+    Vector& operator=(const Vector& o)
+    {
+        x = o.x;
+        y = o.y;
+        z = o.z;
+        w = o.w;
+        return *this;
+    }
     virtual ~Vector() = default;
 
     // "x,y,z" (w is never written); also cached for callers that keep a c_str.
@@ -36,5 +46,7 @@ public:
     float distance2D(const Vector& o) const;
 
 private:
-    std::string text;
+    // Made on the first toString: a string in every vertex made each one
+    // 56 bytes, and polygon loops paid for it in cache misses.
+    std::unique_ptr<std::string> text;
 };

@@ -8,26 +8,37 @@ namespace {
 constexpr float tiny = 0.000001f;
 
 bool finite2(const Vector& v) { return std::isfinite(v.x) && std::isfinite(v.y); }
+}
 
-void project(const std::vector<Vector>& poly, float ax, float ay, float& lo, float& hi)
+void Collision::pack(const std::vector<Vector>& polygon, std::vector<Point>& out)
 {
-    lo = hi = poly[0].x * ax + poly[0].y * ay;
-    for (size_t i = 1; i < poly.size(); ++i) {
-        const float p = poly[i].x * ax + poly[i].y * ay;
-        if (p < lo)
-            lo = p;
-        else if (p > hi)
-            hi = p;
-    }
-}
+    out.resize(polygon.size());
+    for (size_t i = 0; i < polygon.size(); ++i)
+        out[i] = Point{polygon[i].x, polygon[i].y};
 }
 
-void Collision::addEdgeAxes(const std::vector<Vector>& polygon)
+void Collision::project(const std::vector<Point>& poly, float ax, float ay, float& lo, float& hi)
+{
+    // Written as selects so they compile to min/max without branches;
+    // NaN projections are skipped just as the comparisons skip them.
+    float l = poly[0].x * ax + poly[0].y * ay;
+    float h = l;
+    const size_t n = poly.size();
+    for (size_t i = 1; i < n; ++i) {
+        const float p = poly[i].x * ax + poly[i].y * ay;
+        l = p < l ? p : l;
+        h = p > h ? p : h;
+    }
+    lo = l;
+    hi = h;
+}
+
+void Collision::addEdgeAxes(const std::vector<Point>& polygon)
 {
     const size_t n = polygon.size();
     for (size_t i = 0; i < n; ++i) {
-        const Vector& p = polygon[i];
-        const Vector& q = polygon[(i + 1) % n];
+        const Point& p = polygon[i];
+        const Point& q = polygon[i + 1 < n ? i + 1 : 0];
         const float ex = q.x - p.x;
         const float ey = q.y - p.y;
         // A repeated vertex has no edge direction to test.
@@ -37,12 +48,11 @@ void Collision::addEdgeAxes(const std::vector<Vector>& polygon)
     }
 }
 
-bool Collision::testAxis(Axis& axis, const std::vector<Vector>& a, const std::vector<Vector>& b,
-                         const Vector& offset, const Vector& v)
+bool Collision::testAxis(Axis& axis, const Vector& offset, const Vector& v)
 {
     float minA, maxA, minB, maxB;
-    project(a, axis.x, axis.y, minA, maxA);
-    project(b, axis.x, axis.y, minB, maxB);
+    project(packedA, axis.x, axis.y, minA, maxA);
+    project(packedB, axis.x, axis.y, minB, maxB);
     const float h = offset.x * axis.x + offset.y * axis.y;
     const float d0 = (minA + h) - maxB;
     const float d1 = minB - (maxA + h);
@@ -64,15 +74,10 @@ bool Collision::testAxis(Axis& axis, const std::vector<Vector>& a, const std::ve
             return false;
         axis.value = value;
     } else {
-        // Overlapping: the value is the (negative) penetration, made a true
-        // distance below once the axis length is known.
-        axis.value = d0 > d1 ? d0 : d1;
-        const float len = std::sqrt(axis.x * axis.x + axis.y * axis.y);
-        axis.value /= len;
+        // Overlapping: the value is the (negative) penetration as a true
+        // distance. Only the winning axis is normalised, after the loop.
+        axis.value = (d0 > d1 ? d0 : d1) / std::sqrt(axis.x * axis.x + axis.y * axis.y);
     }
-    const float len = std::sqrt(axis.x * axis.x + axis.y * axis.y);
-    axis.x /= len;
-    axis.y /= len;
     return true;
 }
 
@@ -84,20 +89,22 @@ bool Collision::sweptTest(const std::vector<Vector>& a, const Vector& posA, cons
     const Vector offset(posA.x - posB.x, posA.y - posB.y);
     const Vector v(dA.x - dB.x, dA.y - dB.y);
 
+    pack(a, packedA);
+    pack(b, packedB);
     axes.clear();
     if (v.x * v.x + v.y * v.y > tiny)
         axes.push_back(Axis{-v.y, v.x, 0.0f});
     const size_t motionAxes = axes.size();
-    addEdgeAxes(a);
+    addEdgeAxes(packedA);
     const size_t edgesA = axes.size() - motionAxes;
-    addEdgeAxes(b);
+    addEdgeAxes(packedB);
     // A polygon squashed to a point has no edges: nothing sensible to test.
     if (edgesA == 0 || axes.size() - motionAxes - edgesA == 0)
         return false;
 
     size_t best = 0;
     for (size_t i = 0; i < axes.size(); ++i) {
-        if (!testAxis(axes[i], a, b, offset, v))
+        if (!testAxis(axes[i], offset, v))
             return false;
         if (i == 0 || axes[i].value > axes[best].value)
             best = i;
@@ -108,7 +115,8 @@ bool Collision::sweptTest(const std::vector<Vector>& a, const Vector& posA, cons
     if (!std::isfinite(t) || (t > -0.1f && t < tiny))
         return false;
 
-    Vector n(axes[best].x, axes[best].y);
+    const float len = std::sqrt(axes[best].x * axes[best].x + axes[best].y * axes[best].y);
+    Vector n(axes[best].x / len, axes[best].y / len);
     if (n.x * offset.x + n.y * offset.y <= 0.0f) {
         n.x = -n.x;
         n.y = -n.y;
@@ -120,20 +128,16 @@ bool Collision::sweptTest(const std::vector<Vector>& a, const Vector& posA, cons
     return true;
 }
 
-void Collision::shapeOf(const Body& body, std::vector<Vector>& out)
+const std::vector<Vector>& Collision::shapeOf(const Body& body, std::vector<Vector>& out)
 {
     out.resize(body.localVertices.size());
-    if (body.rotation == 0.0f) {
-        for (size_t i = 0; i < out.size(); ++i)
-            out[i] = body.localVertices[i];
-        return;
-    }
     const float c = std::cos(body.rotation);
     const float s = std::sin(body.rotation);
     for (size_t i = 0; i < out.size(); ++i) {
         const Vector& l = body.localVertices[i];
         out[i] = Vector(l.x * c + l.y * s, l.y * c - l.x * s, l.z);
     }
+    return out;
 }
 
 void Collision::collide(Body& m, Body& o, float dt)
@@ -142,10 +146,11 @@ void Collision::collide(Body& m, Body& o, float dt)
         return;
     const Vector dM = m.vel * dt;
     const Vector dO = o.vel * dt;
-    shapeOf(m, shapeM);
-    shapeOf(o, shapeO);
+    // Level geometry and most entities never turn: test their own lists.
+    const std::vector<Vector>& polyM = m.rotation == 0.0f ? m.localVertices : shapeOf(m, shapeM);
+    const std::vector<Vector>& polyO = o.rotation == 0.0f ? o.localVertices : shapeOf(o, shapeO);
     Hit hit;
-    if (!sweptTest(shapeM, m.pos, dM, shapeO, o.pos, dO, hit))
+    if (!sweptTest(polyM, m.pos, dM, polyO, o.pos, dO, hit))
         return;
 
     bool solidResponse = m.solid && o.solid;

@@ -54,14 +54,20 @@ private:
         float x = 0.0f, y = 0.0f;
         float value = 0.0f;
     };
+    // Just the planar coordinates, packed so the projections stay in cache.
+    struct Point {
+        float x, y;
+    };
 
-    bool testAxis(Axis& axis, const std::vector<Vector>& a, const std::vector<Vector>& b, const Vector& offset,
-                  const Vector& v);
-    void addEdgeAxes(const std::vector<Vector>& polygon);
-    // The body's local polygon turned by its rotation.
-    static void shapeOf(const Body& body, std::vector<Vector>& out);
+    static void pack(const std::vector<Vector>& polygon, std::vector<Point>& out);
+    static void project(const std::vector<Point>& poly, float ax, float ay, float& lo, float& hi);
+    bool testAxis(Axis& axis, const Vector& offset, const Vector& v);
+    void addEdgeAxes(const std::vector<Point>& polygon);
+    // The body's local polygon turned by its rotation, written to `out`.
+    static const std::vector<Vector>& shapeOf(const Body& body, std::vector<Vector>& out);
 
     // Grows with the polygons: one axis per edge of both plus the motion.
     std::vector<Axis> axes;
     std::vector<Vector> shapeM, shapeO;
+    std::vector<Point> packedA, packedB;
 };

@@ -1,6 +1,7 @@
 #include "world/quadtree/QuadTree.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "render/Frustum.h"
 #include "render/IRenderer.h"
@@ -37,6 +38,10 @@ void QuadTree::setUp(const Vector& c, float s)
     nodeBounds->baseLeft = nodeBounds->baseRight = nodeBounds->baseBottom = nodeBounds->baseTop = h;
     nodeBounds->left = nodeBounds->right = nodeBounds->bottom = nodeBounds->top = h;
     nodeBounds->updateBox();
+    minX = centre.x - h;
+    maxX = centre.x + h;
+    minY = centre.y - h;
+    maxY = centre.y + h;
 }
 
 bool QuadTree::build(const Vector& c, float s, int depth)
@@ -70,20 +75,60 @@ void QuadTree::makeChildren(int depth, bool withDepth)
 bool QuadTree::remove(Body* body)
 {
     const auto it = std::find(bodies.begin(), bodies.end(), body);
-    if (it != bodies.end())
+    if (it != bodies.end()) {
+        boxes.erase(boxes.begin() + (it - bodies.begin()));
         bodies.erase(it);
+    }
     return true;
 }
 
 void QuadTree::add(Body* body)
 {
     bodies.push_back(body);
+    boxes.push_back(body->bounds.get());
     body->quadTreeNode = this;
+}
+
+QuadTree::Extent QuadTree::extentOf(const Body& body)
+{
+    Extent e;
+    const std::vector<Vector>& v = body.worldVertices;
+    if (v.empty())
+        return e;
+    e.empty = false;
+    e.minX = e.maxX = v[0].x;
+    e.minY = e.maxY = v[0].y;
+    for (const Vector& p : v) {
+        // A NaN fails every containment test, as it does vertex by vertex.
+        if (p.x != p.x || p.y != p.y) {
+            e.nan = true;
+            return e;
+        }
+        e.minX = std::min(e.minX, p.x);
+        e.maxX = std::max(e.maxX, p.x);
+        e.minY = std::min(e.minY, p.y);
+        e.maxY = std::max(e.maxY, p.y);
+    }
+    return e;
+}
+
+bool QuadTree::containsExtent(const Extent& e) const
+{
+    if (e.empty)
+        return true;
+    return !e.nan && e.minX >= minX && e.maxX <= maxX && e.minY >= minY && e.maxY <= maxY;
 }
 
 bool QuadTree::insert(Body* body)
 {
-    if (!body || !nodeBounds || !contains(*body))
+    if (!body || !nodeBounds)
+        return false;
+    return insertExtent(body, extentOf(*body));
+}
+
+bool QuadTree::insertExtent(Body* body, const Extent& extent)
+{
+    if (!nodeBounds || !containsExtent(extent))
         return false;
     if (children.empty()) {
         if (bodies.size() < splitThreshold || !splitAllowed || body->entity) {
@@ -93,8 +138,8 @@ bool QuadTree::insert(Body* body)
         split();
     }
     for (auto& child : children)
-        if (child->contains(*body))
-            return child->insert(body);
+        if (child->nodeBounds && child->containsExtent(extent))
+            return child->insertExtent(body, extent);
     add(body);
     return true;
 }
@@ -104,6 +149,7 @@ void QuadTree::split()
     makeChildren(0, false);
     std::vector<Body*> held;
     held.swap(bodies);
+    boxes.clear();
     for (Body* b : held) {
         b->quadTreeNode = nullptr;
         insert(b);
@@ -226,51 +272,43 @@ void QuadTree::collectVisibleInto(QuadTree& root, const std::vector<Plane>& frus
         child->collectVisibleInto(root, frustum, out, cullNodes, cullBodies);
 }
 
-bool QuadTree::contains(const Body& body) const
-{
-    const float h = halfSize;
-    for (const Vector& v : body.worldVertices)
-        if (!(v.x >= centre.x - h && v.x <= centre.x + h && v.y >= centre.y - h && v.y <= centre.y + h))
-            return false;
-    return true;
-}
+bool QuadTree::contains(const Body& body) const { return containsExtent(extentOf(body)); }
 
 bool QuadTree::overlaps(const Body& body) const
 {
     if (!nodeBounds)
         return false;
     const BRect& b = *body.bounds;
-    const BRect& n = *nodeBounds;
-    return b.minY < n.maxY && b.maxY > n.minY && b.minX < n.maxX && b.maxX > n.minX;
+    return b.minY < maxY && b.maxY > minY && b.minX < maxX && b.maxX > minX;
 }
 
-void QuadTree::collectNodes(const Body& body)
+void QuadTree::collectCandidates(const BRect& box, bool immovable, std::vector<Body*>& out) const
 {
-    // Iterative so the root's scratch list gathers every overlapped node.
-    std::vector<QuadTree*> stack{this};
-    while (!stack.empty()) {
-        QuadTree* node = stack.back();
-        stack.pop_back();
-        if (!node->overlaps(body))
+    if (!nodeBounds || !(box.minY < maxY && box.maxY > minY && box.minX < maxX && box.maxX > minX))
+        return;
+    // Body::boundsOverlap, inline and on the node's own box pointers: this
+    // loop is most of the broad phase, and each body's object is cold.
+    const size_t n = bodies.size();
+    for (size_t i = 0; i < n; ++i) {
+        if (i + 8 < n)
+            __builtin_prefetch(&boxes[i + 8]->minX);
+        const BRect& o = *boxes[i];
+        if (!(box.minY < o.maxY && box.maxY > o.minY && box.minX < o.maxX && box.maxX > o.minX))
             continue;
-        nodeList.push_back(node);
-        for (auto it = node->children.rbegin(); it != node->children.rend(); ++it)
-            stack.push_back(it->get());
+        Body* b = bodies[i];
+        if (immovable && b->mass < Body::minMass)
+            continue;
+        out.push_back(b);
     }
+    for (const auto& child : children)
+        child->collectCandidates(box, immovable, out);
 }
 
 void QuadTree::candidates(Body& body, std::vector<Body*>& out, float)
 {
-    nodeList.clear();
-    collectNodes(body);
-    const bool bodyImmovable = body.mass < Body::minMass;
-    for (QuadTree* node : nodeList)
-        for (Body* b : node->bodies) {
-            if (bodyImmovable && b->mass < Body::minMass)
-                continue;
-            if (body.boundsOverlap(*b))
-                out.push_back(b);
-        }
+    // Depth first, children in order: the order of the pair tests, and so
+    // the simulation's result, depends on it.
+    collectCandidates(*body.bounds, body.mass < Body::minMass, out);
 }
 
 void QuadTree::withinRadius(const Vector& point, float r, std::vector<Body*>& out)
@@ -314,13 +352,44 @@ void QuadTree::staticBodiesOnSegment(const Ray& ray, std::vector<Body*>& out)
         child->staticBodiesOnSegment(ray, out);
 }
 
+namespace {
+// The same expression as the geometry helpers' cross product, so every
+// side test below gives bit for bit the value segmentsIntersect computes.
+float cross(const Vector& o, const Vector& a, const Vector& b)
+{
+    return (a.x - o.x) * (b.y - o.y) - (a.y - o.y) * (b.x - o.x);
+}
+}
+
 bool QuadTree::rayHitsPolygon(const Ray& ray, const std::vector<Vector>& polygon, float& fraction)
 {
+    // segmentsIntersect against each edge, with the side of the ray's line
+    // worked out once per vertex rather than twice; an edge whose ends lie
+    // on one side is out without the rest of the test.
     bool hit = false;
     const size_t n = polygon.size();
-    for (size_t i = 0; i < n && n >= 2; ++i) {
-        float t = 0.0f;
-        if (segmentsIntersect(ray.start, ray.end, polygon[i], polygon[(i + 1) % n], t) && (!hit || t < fraction)) {
+    if (n < 2)
+        return false;
+    const Vector& a = ray.start;
+    const Vector& b = ray.end;
+    const float first = cross(a, b, polygon[0]);
+    float sideC = first;
+    for (size_t i = 0; i < n; ++i) {
+        const size_t next = i + 1 < n ? i + 1 : 0;
+        const float sideD = next == 0 ? first : cross(a, b, polygon[next]);
+        const float a1 = sideD;
+        const float a2 = sideC;
+        sideC = sideD;
+        if (a1 * a2 >= 0.0f)
+            continue;
+        const Vector& c = polygon[i];
+        const Vector& d = polygon[next];
+        const float a3 = cross(c, d, a);
+        const float a4 = a3 + a2 - a1;
+        if (a3 * a4 >= 0.0f)
+            continue;
+        const float t = a3 / (a3 - a4);
+        if (!hit || t < fraction) {
             fraction = t;
             hit = true;
         }
@@ -333,15 +402,48 @@ void QuadTree::trace(const Ray& ray, TraceResults& results, bool includeNonSolid
     traceNode(ray, results, includeNonSolid);
 }
 
+int QuadTree::classifyRay(const Ray& ray) const
+{
+    // Decided from boxes only when the answer is clear by far more than the
+    // rounding of the exact test; anything near an edge gets the exact test.
+    const float rMinX = std::min(ray.start.x, ray.end.x), rMaxX = std::max(ray.start.x, ray.end.x);
+    const float rMinY = std::min(ray.start.y, ray.end.y), rMaxY = std::max(ray.start.y, ray.end.y);
+    const float extent = std::max({std::fabs(rMinX), std::fabs(rMaxX), std::fabs(rMinY), std::fabs(rMaxY),
+                                   std::fabs(minX), std::fabs(maxX), std::fabs(minY), std::fabs(maxY)});
+    const float length = (rMaxX - rMinX) + (rMaxY - rMinY);
+    const float margin = 0.001f * (1.0f + extent) * (1.0f + length / size);
+    if (rMaxX < minX - margin || rMinX > maxX + margin || rMaxY < minY - margin || rMinY > maxY + margin)
+        return -1;
+    if (ray.start.x > minX + margin && ray.start.x < maxX - margin && ray.start.y > minY + margin &&
+        ray.start.y < maxY - margin)
+        return 1;
+    return 0;
+}
+
 void QuadTree::traceNode(const Ray& ray, TraceResults& results, bool includeNonSolid)
 {
     if (!nodeBody)
         return;
-    float unused = 0.0f;
-    const std::vector<Vector>& square = nodeBody->worldVertices;
-    if (!rayHitsPolygon(ray, square, unused) && !pointInConvexPolygon(ray.start, square))
+    const int side = classifyRay(ray);
+    if (side < 0)
         return;
-    for (Body* b : bodies) {
+    if (side == 0) {
+        float unused = 0.0f;
+        const std::vector<Vector>& square = nodeBody->worldVertices;
+        if (!rayHitsPolygon(ray, square, unused) && !pointInConvexPolygon(ray.start, square))
+            return;
+    }
+    // Bodies and their vertex lists are scattered over the heap: fetch the
+    // next ones while this one is tested.
+    const size_t n = bodies.size();
+    for (size_t i = 0; i < n; ++i) {
+        if (i + 2 < n) {
+            __builtin_prefetch(bodies[i + 2]);
+            __builtin_prefetch(&bodies[i + 2]->solid);
+        }
+        if (i + 1 < n && !bodies[i + 1]->worldVertices.empty())
+            __builtin_prefetch(bodies[i + 1]->worldVertices.data());
+        Body* b = bodies[i];
         if (!b->solid && !includeNonSolid)
             continue;
         float f = 0.0f;
@@ -376,7 +478,7 @@ void QuadTree::clear()
         if (b->quadTreeNode == this)
             b->quadTreeNode = nullptr;
     bodies.clear();
-    nodeList.clear();
+    boxes.clear();
 }
 
 int QuadTree::countAllBodies() const

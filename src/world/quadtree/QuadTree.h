@@ -108,10 +108,23 @@ private:
     void makeChildren(int depth, bool withDepth);
     void split();
     void add(Body* body);
-    void collectNodes(const Body& body);
+    // Bounding box of a body's world vertices; containment in a square
+    // then takes four comparisons instead of four per vertex.
+    struct Extent {
+        float minX = 0.0f, maxX = 0.0f, minY = 0.0f, maxY = 0.0f;
+        bool empty = true;
+        bool nan = false;
+    };
+    static Extent extentOf(const Body& body);
+    bool containsExtent(const Extent& extent) const;
+    bool insertExtent(Body* body, const Extent& extent);
+    void collectCandidates(const BRect& box, bool immovable, std::vector<Body*>& out) const;
     void sumCounters(QuadTree& root);
     void collectVisibleInto(QuadTree& root, const std::vector<Plane>& frustum, std::vector<Body*>& out,
                             bool cullNodes, bool cullBodies);
+    // -1: the ray clearly misses the square; 1: it clearly starts inside;
+    // 0: too close to call without the exact test.
+    int classifyRay(const Ray& ray) const;
     void traceNode(const Ray& ray, TraceResults& results, bool includeNonSolid);
 
     Vector centre;
@@ -119,7 +132,10 @@ private:
     float halfSize = 0.0f;
     std::vector<std::unique_ptr<QuadTree>> children;
     std::vector<Body*> bodies;
-    std::vector<QuadTree*> nodeList;
+    // bodies[i]->bounds, kept beside the list for the candidate scan.
+    std::vector<const BRect*> boxes;
+    // The square's edges, as the node bounds hold them.
+    float minX = 0.0f, maxX = 0.0f, minY = 0.0f, maxY = 0.0f;
     std::unique_ptr<Body> nodeBody;
     std::unique_ptr<BRect> nodeBounds;
     bool splitAllowed = true;

@@ -32,6 +32,24 @@ TEST(VectorText, WritesThreeComponentsWithSixDigits)
     EXPECT_EQ(p.toString(), "0.1,1.23457e+06,-2.5");
 }
 
+// The text is a cache of the owner's own numbers: copies never share or
+// carry it, and it follows every change.
+TEST(VectorText, CopiesWriteTheirOwnNumbers)
+{
+    Vector a(1, 2, 3);
+    EXPECT_EQ(a.toString(), "1,2,3");
+    Vector b(a);
+    b.x = 7;
+    EXPECT_EQ(b.toString(), "7,2,3");
+    EXPECT_EQ(a.toString(), "1,2,3");
+    a = Vector(4, 5, 6);
+    EXPECT_EQ(a.toString(), "4,5,6");
+    const std::string& kept = b.toString();
+    b.y = 8;
+    b.toString();
+    EXPECT_EQ(kept, "7,8,3");
+}
+
 TEST(VectorMath, AssignKeepsWAndNormaliseOfZeroStaysFinite)
 {
     Vector a(0, 0, 0, 9);

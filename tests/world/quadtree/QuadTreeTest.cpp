@@ -1,10 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <memory>
+#include <random>
+#include <utility>
 #include <vector>
 
 #include "world/body/Body.h"
+#include "world/geometry/Geometry.h"
 #include "world/quadtree/QuadTree.h"
 
 namespace {
@@ -253,4 +258,222 @@ TEST_F(QuadTreeTest, CollectVisibleCullsNodesAndCounts)
     int lines = 0;
     tree.debugDraw(150, [&](const Vector&, const Vector&, const RGBAColour&) { ++lines; });
     EXPECT_EQ(lines, 21 * 7);
+}
+
+namespace {
+// The slow reference for traces: every edge of every body, one at a time.
+bool referenceHit(const Ray& ray, const std::vector<Vector>& polygon, float& fraction)
+{
+    bool hit = false;
+    for (size_t i = 0; i < polygon.size(); ++i) {
+        float t = 0.0f;
+        if (segmentsIntersect(ray.start, ray.end, polygon[i], polygon[(i + 1) % polygon.size()], t) &&
+            (!hit || t < fraction)) {
+            fraction = t;
+            hit = true;
+        }
+    }
+    return hit;
+}
+
+// The trace's rules spelt out plainly: a node is entered when the ray
+// crosses its square or starts inside it.
+void referenceTrace(const QuadTree& node, const Ray& ray, std::vector<std::pair<float, Body*>>& out)
+{
+    float unused = 0.0f;
+    const std::vector<Vector>& square = node.getNodeBody()->worldVertices;
+    if (!referenceHit(ray, square, unused) && !pointInConvexPolygon(ray.start, square))
+        return;
+    for (Body* b : node.getBodies()) {
+        float f = 0.0f;
+        if (referenceHit(ray, b->worldVertices, f))
+            out.emplace_back(f, b);
+    }
+    for (const auto& c : node.getChildren())
+        referenceTrace(*c, ray, out);
+}
+
+void preorder(const QuadTree& node, std::vector<const QuadTree*>& out)
+{
+    out.push_back(&node);
+    for (const auto& c : node.getChildren())
+        preorder(*c, out);
+}
+}
+
+// The tree skips nodes it can rule out from boxes alone and tests each
+// polygon with shared side tests; neither may lose, add or move a hit. Rays
+// run along node edges, through corners and centre lines and from inside
+// nodes as well as at random.
+TEST_F(QuadTreeTest, TraceFindsExactlyWhatThePlainTestsFind)
+{
+    std::mt19937 rng(5);
+    std::uniform_real_distribution<float> coord(-500.0f, 500.0f), size(2.0f, 60.0f), turn(0.0f, 6.2831853f);
+    for (int i = 0; i < 400; ++i) {
+        Body* b = add(std::make_unique<Body>());
+        b->setPosition(Vector(coord(rng), coord(rng)));
+        b->makeCircle(size(rng), 3 + i % 6);
+        b->rotation = turn(rng);
+        b->transform();
+        b->setMass(0.0f);
+        b->updateBounds();
+        tree.insert(b);
+    }
+    std::vector<Ray> rays = {Ray(Vector(-512, 0), Vector(512, 0)),     Ray(Vector(0, -512), Vector(0, 512)),
+                             Ray(Vector(-256, -600), Vector(-256, 600)), Ray(Vector(-512, 256), Vector(0, 256)),
+                             Ray(Vector(1, 1), Vector(2, 2)),           Ray(Vector(-512, -512), Vector(512, 512)),
+                             Ray(Vector(600, 600), Vector(700, 700)),   Ray(Vector(30, 30), Vector(30, 30))};
+    for (int i = 0; i < 300; ++i) {
+        const Vector from(coord(rng), coord(rng));
+        rays.emplace_back(from, from + Vector(coord(rng), coord(rng)) * 0.6f);
+    }
+    size_t total = 0;
+    for (const Ray& ray : rays) {
+        TraceResults fromTree;
+        tree.trace(ray, fromTree, true);
+        std::vector<std::pair<float, Body*>> got, want;
+        for (const TraceResult& r : fromTree.results)
+            got.emplace_back(r.fraction, r.body);
+        referenceTrace(tree, ray, want);
+        total += want.size();
+        // Bit for bit and in the same order: the same fractions, not merely
+        // close ones.
+        ASSERT_EQ(got, want) << "ray " << ray.start.x << "," << ray.start.y << " -> " << ray.end.x << ","
+                             << ray.end.y;
+    }
+    EXPECT_GT(total, 500u);
+}
+
+// Candidates come depth first, children in order and each node's bodies in
+// their list order: the pair tests run in this order, so the simulation's
+// result depends on it.
+TEST_F(QuadTreeTest, CandidatesComeDepthFirstInListOrder)
+{
+    for (int i = 0; i < 60; ++i) {
+        const float x = -480.0f + static_cast<float>((i * 97) % 960);
+        const float y = -480.0f + static_cast<float>((i * 61) % 960);
+        ASSERT_TRUE(tree.insert(add(box(x, y, 10.0f + static_cast<float>(i % 7) * 9.0f, 12, i % 3 ? 0.0f : 1.0f))));
+    }
+    Body* probe = add(box(-20, 10, 700, 500, 5));
+    ASSERT_TRUE(tree.insert(probe));
+    std::vector<Body*> out;
+    tree.candidates(*probe, out, 0.025f);
+
+    std::vector<const QuadTree*> nodes;
+    preorder(tree, nodes);
+    std::vector<Body*> want;
+    for (const QuadTree* node : nodes)
+        if (node->overlaps(*probe))
+            for (Body* b : node->getBodies())
+                if (probe->boundsOverlap(*b))
+                    want.push_back(b);
+    EXPECT_GT(want.size(), 10u);
+    EXPECT_EQ(out, want);
+}
+
+// Containment is decided from the vertices' box; the vertex rules still
+// hold: no vertices fits anywhere, a NaN or infinite vertex fits nowhere.
+TEST_F(QuadTreeTest, ContainmentOfOddPolygons)
+{
+    Body* none = add(std::make_unique<Body>());
+    EXPECT_TRUE(tree.contains(*none));
+    ASSERT_TRUE(tree.insert(none));
+    EXPECT_EQ(none->quadTreeNode, tree.getChildren()[0]->getChildren()[0].get());
+
+    Body* nan = add(box(10, 10, 4, 4));
+    nan->worldVertices[2].y = std::nanf("");
+    EXPECT_FALSE(tree.contains(*nan));
+    EXPECT_FALSE(tree.insert(nan));
+    EXPECT_EQ(nan->quadTreeNode, nullptr);
+
+    Body* inf = add(box(10, 10, 4, 4));
+    inf->worldVertices[1].x = std::numeric_limits<float>::infinity();
+    EXPECT_FALSE(tree.insert(inf));
+
+    // Moving out of the root square and back in through update.
+    Body* mover = add(box(100, 100, 4, 4, 1));
+    ASSERT_TRUE(tree.insert(mover));
+    mover->setPosition(Vector(900, 0));
+    mover->transform();
+    EXPECT_FALSE(tree.update(mover));
+    EXPECT_EQ(mover->quadTreeNode, nullptr);
+    mover->setPosition(Vector(-300, -300));
+    mover->transform();
+    ASSERT_TRUE(tree.update(mover));
+    EXPECT_TRUE(mover->quadTreeNode->contains(*mover));
+    EXPECT_TRUE(mover->quadTreeNode->getChildren().empty());
+}
+
+// The candidate scan must see every body's box as it is now, however it
+// changed since the body was indexed: moved without a re-index, others
+// taken out before it, the node's list grown, the body listed twice.
+TEST_F(QuadTreeTest, CandidatesSeeBoxesAsTheyAreNow)
+{
+    tree.setSplitAllowed(false);
+    // All across the centre line, so all held by the root.
+    std::vector<Body*> crowd;
+    for (int i = 0; i < 40; ++i) {
+        crowd.push_back(add(box(0, -400.0f + static_cast<float>(i) * 20.0f, 8, 8, 1)));
+        ASSERT_TRUE(tree.insert(crowd.back()));
+    }
+    Body* probe = add(box(200, 0, 60, 60, 1));
+    ASSERT_TRUE(tree.insert(probe));
+    const auto moveTo = [](Body* b, float x, float y) {
+        b->setPosition(Vector(x, y));
+        b->transform();
+        b->updateBounds();
+    };
+    const auto check = [&] {
+        std::vector<Body*> out;
+        tree.candidates(*probe, out, 0.025f);
+        std::vector<Body*> want;
+        std::vector<const QuadTree*> nodes;
+        preorder(tree, nodes);
+        for (const QuadTree* node : nodes)
+            if (node->overlaps(*probe))
+                for (Body* b : node->getBodies())
+                    if (probe->boundsOverlap(*b))
+                        want.push_back(b);
+        EXPECT_EQ(out, want);
+        return out.size();
+    };
+    EXPECT_EQ(check(), 1u);
+    // Moved onto the probe without telling the tree.
+    for (size_t i : {3u, 17u, 30u})
+        moveTo(crowd[i], 200.0f + static_cast<float>(i), 5);
+    EXPECT_EQ(check(), 4u);
+    // Entries before them re-indexed (out of the list and in at its end),
+    // then the moved ones swept along.
+    for (size_t i : {0u, 1u, 2u, 10u})
+        ASSERT_TRUE(tree.update(crowd[i]));
+    for (size_t i : {3u, 17u}) {
+        crowd[i]->vel = Vector(400, 0);
+        crowd[i]->updateSweep(0.025f);
+    }
+    EXPECT_EQ(check(), 4u);
+    crowd[3]->vel = Vector();
+    moveTo(crowd[3], -450, 0);
+    EXPECT_EQ(check(), 3u);
+    // Listed twice by mistake: both entries follow the body.
+    ASSERT_TRUE(tree.insert(crowd[30]));
+    moveTo(crowd[30], -470, -470);
+    EXPECT_EQ(check(), 2u);
+    moveTo(crowd[30], 200, 0);
+    EXPECT_EQ(check(), 4u);
+    tree.remove(crowd[30]);  // the root's entry; the other one stays
+    moveTo(crowd[30], 201, 0);
+    EXPECT_EQ(check(), 3u);
+
+    // A tree that goes first leaves its bodies' boxes alone.
+    Body* survivor = add(box(10, 10, 4, 4, 1));
+    {
+        QuadTree shortLived;
+        ASSERT_TRUE(shortLived.build(Vector(0, 0), 256, 1));
+        ASSERT_TRUE(shortLived.insert(survivor));
+        shortLived.remove(survivor);
+        ASSERT_TRUE(shortLived.insert(survivor));
+    }
+    EXPECT_EQ(survivor->quadTreeNode, nullptr);
+    moveTo(survivor, 20, 20);
+    EXPECT_FLOAT_EQ(survivor->bounds->minX, 18.0f);
 }
