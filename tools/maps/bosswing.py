@@ -57,9 +57,10 @@ def boss_wing(standalone=True):
     west, east = 5200, 11760
     lv.parts.append('  <!-- The boss wing. Geometry starts at x 5200; the entry corridor floor top is at y 0. -->')
 
-    # Shell: floor, ceiling, the east wall; the west cap closes the corridor
-    # when the wing is played on its own.
-    lv.geometry(west, -64, east, FLOOR, 'rock1')
+    # Shell: a floor deep enough that the sky never shows under it, the
+    # ceiling, the east wall; the west cap closes the corridor when the wing
+    # is played on its own.
+    lv.geometry(west, -480, east, FLOOR, 'rock1')
     lv.geometry(west, CEILING, east, CEILING + 64, 'concrete1')
     if standalone:
         lv.body('default', west, FLOOR, west + 32, CEILING, 'data/images/metal1.png', idname='bosswing_westcap',
