@@ -4,6 +4,7 @@
 #include <tinyxml.h>
 
 #include <algorithm>
+#include <limits>
 #include <cmath>
 #include <csignal>
 #include <cstdio>
@@ -824,8 +825,11 @@ void Game::announceScreenSize()
 void Game::addBody(Body* body, bool assignId)
 {
     bodies.push_back(body);
-    if (assignId)
-        body->autoid = nextBodyId++;
+    if (assignId) {
+        body->autoid = nextBodyId;
+        if (nextBodyId < std::numeric_limits<int>::max())
+            ++nextBodyId;
+    }
 }
 
 void Game::addActiveBody(Body* body) { activeBodies.push_back(body); }

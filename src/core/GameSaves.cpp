@@ -6,6 +6,7 @@
 #include <tinyxml.h>
 
 #include <algorithm>
+#include <limits>
 #include <cctype>
 #include <cmath>
 #include <cstdio>
@@ -162,11 +163,13 @@ void Game::loadGame(const std::string& name)
     LevelLoader loader(*this, *getBodyFactory());
     if (!loader.loadSavedLevel(level, save->FirstChildElement("Objects"), quadTree))
         return;
-    // A hand-edited count must not hand out ids that bodies already carry.
+    // A hand-edited count must not hand out ids that bodies already carry,
+    // and must leave room to count on.
+    constexpr int maxBodyId = std::numeric_limits<int>::max() / 2;
     int highestId = 1;
     for (const Body* body : bodies)
-        highestId = std::max(highestId, body->autoid);
-    nextBodyId = std::max(savedNextId, highestId + 1);
+        highestId = std::max(highestId, std::min(body->autoid, maxBodyId));
+    nextBodyId = std::clamp(std::max(savedNextId, highestId + 1), 2, maxBodyId);
 
     enterLevel(level);
     // The controller's clocks first: startLevel then keeps them.
