@@ -3,7 +3,6 @@
 // coordinates and texts reach the layout and the drawing.
 #include <cstddef>
 #include <cstdint>
-#include <fstream>
 
 #include "menus/CutSceneFrame.h"
 #include "render/NullRenderer.h"
@@ -23,10 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size)
 {
     static const bool ready = setUp();
     (void)ready;
-    {
-        std::ofstream out("scene.xml", std::ios::binary | std::ios::trunc);
-        out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-    }
+    fuzzscratch::writeInput("scene.xml", data, size);
     static NullRenderer renderer;
     CutSceneFrame frame;
     for (const float width : {640.0f, 1920.0f}) {

@@ -3,8 +3,11 @@
 // the game's log chatter sent nowhere (the fuzzer reports on stderr).
 #include <unistd.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <string>
 
 namespace fuzzscratch {
@@ -27,5 +30,12 @@ inline void enter(char* pattern)
         std::abort();
     directory = pattern;
     std::atexit(remove);
+}
+
+// The fuzzer's bytes as the named file in the scratch directory.
+inline void writeInput(const char* name, const uint8_t* data, std::size_t size)
+{
+    std::ofstream out(name, std::ios::binary | std::ios::trunc);
+    out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
 }
 }

@@ -7,7 +7,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,6 +14,7 @@
 #include "core/Game.h"
 #include "render/NullRenderer.h"
 #include "sound/NullSound.h"
+#include "FuzzScratch.h"
 
 namespace {
 Game* game = nullptr;
@@ -72,10 +72,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     // The replay driver has no initialise step (and passes absolute paths).
     if (!game)
         setUp();
-    {
-        std::ofstream out("maps/fuzz.xml", std::ios::binary | std::ios::trunc);
-        out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-    }
+    fuzzscratch::writeInput("maps/fuzz.xml", data, size);
     game->loadLevel("fuzz", "");
     for (int i = 0; i < 4; ++i) {
         game->applyGravity(Game::stepSeconds);

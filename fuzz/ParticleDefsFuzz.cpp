@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <string>
 
 #include "particles/ParticleManager.h"
@@ -30,10 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size)
     static const bool ready = setUp();
     (void)ready;
     std::srand(1);
-    {
-        std::ofstream out("defs.xml", std::ios::binary | std::ios::trunc);
-        out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-    }
+    fuzzscratch::writeInput("defs.xml", data, size);
     static NullRenderer renderer;
     ParticleManager manager;
     manager.setRenderer(&renderer);

@@ -50,10 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (!game)
         setUp();
-    {
-        std::ofstream out("saves/fuzz.xml", std::ios::binary | std::ios::trunc);
-        out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-    }
+    fuzzscratch::writeInput("saves/fuzz.xml", data, size);
     game->loadGame("fuzz");
     for (int i = 0; i < 4; ++i) {
         manualClock.advance(25);

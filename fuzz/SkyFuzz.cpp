@@ -28,10 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size)
     static const bool ready = setUp();
     (void)ready;
     std::srand(1);
-    {
-        std::ofstream out("sky.xml", std::ios::binary | std::ios::trunc);
-        out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-    }
+    fuzzscratch::writeInput("sky.xml", data, size);
     static NullRenderer renderer;
     ParticleManager particles;
     particles.setRenderer(&renderer);

@@ -3,7 +3,6 @@
 // Build with clang and -DBQ_FUZZ=ON; new inputs go to the first directory:
 //   build-fuzz/fuzz/bq_fuzz_wave_file /tmp/new-inputs fuzz/corpus/wave_file
 #include <cstdint>
-#include <fstream>
 #include <list>
 #include <memory>
 #include <string>
@@ -26,10 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (!fuzzscratch::directory)
         fuzzscratch::enter(pattern);
-    {
-        std::ofstream out("waves.xml", std::ios::binary | std::ios::trunc);
-        out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-    }
+    fuzzscratch::writeInput("waves.xml", data, size);
     std::vector<std::unique_ptr<Counter>> owned;
     std::list<Body*> bodies;
     for (const char* id : {"a", "b", "spawner", ""}) {

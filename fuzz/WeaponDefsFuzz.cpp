@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <fstream>
 #include <string>
 
 #include "gameplay/items/Inventory.h"
@@ -28,10 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size)
     static const bool ready = setUp();
     (void)ready;
     std::srand(1);
-    {
-        std::ofstream out("weapons.xml", std::ios::binary | std::ios::trunc);
-        out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-    }
+    fuzzscratch::writeInput("weapons.xml", data, size);
     WeaponDefinitions::clear();
     WeaponDefinitions::load("weapons.xml");
     Inventory inventory;
