@@ -1,6 +1,6 @@
-# Copies data/ and maps/ into the game directory, skipping files that are
+# Copies data/, maps/ and demos/ into the game directory, skipping files that are
 # already identical, so a rebuild never touches what the player wrote there.
-foreach(dir data maps)
+foreach(dir data maps demos)
   if(EXISTS ${SRC}/${dir})
     file(GLOB_RECURSE files RELATIVE ${SRC}/${dir} ${SRC}/${dir}/*)
     foreach(f ${files})

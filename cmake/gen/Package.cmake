@@ -50,6 +50,8 @@ else()
           DESTINATION ${CMAKE_INSTALL_DATADIR}/brindlequay
           PATTERN config.txt EXCLUDE PATTERN userconfig.txt EXCLUDE PATTERN autoexec.txt EXCLUDE)
 endif()
+# The shipped demos, read after the player's own recordings.
+install(DIRECTORY ${BQ_GAME_DIR}/demos DESTINATION ${CMAKE_INSTALL_DATADIR}/brindlequay OPTIONAL)
 install(FILES ${CMAKE_SOURCE_DIR}/dist/${BQ_APP_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${CMAKE_SOURCE_DIR}/dist/${BQ_APP_ID}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(DIRECTORY ${BQ_ICON_DIR}/hicolor DESTINATION ${CMAKE_INSTALL_DATADIR}/icons)

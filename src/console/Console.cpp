@@ -188,8 +188,11 @@ void Console::submit()
     history.push_back(line);
     input.clear();
     historyCursor = static_cast<int>(history.size());
-    if (!line.empty())
-        CommandRegistry::instance().execute(line);
+    if (line.empty())
+        return;
+    if (lineListener)
+        lineListener(line);
+    CommandRegistry::instance().execute(line);
 }
 
 void Console::complete()

@@ -4,6 +4,7 @@
 // run by the command registry. It keeps a history of typed lines, completes
 // command and variable names, scrolls back, and dumps its lines to a file.
 // While it is the input target it receives the key presses.
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,6 +18,8 @@ class GameVar;
 
 class Console : public InputTarget {
 public:
+    // Told of every line the player submits, before it runs (demo recording).
+    void setLineListener(std::function<void(const std::string&)> listener) { lineListener = std::move(listener); }
     static const RGBAColour normalColour;
     static const RGBAColour warningColour;
     static const RGBAColour debugColour;
@@ -98,4 +101,5 @@ private:
     GameVar* showWarnings = nullptr;
     GameVar* showDebug = nullptr;
     GameVar* conHeight = nullptr;
+    std::function<void(const std::string&)> lineListener;
 };

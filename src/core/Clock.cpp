@@ -2,6 +2,8 @@
 
 #include <SDL.h>
 
+#include <chrono>
+
 namespace {
 const IClock* installed = nullptr;
 }
@@ -23,4 +25,10 @@ float Clock::ticksToFloat(uint32_t ticks)
     if (value < 0.0f)
         value += 4294967296.0f;
     return value;
+}
+
+double Clock::profileSeconds()
+{
+    using namespace std::chrono;
+    return duration<double>(steady_clock::now().time_since_epoch()).count();
 }

@@ -12,4 +12,7 @@ public:
     static void install(const IClock* clock);
     // Unsigned tick count as float: values with the top bit set stay positive.
     static float ticksToFloat(uint32_t ticks);
+    // Seconds on a fine monotonic clock, for measuring how long work takes
+    // (the timed demo). Never drives the game: that is what ticks() is for.
+    static double profileSeconds();
 };

@@ -18,6 +18,8 @@
 #include "console/GameVar.h"
 #include "console/VariableRegistry.h"
 #include "core/Clock.h"
+#include "core/DemoManager.h"
+#include "core/StepProfile.h"
 #include "core/GameResourceBundle.h"
 #include "gameplay/DefaultGameplay.h"
 #include "gameplay/IGameplay.h"
@@ -59,7 +61,8 @@ Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
       guiManager(std::make_unique<GUIManager>()),
       skyManager(std::make_unique<SkyManager>()),
       console(std::make_unique<Console>()),
-      particleManager(std::make_unique<ParticleManager>())
+      particleManager(std::make_unique<ParticleManager>()),
+      demos(std::make_unique<DemoManager>(*this))
 {
     guiManager->setVisible(true);
     particleManager->setRenderer(renderer.get());
@@ -67,6 +70,10 @@ Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
     inputManager.setGUI(guiManager.get());
     inputManager.setConsole(console.get());
     inputManager.setCurrentTarget("gui");
+    console->setLineListener([this](const std::string& line) {
+        if (demos)
+            demos->noteCommand(line);
+    });
     timer.running = true;
     timer.paused = false;
     bodyIterNext = activeBodies.end();
@@ -82,6 +89,8 @@ Game::~Game()
 }
 
 Game* Game::current() { return currentGame; }
+
+bool Game::terminateRequested() { return terminateSignalled != 0; }
 
 bool Game::init()
 {
@@ -169,6 +178,7 @@ bool Game::setInitialVideoMode()
 bool Game::registerCommands()
 {
     GameCommands::registerAll(*this);
+    demos->registerCommands();
     GameVar** handles[] = {&chasecam, &gravity, &frustumcull, &frustumcull2, &collideoutsidefrustum,
                            &drawgrid, &drawboundingspheres, &drawboundingboxes, &drawsky, &drawbloom,
                            &drawparticles, &bodyinfo, &partcileinfo, &drawspeed, &debuginfo, &movierecord};
@@ -288,7 +298,12 @@ void Game::startGameplay()
     // Level files name the game's body types through the controller's factory.
     getBodyFactory()->setFallbackFactory(gameplay->getBodyFactory());
 
-    persistentPlayer.reset(gameplay->createBody("player"));
+    createPlayer();
+}
+
+void Game::createPlayer()
+{
+    persistentPlayer.reset(gameplay ? gameplay->createBody("player") : nullptr);
     player = persistentPlayer.get();
     if (player) {
         player->autoid = 1;
@@ -296,6 +311,17 @@ void Game::startGameplay()
         player->setMass(100.0f);
         player->updateBounds();
     }
+}
+
+void Game::resetPlayer()
+{
+    // The level's bodies may point at the old player: they go first.
+    if (levelLoaded || !bodies.empty())
+        unloadLevel();
+    bodies.remove(persistentPlayer.get());
+    activeBodies.remove(persistentPlayer.get());
+    bodyIterNext = activeBodies.end();
+    createPlayer();
 }
 
 void Game::installGameInput(std::unique_ptr<GameInput> input)
@@ -420,15 +446,8 @@ void Game::runFrame()
     tickTimer();
     renderer->beginFrame();
     if (levelLoaded && worldRunning) {
-        if (levelPending) {
-            loadLevel(pendingLevel, pendingLevelEntry);
+        if (runPendingRequests())
             return;
-        }
-        if (loadPending) {
-            loadGame(pendingSaveName);
-            loadPending = false;
-            return;
-        }
         updateWorld();
         drawWorld();
     }
@@ -439,6 +458,20 @@ void Game::runFrame()
             clearOverlay();
     }
     drawGameplayOverlay();
+}
+
+bool Game::runPendingRequests()
+{
+    if (levelPending) {
+        loadLevel(pendingLevel, pendingLevelEntry);
+        return true;
+    }
+    if (loadPending) {
+        loadPending = false;
+        loadGame(pendingSaveName);
+        return true;
+    }
+    return false;
 }
 
 void Game::drawGameplayOverlay()
@@ -487,9 +520,8 @@ void Game::drawPausedImage()
     renderer->end2D();
 }
 
-void Game::interpolateBodies()
+void Game::interpolateBodies(float alpha)
 {
-    const float alpha = simulationAccumulator / stepSeconds;
     for (Body* body : activeBodies) {
         if (body->mass < Body::minMass && !body->nonmassmover)
             continue;
@@ -502,34 +534,76 @@ void Game::updateWorld()
 {
     const float dt = std::min(timer.frameTime(), maxFrameSeconds);
     simulationAccumulator += dt;
-    particleAccumulator += dt;
     refreshVisibleBodies();
 
-    if (gameInput)
-        gameInput->update(player);
-    while (simulationAccumulator >= stepSeconds) {
-        if (gameInput)
-            gameInput->step(player, stepSeconds);
-        if (gameplay) {
-            gameplay->preStep();
-            gameplay->update(stepSeconds);
-        }
-        applyGravity(stepSeconds);
-        freezeVelocities();
-        collideBodies(stepSeconds);
-        moveBodies(stepSeconds);
-        if (gameplay)
-            gameplay->postStep();
-        ++stepCount;
+    // A step that asked for another level is the last on this one: however
+    // long the frame, the same steps run before the change, so a replay
+    // sees them too.
+    while (simulationAccumulator >= stepSeconds && !levelPending && !loadPending) {
+        stepWorld();
         simulationAccumulator -= stepSeconds;
     }
     if (player)
         sound->update(player->pos);
+    stepParticles(dt);
+    interpolateBodies(simulationAccumulator / stepSeconds);
+}
+
+void Game::stepWorld(StepProfile* profile)
+{
+    auto lap = [profile](int section) {
+        if (profile)
+            profile->lap(static_cast<StepProfile::Section>(section));
+    };
+    demos->beforeStep();
+    // Firing and weapon changes are read once a step, not once a frame, so
+    // the frame rate cannot change what a held button does.
+    if (gameInput) {
+        gameInput->update(player);
+        gameInput->step(player, stepSeconds);
+    }
+    lap(StepProfile::controls);
+    if (gameplay) {
+        gameplay->preStep();
+        gameplay->update(stepSeconds);
+    }
+    lap(StepProfile::thinks);
+    applyGravity(stepSeconds);
+    freezeVelocities();
+    collideBodies(stepSeconds);
+    lap(StepProfile::collision);
+    moveBodies(stepSeconds);
+    lap(StepProfile::move);
+    if (gameplay)
+        gameplay->postStep();
+    ++stepCount;
+    demos->afterStep();
+    lap(StepProfile::thinks);
+}
+
+void Game::stepParticles(float seconds)
+{
+    particleAccumulator += seconds;
     while (particleAccumulator >= particleStepSeconds) {
         particleManager->update(particleStepSeconds);
         particleAccumulator -= particleStepSeconds;
     }
-    interpolateBodies();
+}
+
+void Game::drawStepFrame()
+{
+    // The frame lasts exactly one step, for the camera and the effects.
+    timer.previousTime = timer.currentTime;
+    timer.currentTime += stepSeconds * 1000.0f;
+    interpolateBodies(1.0f);
+    renderer->beginFrame();
+    refreshVisibleBodies();
+    drawWorld();
+    drawGameplayOverlay();
+    renderer->begin2D();
+    console->draw();
+    renderer->end2D();
+    endFrame();
 }
 
 bool Game::isNearPlayer(const Body& body) const
@@ -703,15 +777,11 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
         return;
     }
     // A level that does not even parse leaves the running one alone.
-    const std::string path = LevelLoader::levelPath(name);
-    {
-        TiXmlDocument check;
-        if (!ResourceManager::instance().loadDocument(check, LevelLoader::resourcePath(path)) ||
-            !check.RootElement()) {
-            std::printf("Could not load level file: %s\n", path.c_str());
-            conPrint("Failed to load level: " + path);
-            return;
-        }
+    if (!canLoadLevel(name)) {
+        const std::string path = LevelLoader::levelPath(name);
+        std::printf("Could not load level file: %s\n", path.c_str());
+        conPrint("Failed to load level: " + path);
+        return;
     }
 
     quadTree.setSplitAllowed(true);
@@ -741,6 +811,13 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     // Leaves do not split while the game runs.
     quadTree.setSplitAllowed(false);
     tickTimer();
+}
+
+bool Game::canLoadLevel(const std::string& name) const
+{
+    TiXmlDocument check;
+    return ResourceManager::instance().loadDocument(check, LevelLoader::resourcePath(LevelLoader::levelPath(name))) &&
+           check.RootElement();
 }
 
 void Game::enterLevel(const std::string& name)
@@ -902,7 +979,8 @@ void Game::updateAim()
     // The game cursor is virtual (moved by relative motion); aim where it
     // points in the world as the camera now sees it.
     auto* p = dynamic_cast<Player*>(player);
-    if (!p || !gameInput)
+    // A demo being played holds the aim it recorded.
+    if (!p || !gameInput || demos->isPlaying())
         return;
     Vector stick;
     if (gameInput->getAimStick(stick)) {
@@ -982,6 +1060,8 @@ void Game::unpause()
 
 void Game::shutdown()
 {
+    // A recording still running is written, not lost.
+    demos->stop();
     releaseGameplay();
     writeConfig("data/config.txt", true);
     clearLevel();

@@ -20,6 +20,7 @@
 class Body;
 class BodyFactory;
 class Console;
+class DemoManager;
 class GameInput;
 class GameVar;
 class GUIManager;
@@ -30,6 +31,7 @@ class SkyManager;
 class SimpleFadeOverlay;
 class TiXmlDocument;
 class ParticleManager;
+class StepProfile;
 
 class Game {
 public:
@@ -59,6 +61,16 @@ public:
     virtual void runFrame();
     virtual void endFrame();
     virtual void updateWorld();
+    // One fixed world step: the demo's hooks, the controls, the thinks,
+    // gravity and collisions, the move. The timed demo passes a profile to
+    // charge each part's time to.
+    void stepWorld(StepProfile* profile = nullptr);
+    // The particle steps that `seconds` of play are owed.
+    void stepParticles(float seconds);
+    // One drawn frame of the timed demo: the world as it stands after a step.
+    void drawStepFrame();
+    // Carries out a pending level change or save-game load; true when one ran.
+    bool runPendingRequests();
     virtual void moveBodies(float step);
     virtual void applyGravity(float step);
     virtual void collideBodies(float step);
@@ -73,6 +85,7 @@ public:
         gravityOverride = g;
         hasGravityOverride = true;
     }
+    void clearGravityOverride() { hasGravityOverride = false; }
     // Bodies far from the player (and not always active) are left alone.
     bool isNearPlayer(const Body& body) const;
     QuadTree& getQuadTree() { return quadTree; }
@@ -80,6 +93,8 @@ public:
     virtual void drawScene(bool bloomPass);
     virtual void loadLevel(const std::string& name, const std::string& entry);
     virtual void requestLevel(const std::string& name, const std::string& entry);
+    // Whether the level file exists and parses (loadLevel's own first check).
+    bool canLoadLevel(const std::string& name) const;
     virtual void unloadLevel();
     // Stores the size in the video variables, then changeVideoMode.
     virtual void restartVideo(int width, int height, bool fullscreen);
@@ -164,7 +179,18 @@ public:
     virtual void writeConfig(const std::string& fileName, bool automatic);
     // Player collisions and gravity off, or back on.
     virtual void toggleNoclip();
+    void setNoclip(bool on)
+    {
+        if (on != noclip)
+            toggleNoclip();
+    }
     bool isNoclip() const { return noclip; }
+    // A new player in place of the old one, as at start-up; the level it
+    // stood in is unloaded first.
+    void resetPlayer();
+    DemoManager* getDemos() const { return demos.get(); }
+    // SIGTERM or SIGINT arrived; long loops outside the frame check it.
+    static bool terminateRequested();
     // The renderer's texture cache listing.
     void dumpTextures(std::ostream& out) const;
     // Grabs the screen at the next buffer swap.
@@ -231,6 +257,7 @@ protected:
     // Declared after the player: it goes first and tells the bodies that
     // follow its systems to let go.
     std::unique_ptr<ParticleManager> particleManager;
+    std::unique_ptr<DemoManager> demos;
 
     std::list<Body*> bodies;
     std::list<Body*> activeBodies;
@@ -284,7 +311,9 @@ protected:
     void captureThumbnail();
     void refreshVisibleBodies();
     void drawPausedImage();
-    void interpolateBodies();
+    void interpolateBodies(float alpha);
+    // The player body of the gameplay controller, id 1, 16 x 16, mass 100.
+    void createPlayer();
     bool noclip = false;
     bool keyRepeatOn = true;
     // True from the start of init until its start-up scripts and set-up are done.

@@ -12,6 +12,7 @@
 #include "core/GameLogoScene.h"
 #include "gui/GUIManager.h"
 #include "menus/MainInterface.h"
+#include "particles/ParticleRandom.h"
 #include "render/IRenderer.h"
 #include "resources/GameDirectories.h"
 #include "resources/ResourceManager.h"
@@ -32,7 +33,9 @@ int gameMain(int argc, char** argv)
     // Line buffering keeps the log readable when the process is killed.
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
     std::printf("%s\n", directories.describe().c_str());
-    std::srand(static_cast<unsigned>(std::time(nullptr)));
+    const auto seed = static_cast<unsigned>(std::time(nullptr));
+    std::srand(seed);
+    ParticleRandom::seed(seed);
 
     Game game;
     game.setCommandLine(argc, argv);

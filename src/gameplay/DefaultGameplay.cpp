@@ -128,9 +128,9 @@ BodyFactory* DefaultGameplay::getBodyFactory() { return bodyFactory.get(); }
 void DefaultGameplay::update(float stepTime)
 {
     GameplaySingleton& s = GameplaySingleton::get();
-    s.levelTimer.tick();
+    advanceClock(s.levelTimer, stepTime * 1000.0f);
     if (raceActive)
-        raceTimer.tick();
+        advanceClock(raceTimer, stepTime * 1000.0f);
 
     const float t = s.levelTime();
     hud.setPlayer(s.resources.player);
@@ -283,8 +283,13 @@ void DefaultGameplay::load(TiXmlElement* element)
 {
     if (!element)
         return;
-    if (const char* text = element->Attribute("timer"))
-        clockFromText(GameplaySingleton::get().levelTimer, text);
+    if (const char* text = element->Attribute("timer")) {
+        BasicTimer& level = GameplaySingleton::get().levelTimer;
+        clockFromText(level, text);
+        // A save made from the pause menu holds a paused clock; the restored
+        // level runs.
+        level.paused = false;
+    }
     const char* active = element->Attribute("raceactive");
     raceActive = active && std::string(active) == "true";
     if (const char* text = element->Attribute("racetimer"))
@@ -292,7 +297,7 @@ void DefaultGameplay::load(TiXmlElement* element)
     loadedFromSave = true;
 }
 
-void DefaultGameplay::tickClock() { GameplaySingleton::get().levelTimer.tick(); }
+void DefaultGameplay::tickClock() { advanceClock(GameplaySingleton::get().levelTimer, Game::stepSeconds * 1000.0f); }
 
 void DefaultGameplay::pause()
 {
@@ -341,16 +346,11 @@ bool DefaultGameplay::clockFromText(BasicTimer& clock, const std::string& text)
     const std::vector<std::string> fields = splitTokens(text, ",");
     if (fields.size() < 5)
         return false;
-    const float start = parseFloat(fields[0]);
-    const float current = parseFloat(fields[1]);
-    const float previous = parseFloat(fields[2]);
-    const float now = BasicTimer::now();
-    clock.currentTime = now;
-    clock.startTime = now - (current - start);
-    clock.previousTime = now - (current - previous);
+    clock.startTime = parseFloat(fields[0]);
+    clock.currentTime = parseFloat(fields[1]);
+    clock.previousTime = parseFloat(fields[2]);
     clock.ticksPerSecond = parseFloat(fields[3]);
     clock.paused = fields[4] == "true";
-    // A clock saved while paused resumes from the moment it was loaded.
     clock.pauseTime = clock.currentTime;
     return true;
 }
@@ -360,17 +360,18 @@ void DefaultGameplay::restartClock(BasicTimer& clock)
     clock.ticksPerSecond = 1000.0f;
     clock.running = true;
     clock.paused = false;
-    clock.startTime = clock.currentTime = clock.previousTime = BasicTimer::now();
+    clock.startTime = clock.currentTime = clock.previousTime = 0.0f;
 }
 
-void DefaultGameplay::resumeClock(BasicTimer& clock)
+void DefaultGameplay::advanceClock(BasicTimer& clock, float ms)
 {
-    const float now = BasicTimer::now();
-    clock.startTime = now - (clock.pauseTime - clock.startTime);
-    clock.previousTime = now - (clock.pauseTime - clock.previousTime);
-    clock.currentTime = now;
-    clock.paused = false;
+    if (clock.paused)
+        return;
+    clock.previousTime = clock.currentTime;
+    clock.currentTime += ms;
 }
+
+void DefaultGameplay::resumeClock(BasicTimer& clock) { clock.paused = false; }
 
 // ---- race -------------------------------------------------------------------
 

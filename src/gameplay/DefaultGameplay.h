@@ -70,12 +70,17 @@ public:
 
     // Clock text form: "start,current,previous,ticksPerSecond,paused".
     static std::string clockToText(const BasicTimer& clock);
-    // Reads the text form and re-bases the clock on now, keeping its elapsed
-    // times. False, clock untouched, when the text is not a clock.
+    // Reads the text form back, elapsed times and all. False, clock
+    // untouched, when the text is not a clock.
     static bool clockFromText(BasicTimer& clock, const std::string& text);
-    // Starts the clock from now: 1000 ticks per second, running, not paused.
+    // The level and race clocks count simulated milliseconds, a whole step
+    // at a time, never the wall clock: a step's thinks must see the same
+    // times whatever the frame rate, or a replayed game would drift.
+    // Starts the clock at zero: 1000 ticks per second, running, not paused.
     static void restartClock(BasicTimer& clock);
-    // Moves the clock to now, keeping the elapsed times it had at pauseTime.
+    // One step of `ms` milliseconds, unless the clock is paused.
+    static void advanceClock(BasicTimer& clock, float ms);
+    // Lets a paused clock count again from where it stopped.
     static void resumeClock(BasicTimer& clock);
 
 private:

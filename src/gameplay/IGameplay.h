@@ -54,7 +54,7 @@ public:
     virtual void load(TiXmlElement* element) = 0;
     // Reserved for the save-game reader; does nothing here.
     virtual void levelRestored() = 0;
-    // Moves the level clock to now.
+    // Moves the level clock on by one world step.
     virtual void tickClock() = 0;
     // Menus and the console stop the clocks; resume removes the paused span.
     virtual void pause() = 0;

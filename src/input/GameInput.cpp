@@ -9,6 +9,7 @@
 #include "console/ConsolePrint.h"
 #include "console/GameVar.h"
 #include "console/VariableRegistry.h"
+#include "core/DemoManager.h"
 #include "core/Game.h"
 #include "input/InputManager.h"
 #include "render/IRenderer.h"
@@ -52,6 +53,22 @@ void GameInput::init()
     });
 }
 
+bool GameInput::demoPlaying()
+{
+    const Game* g = Game::current();
+    return g && g->getDemos() && g->getDemos()->isPlaying();
+}
+
+void GameInput::deactivate()
+{
+    heldKeys.clear();
+    if (demoPlaying())
+        return;
+    if (Game* g = Game::current(); g && g->getDemos())
+        g->getDemos()->noteRelease();
+    releaseAll();
+}
+
 void GameInput::step(Body*, float) {}
 void GameInput::update(Body*) {}
 void GameInput::releaseAll() {}
@@ -79,6 +96,8 @@ void GameInput::mouseUp(float, float, int button) { keyUp(-1, -1, mouseName(butt
 
 void GameInput::keyDown(int, int, const std::string& keyName)
 {
+    if (demoPlaying())
+        return;
     const std::string key = lowerCase(keyName);
     if (!heldKeys.insert(key).second)
         return;
@@ -92,6 +111,8 @@ void GameInput::keyUp(int, int, const std::string& keyName)
 {
     const std::string key = lowerCase(keyName);
     heldKeys.erase(key);
+    if (demoPlaying())
+        return;
     auto it = bindings.find(key);
     if (it == bindings.end())
         return;
@@ -119,6 +140,8 @@ std::vector<std::string> GameInput::releaseCommands(const std::string& text)
 
 void GameInput::runText(const std::string& text)
 {
+    if (Game* g = Game::current(); g && g->getDemos())
+        g->getDemos()->noteCommand(text);
     CommandRegistry& registry = CommandRegistry::instance();
     registry.pendingText += text;
     registry.executePending();

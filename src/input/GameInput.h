@@ -28,11 +28,7 @@ public:
     void keyUp(int symbol, int character, const std::string& keyName) override;
     // Losing the input (console or menu opened) lets go of every held
     // control, so no key stays "down" behind the console.
-    void deactivate() override
-    {
-        heldKeys.clear();
-        releaseAll();
-    }
+    void deactivate() override;
 
     // Registers bind, unbind and listbinds, names the mouse buttons and looks
     // up `sensitivity`. Called once by the Game at start-up; overrides that
@@ -78,8 +74,11 @@ public:
     void listBindings() const;
 
 protected:
-    // Hands text to the command registry and runs it.
+    // Hands text to the command registry and runs it (a demo being
+    // recorded notes it first).
     static void runText(const std::string& text);
+    // A demo is being played: it, not the keys, steers the game.
+    static bool demoPlaying();
 
     std::map<std::string, std::string> bindings;
     // Keys and buttons down now: the window system repeats a held key's

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "particles/ParticleRandom.h"
 #include "render/IRenderer.h"
 
 LightningParticleSystem::LightningParticleSystem()
@@ -42,8 +43,8 @@ void LightningParticleSystem::emitAlong(const Vector& from, const Vector& to)
     for (int i = 1; i <= count; ++i) {
         Vector next = to;
         if (i < count) {
-            next.set(from.x + ux * static_cast<float>(i) + static_cast<float>(std::rand() % 3 - 1),
-                     from.y + uy * static_cast<float>(i) + static_cast<float>(std::rand() % 3 - 1), from.z);
+            next.set(from.x + ux * static_cast<float>(i) + static_cast<float>(ParticleRandom::next() % 3 - 1),
+                     from.y + uy * static_cast<float>(i) + static_cast<float>(ParticleRandom::next() % 3 - 1), from.z);
         }
         createParticle(joint, next);
         joint = next;
@@ -52,7 +53,7 @@ void LightningParticleSystem::emitAlong(const Vector& from, const Vector& to)
 
 void LightningParticleSystem::particleCreated(Particle& particle)
 {
-    particle.variant = std::rand() % 3 + 1;
+    particle.variant = ParticleRandom::next() % 3 + 1;
     particle.immortal = false;
 }
 

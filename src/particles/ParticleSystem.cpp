@@ -7,14 +7,15 @@
 
 #include "particles/ParticleSystemObserver.h"
 #include "particles/ParticleSystemParams.h"
+#include "particles/ParticleRandom.h"
 #include "render/IRenderer.h"
 #include "resources/ResourceManager.h"
 
 namespace {
-// Uniform in [lo, hi] from the seeded C generator, so tests can replay it.
+// Uniform in [lo, hi] from the effects' own seeded generator, so tests can replay it.
 float randomBetween(float lo, float hi)
 {
-    return lo + (hi - lo) * (static_cast<float>(std::rand()) / static_cast<float>(RAND_MAX));
+    return lo + (hi - lo) * static_cast<float>(ParticleRandom::unit());
 }
 
 // A step that lands on the emission interval, give or take float rounding,
@@ -119,7 +120,7 @@ bool ParticleSystem::step(float dt, bool culled)
             n = 1;
         // A system whose first step is shorter than the interval still
         // shows something at once, with the chance the step deserves.
-        if (n < 1 && std::rand() / static_cast<double>(RAND_MAX) < wanted - n && now - firstStep < emitInterval)
+        if (n < 1 && ParticleRandom::unit() < wanted - n && now - firstStep < emitInterval)
             n = 1;
         n = std::min(n, room);
         if (n > 0)
@@ -283,7 +284,7 @@ void ParticleSystem::generate(const Vector& from, const Vector&, Vector& outPosi
                     from.y + randomBetween(d.posVarLow.y, d.posVarHigh.y),
                     from.z + randomBetween(d.posVarLow.z, d.posVarHigh.z));
     if (d.generationShape == "sphere") {
-        const double degrees = std::rand() / (static_cast<double>(RAND_MAX) + 1.0) * 360.0 + 90.0;
+        const double degrees = ParticleRandom::next() / (static_cast<double>(ParticleRandom::max) + 1.0) * 360.0 + 90.0;
         const double a = degrees * 3.14159265358979323846 / 180.0;
         outVelocity.set(static_cast<float>(-std::cos(a)) * d.vel.x + randomBetween(d.velVarLow.x, d.velVarHigh.x),
                         static_cast<float>(-std::sin(a)) * d.vel.y + randomBetween(d.velVarLow.y, d.velVarHigh.y),

@@ -8,6 +8,7 @@
 #include "core/Clock.h"
 #include "core/Game.h"
 #include "core/ManualClock.h"
+#include "particles/ParticleRandom.h"
 #include "particles/LightningParticleSystem.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleSystem.h"
@@ -40,7 +41,7 @@ class ParticleManagerTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        std::srand(3);
+        ParticleRandom::seed(3);
         manager.setRenderer(&renderer);
         manager.init();
     }

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "particles/ParticleRandom.h"
 #include "particles/LightningParticleSystem.h"
 #include "particles/Particle.h"
 #include "particles/ParticleSystem.h"
@@ -27,7 +28,7 @@ void configure(ParticleSystem& s, const ParticleSystemParams& p)
 
 class ParticleSystemTest : public ::testing::Test {
 protected:
-    void SetUp() override { std::srand(7); }
+    void SetUp() override { ParticleRandom::seed(7); }
 };
 
 TEST_F(ParticleSystemTest, IntervalRuleEmitsAtFlowRateWhenStepsAreShorterThanTheInterval)

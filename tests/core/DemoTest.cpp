@@ -1,0 +1,341 @@
+// Demos: the file format, recording and replaying through a headless game
+// at other frame rates, divergence reports, bad files, and the shipped demos
+// replaying bit for bit.
+#include "TestPaths.h"
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include "core/Demo.h"
+#include "core/DemoManager.h"
+#include "gameplay/GameplayFixture.h"
+#include "gameplay/weapons/WeaponDefinitions.h"
+#include "input/GameInput.h"
+#include "particles/ParticleManager.h"
+
+namespace {
+
+std::string text(const Demo& demo)
+{
+    std::ostringstream out;
+    demo.write(out);
+    return out.str();
+}
+
+std::string readError(const std::string& content)
+{
+    std::istringstream in(content);
+    Demo demo;
+    std::string error;
+    return demo.read(in, error) ? "" : error;
+}
+
+TEST(DemoFileTest, WritesAndReadsEveryRecordBitForBit)
+{
+    Demo demo;
+    demo.level = "enemies";
+    demo.entry = "room2";
+    demo.seed = 4000000000u;
+    demo.vars = {{"gravity", "-80"}, {"movemode", "2"}};
+    demo.hashInterval = 40;
+    demo.steps = 81;
+    demo.events = {{0, Demo::EventKind::command, "+moveright"},
+                   {0, Demo::EventKind::command, "+attack; +moveup"},
+                   {40, Demo::EventKind::releaseAll, ""},
+                   {80, Demo::EventKind::command, "-moveright"}};
+    // Awkward floats: a float's every bit must come back.
+    demo.aims = {{0, 0.1f, -1.0e-30f}, {40, 123456.789f, 3.0e38f}, {41, -0.0f, 1.17549435e-38f}};
+    demo.checkpoints = {{40, 0xfedcba9876543210ull, {{1, 0xdeadbeefu}, {57, 0u}}}, {81, 1u, {}}};
+
+    std::istringstream in(text(demo));
+    Demo back;
+    std::string error;
+    ASSERT_TRUE(back.read(in, error)) << error;
+    EXPECT_EQ(text(back), text(demo));
+    EXPECT_EQ(back.entry, "room2");
+    EXPECT_EQ(back.seed, 4000000000u);
+    ASSERT_EQ(back.events.size(), 4u);
+    EXPECT_EQ(back.events[1].text, "+attack; +moveup");
+    EXPECT_EQ(back.events[2].kind, Demo::EventKind::releaseAll);
+    ASSERT_EQ(back.aims.size(), 3u);
+    for (size_t i = 0; i < back.aims.size(); ++i) {
+        EXPECT_EQ(std::memcmp(&back.aims[i].x, &demo.aims[i].x, sizeof(float)), 0) << i;
+        EXPECT_EQ(std::memcmp(&back.aims[i].y, &demo.aims[i].y, sizeof(float)), 0) << i;
+    }
+    ASSERT_EQ(back.checkpoints.size(), 2u);
+    EXPECT_EQ(back.checkpoints[0].hash, 0xfedcba9876543210ull);
+    EXPECT_EQ(back.checkpoints[0].bodies[1].id, 57);
+
+    // Windows line ends and blank lines are tolerated.
+    std::string crlf;
+    for (char c : text(demo))
+        crlf += c == '\n' ? std::string("\r\n\r\n") : std::string(1, c);
+    std::istringstream in2(crlf);
+    ASSERT_TRUE(back.read(in2, error)) << error;
+    EXPECT_EQ(text(back), text(demo));
+}
+
+TEST(DemoFileTest, BadFilesSayWhatIsWrongAndWhere)
+{
+    const std::string head = "brindlequay demo 1\nlevel test\nentry\nseed 1\nhashinterval 40\nsteps 100\n";
+    const struct {
+        std::string content;
+        std::string expected;
+    } cases[] = {
+        {"", "empty file"},
+        {"<level><Objects/></level>\n", "line 1: not a demo file"},
+        {"brindlequay demo 2\nlevel test\nsteps 1\nend\n", "line 1: format version 2 is not 1"},
+        {"brindlequay demo\n", "line 1: no format version"},
+        {head + "c 5 +moveright\n", "ends before its \"end\" line (truncated?)"},
+        {head + "c 5 +movel", "truncated"},
+        {"brindlequay demo 1\nlevel test\nsteps 99999999999\nend\n", "line 3: step count must be 0 to"},
+        {"brindlequay demo 1\nlevel test\nsteps -4\nend\n", "line 3: step count"},
+        {"brindlequay demo 1\nlevel test\nc 0 +attack\nsteps 5\nend\n", "line 3: a step record before"},
+        {head + "c 100 +attack\nend\n", "line 7: a command after the last step"},
+        {head + "c 101 +attack\nend\n", "line 7: step number missing or past"},
+        {head + "c 9 +attack\nc 8 -attack\nend\n", "line 8: commands out of step order"},
+        {head + "c 9\nend\n", "line 7: empty or overlong command"},
+        {head + "c 9 " + std::string(2000, 'x') + "\nend\n", "line 7: empty or overlong command"},
+        {head + "a 3 nan 1\nend\n", "line 7: bad aim point"},
+        {head + "a 3 1e39 1\nend\n", "line 7: bad aim point"},
+        {head + "a 3 1 2\na 3 1 2\nend\n", "line 8: aim out of step order"},
+        {head + "h 0 00\nend\n", "line 7: world hash out of step order"},
+        {head + "h 40 xyz\nend\n", "line 7: bad world hash"},
+        {head + "h 40 0a 1:zz\nend\n", "line 7: bad body digest \"1:zz\""},
+        {head + "h 40 0a 99999999999:01\nend\n", "bad body digest"},
+        {head + "steps 5\nend\n", "line 7: a second \"steps\" line"},
+        {head + "jump 5\nend\n", "line 7: unknown record \"jump\""},
+        {"brindlequay demo 1\nlevel ../../etc/passwd x\nsteps 1\nend\n", "line 2: bad level name"},
+        {"brindlequay demo 1\nsteps 1\nend\n", "no level named"},
+        {"brindlequay demo 1\nlevel test\nend\n", "no step count"},
+        {"brindlequay demo 1\nlevel test\nhashinterval 0\nsteps 1\nend\n", "line 3: hash interval must be"},
+    };
+    for (const auto& c : cases) {
+        const std::string error = readError(c.content);
+        EXPECT_NE(error.find(c.expected), std::string::npos) << "input: " << c.content.substr(0, 80)
+                                                             << "\nerror: " << error;
+    }
+    EXPECT_EQ(readError(head + "end\n"), "");
+    EXPECT_TRUE(Demo::isDemoName("test-1_b.2"));
+    for (const char* bad : {"", ".hidden", "../x", "a/b", "a b"})
+        EXPECT_FALSE(Demo::isDemoName(bad)) << bad;
+}
+
+// A headless game on the enemy arena: grunts that roll dice and shoot back.
+class DemoPlayTest : public GameplayFixture {
+protected:
+    void SetUp() override
+    {
+        GameplayFixture::SetUp();
+        WeaponDefinitions::clear();
+        std::filesystem::create_directories("maps");
+        std::filesystem::copy_file(std::filesystem::path(BQ_SOURCE_TREE) / "maps" / "enemies.xml",
+                                   "maps/enemies.xml", std::filesystem::copy_options::overwrite_existing);
+        game->clearGravityOverride();
+        createVar("gravity", "-80", "");
+        createVar("demotrace", "0", "");
+        demos = game->getDemos();
+        demos->registerCommands();
+        input->setBinding("d", "+moveright");
+        input->setBinding("a", "+moveleft");
+        input->setBinding("w", "+moveup");
+        input->setBinding("mouse1", "+attack");
+        input->setBinding("e", "nextweap");
+    }
+    void TearDown() override
+    {
+        WeaponDefinitions::clear();
+        GameplayFixture::TearDown();
+    }
+
+    void press(const std::string& key) { input->keyDown(0, 0, key); }
+    void release(const std::string& key) { input->keyUp(0, 0, key); }
+
+    // About twelve seconds of a player running, jumping, turning and firing
+    // into the first room, at an uneven frame rate; returns the steps run.
+    uint64_t recordPlay()
+    {
+        EXPECT_TRUE(demos->record("arena", "enemies", "room1"));
+        // A demo starts with a new player.
+        player = dynamic_cast<Player*>(game->getPlayer());
+        const uint64_t first = game->getStepCount();
+        const uint32_t frameMs[] = {16, 33, 7, 16, 16, 51, 12};
+        for (int i = 0; i < 700; ++i) {
+            if (i == 5 || i == 300)
+                press("d");
+            if (i == 120 || i == 420)
+                release("d");
+            if (i % 90 == 30)
+                press("w");
+            if (i % 90 == 40)
+                release("w");
+            if (i == 150)
+                press("a");
+            if (i == 200)
+                release("a");
+            if (i == 60 || i == 350)
+                press("mouse1");
+            if (i == 250 || i == 600)
+                release("mouse1");
+            if (i == 400) {
+                press("e");
+                release("e");
+            }
+            player->mouseWorldPos = player->pos + Vector(200.0f, static_cast<float>(i % 50) - 25.0f);
+            frame(frameMs[i % 7]);
+        }
+        demos->stop();
+        EXPECT_EQ(demos->outcome(), DemoManager::Outcome::recorded) << demos->message();
+        return game->getStepCount() - first;
+    }
+
+    void playInFrames(uint32_t ms)
+    {
+        ASSERT_TRUE(demos->play("arena")) << demos->message();
+        for (int i = 0; i < 100000 && demos->isPlaying(); ++i)
+            frame(ms);
+    }
+
+    DemoManager* demos = nullptr;
+};
+
+TEST_F(DemoPlayTest, RecordedPlayReplaysIdenticallyAtAnyFrameRateAndFlatOut)
+{
+    const uint64_t steps = recordPlay();
+    EXPECT_GT(steps, 300u);
+    Demo demo;
+    std::string error;
+    ASSERT_TRUE(demo.load("demos/arena.dem", error)) << error;
+    EXPECT_EQ(demo.steps, steps);
+    EXPECT_EQ(demo.level, "enemies");
+    EXPECT_GE(demo.checkpoints.size(), steps / 40);
+    EXPECT_GE(demo.events.size(), 10u);
+
+    playInFrames(40);
+    EXPECT_EQ(demos->outcome(), DemoManager::Outcome::matched) << demos->message();
+    playInFrames(250);
+    EXPECT_EQ(demos->outcome(), DemoManager::Outcome::matched) << demos->message();
+    // Keys pressed during a playback do not steer it.
+    ASSERT_TRUE(demos->play("arena"));
+    press("a");
+    press("mouse1");
+    for (int i = 0; i < 100000 && demos->isPlaying(); ++i)
+        frame(9);
+    EXPECT_EQ(demos->outcome(), DemoManager::Outcome::matched) << demos->message();
+    release("a");
+    release("mouse1");
+
+    EXPECT_TRUE(demos->runTimed("arena", false, false));
+    EXPECT_EQ(demos->outcome(), DemoManager::Outcome::matched) << demos->message();
+    EXPECT_NE(demos->message().find("world hashes matched"), std::string::npos) << demos->message();
+}
+
+TEST_F(DemoPlayTest, ADemoThatGoesItsOwnWayNamesTheStepAndTheBodies)
+{
+    recordPlay();
+    // Without its first move the player is elsewhere from the start.
+    std::string content;
+    {
+        std::ifstream in("demos/arena.dem");
+        std::stringstream all;
+        all << in.rdbuf();
+        content = all.str();
+    }
+    const size_t at = content.find(" +moveright\n");
+    ASSERT_NE(at, std::string::npos);
+    const size_t start = content.rfind('\n', at) + 1;
+    content.erase(start, at + 12 - start);
+    std::ofstream("demos/broken.dem") << content;
+
+    EXPECT_FALSE(demos->runTimed("broken", false, false));
+    EXPECT_EQ(demos->outcome(), DemoManager::Outcome::diverged);
+    EXPECT_NE(demos->message().find("diverged between steps 0 and 40"), std::string::npos) << demos->message();
+    EXPECT_NE(demos->message().find("1 (player"), std::string::npos) << demos->message();
+    // The game carries on under the player's control.
+    EXPECT_TRUE(game->isLevelLoaded());
+    EXPECT_FALSE(demos->isPlaying());
+
+    // Rehashing accepts the new course; from then on it replays.
+    EXPECT_TRUE(demos->runTimed("broken", false, true));
+    EXPECT_EQ(demos->outcome(), DemoManager::Outcome::rehashed) << demos->message();
+    EXPECT_TRUE(demos->runTimed("broken", false, false)) << demos->message();
+}
+
+TEST_F(DemoPlayTest, BadDemosStopWithAMessageAndLeaveTheGameRunning)
+{
+    loadLevel();
+    std::filesystem::create_directories("demos");
+    std::ofstream("demos/wronglevel.dem") << "brindlequay demo 1\nlevel nosuchlevel\nsteps 10\nend\n";
+    std::ofstream("demos/cut.dem") << "brindlequay demo 1\nlevel gameplaytest\nsteps 10\nc 2 +moveright\n";
+    const struct {
+        std::string name;
+        std::string expected;
+    } cases[] = {
+        {"wronglevel", "Bad demo file demos/wronglevel.dem: its level nosuchlevel cannot be loaded"},
+        {"cut", "Bad demo file demos/cut.dem: line 4: the file ends before its \"end\" line"},
+        {"missing", "Bad demo file demos/missing.dem: cannot be read"},
+        {"../maps/gameplaytest", "Bad demo name"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_FALSE(demos->play(c.name));
+        EXPECT_EQ(demos->outcome(), DemoManager::Outcome::failed);
+        EXPECT_NE(demos->message().find(c.expected), std::string::npos) << demos->message();
+        EXPECT_EQ(game->getCurrentLevel(), "gameplaytest");
+        EXPECT_TRUE(game->isLevelLoaded());
+    }
+    // No level, no recording; the console commands explain their use.
+    game->unloadLevel();
+    EXPECT_FALSE(demos->record("x", "", ""));
+    EXPECT_NE(demos->message().find("No level is loaded"), std::string::npos) << demos->message();
+    run("playdemo");
+    run("stopdemo");
+    EXPECT_FALSE(demos->isPlaying());
+}
+
+// The demos shipped with the game, replayed in the build under test: any
+// change to the simulation shows here first.
+class ShippedDemoTest : public GameplayFixture {
+protected:
+    ShippedDemoTest()
+    {
+        for (const char* dir : {"data", "maps", "demos"})
+            std::filesystem::create_directory_symlink(testGameDir() + "/" + dir, dir);
+    }
+    void SetUp() override
+    {
+        GameplayFixture::SetUp();
+        // The shipped variables, as the game has them.
+        VariableRegistry::instance().loadVariables("data/gamevars.xml");
+        game->clearGravityOverride();
+        game->getParticleManager()->loadDefinitions("data/particles/particles.xml");
+        game->getDemos()->registerCommands();
+    }
+};
+
+TEST_F(ShippedDemoTest, EveryShippedLevelHasAMinuteLongDemoThatReplaysBitForBit)
+{
+    std::set<std::string> demoLevels;
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator("demos")) {
+        if (entry.path().extension() != ".dem")
+            continue;
+        const std::string name = entry.path().stem().string();
+        SCOPED_TRACE(name);
+        Demo demo;
+        std::string error;
+        ASSERT_TRUE(demo.load(entry.path().string(), error)) << error;
+        EXPECT_GE(demo.steps, 60u * 40u) << "shorter than a minute";
+        demoLevels.insert(demo.level);
+        EXPECT_TRUE(game->getDemos()->runTimed(name, false, false));
+        EXPECT_EQ(game->getDemos()->outcome(), DemoManager::Outcome::matched) << game->getDemos()->message();
+        ++count;
+    }
+    for (const char* level : {"test", "weapons", "pickups", "logic", "enemies"})
+        EXPECT_EQ(demoLevels.count(level), 1u) << "no demo plays " << level;
+}
+
+}
