@@ -96,15 +96,25 @@ void GameInput::mouseUp(float, float, int button) { keyUp(-1, -1, mouseName(butt
 
 void GameInput::keyDown(int, int, const std::string& keyName)
 {
-    if (demoPlaying())
-        return;
     const std::string key = lowerCase(keyName);
     if (!heldKeys.insert(key).second)
         return;
     auto it = bindings.find(key);
     if (it == bindings.end() || it->second.empty())
         return;
+    // While a demo plays only keys that leave the world alone still work.
+    if (demoPlaying() && !worksDuringDemo(it->second))
+        return;
     runText(it->second);
+}
+
+bool GameInput::worksDuringDemo(const std::string& text)
+{
+    static const char* const allowed[] = {"screenshot", "stopdemo", "pause", "quit"};
+    for (const char* command : allowed)
+        if (text == command)
+            return true;
+    return false;
 }
 
 void GameInput::keyUp(int, int, const std::string& keyName)

@@ -79,6 +79,8 @@ protected:
     static void runText(const std::string& text);
     // A demo is being played: it, not the keys, steers the game.
     static bool demoPlaying();
+    // Bound text a key may still run during a playback (screenshots, stop).
+    static bool worksDuringDemo(const std::string& text);
 
     std::map<std::string, std::string> bindings;
     // Keys and buttons down now: the window system repeats a held key's

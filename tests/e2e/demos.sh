@@ -56,10 +56,12 @@ grep -q "^  drawing " "$log" || fail "no drawing line in the timed run"
 
 xdotool key --window "$win" y
 wait_for_log "$work" "^Playing demo demos/e2e.dem: level test, $steps steps$" 10
-# Keys pressed during a playback must not steer it.
+# Keys pressed during a playback must not steer it; a screenshot still works.
 xdotool keydown --window "$win" a
 sleep 0.4
 xdotool keyup --window "$win" a
+xdotool key --window "$win" F12
+wait_for_file "$work/screenshots/screenshot0000.png" 10
 for _ in $(seq 600); do
   [ "$(grep -c "^Demo e2e played: $steps steps, all" "$log")" -ge 2 ] && break
   sleep 0.1
