@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 #include "render/Frustum.h"
 #include "render/IRenderer.h"
@@ -78,6 +82,7 @@ bool QuadTree::remove(Body* body)
     if (it != bodies.end()) {
         boxes.erase(boxes.begin() + (it - bodies.begin()));
         bodies.erase(it);
+        packedValid = false;
     }
     return true;
 }
@@ -87,6 +92,7 @@ void QuadTree::add(Body* body)
     bodies.push_back(body);
     boxes.push_back(body->bounds.get());
     body->quadTreeNode = this;
+    packedValid = false;
 }
 
 QuadTree::Extent QuadTree::extentOf(const Body& body)
@@ -150,6 +156,7 @@ void QuadTree::split()
     std::vector<Body*> held;
     held.swap(bodies);
     boxes.clear();
+    packedValid = false;
     for (Body* b : held) {
         b->quadTreeNode = nullptr;
         insert(b);
@@ -282,24 +289,60 @@ bool QuadTree::overlaps(const Body& body) const
     return b.minY < maxY && b.maxY > minY && b.minX < maxX && b.maxX > minX;
 }
 
-void QuadTree::collectCandidates(const BRect& box, bool immovable, std::vector<Body*>& out) const
+void QuadTree::refreshPacked()
+{
+    const std::uint64_t now = BRect::boxChanges();
+    if (packedValid && packedAt == now)
+        return;
+    // The padding of the last block is NaN: it fails every comparison.
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    packed.assign((boxes.size() + 3) / 4, BoxBlock{{nan, nan, nan, nan}, {nan, nan, nan, nan},
+                                                   {nan, nan, nan, nan}, {nan, nan, nan, nan}});
+    for (size_t i = 0; i < boxes.size(); ++i) {
+        const BRect& b = *boxes[i];
+        BoxBlock& block = packed[i / 4];
+        block.minX[i % 4] = b.minX;
+        block.maxX[i % 4] = b.maxX;
+        block.minY[i % 4] = b.minY;
+        block.maxY[i % 4] = b.maxY;
+    }
+    packedAt = now;
+    packedValid = true;
+}
+
+void QuadTree::collectCandidates(const BRect& box, bool immovable, std::vector<Body*>& out)
 {
     if (!nodeBounds || !(box.minY < maxY && box.maxY > minY && box.minX < maxX && box.maxX > minX))
         return;
-    // Body::boundsOverlap, inline and on the node's own box pointers: this
-    // loop is most of the broad phase, and each body's object is cold.
-    const size_t n = bodies.size();
-    for (size_t i = 0; i < n; ++i) {
-        if (i + 8 < n)
-            __builtin_prefetch(&boxes[i + 8]->minX);
-        const BRect& o = *boxes[i];
-        if (!(box.minY < o.maxY && box.maxY > o.minY && box.minX < o.maxX && box.maxX > o.minX))
-            continue;
+    // Body::boundsOverlap against every box of the node: the broad phase's
+    // hot loop. Hits come out in list order.
+    refreshPacked();
+    const auto take = [&](size_t i) {
         Body* b = bodies[i];
-        if (immovable && b->mass < Body::minMass)
-            continue;
-        out.push_back(b);
+        if (!(immovable && b->mass < Body::minMass))
+            out.push_back(b);
+    };
+#ifdef __SSE2__
+    const __m128 qMinX = _mm_set1_ps(box.minX), qMaxX = _mm_set1_ps(box.maxX);
+    const __m128 qMinY = _mm_set1_ps(box.minY), qMaxY = _mm_set1_ps(box.maxY);
+    for (size_t k = 0; k < packed.size(); ++k) {
+        const BoxBlock& b = packed[k];
+        const __m128 inY = _mm_and_ps(_mm_cmplt_ps(qMinY, _mm_load_ps(b.maxY)),
+                                      _mm_cmpgt_ps(qMaxY, _mm_load_ps(b.minY)));
+        const __m128 inX = _mm_and_ps(_mm_cmplt_ps(qMinX, _mm_load_ps(b.maxX)),
+                                      _mm_cmpgt_ps(qMaxX, _mm_load_ps(b.minX)));
+        // Rarely any hit; each one in lane order, which is list order.
+        for (unsigned hits = static_cast<unsigned>(_mm_movemask_ps(_mm_and_ps(inY, inX))); hits; hits &= hits - 1)
+            take(k * 4 + static_cast<size_t>(__builtin_ctz(hits)));
     }
+#else
+    for (size_t i = 0; i < boxes.size(); ++i) {
+        const BoxBlock& b = packed[i / 4];
+        const size_t j = i % 4;
+        if ((box.minY < b.maxY[j]) & (box.maxY > b.minY[j]) & (box.minX < b.maxX[j]) & (box.maxX > b.minX[j]))
+            take(i);
+    }
+#endif
     for (const auto& child : children)
         child->collectCandidates(box, immovable, out);
 }
@@ -479,6 +522,7 @@ void QuadTree::clear()
             b->quadTreeNode = nullptr;
     bodies.clear();
     boxes.clear();
+    packedValid = false;
 }
 
 int QuadTree::countAllBodies() const

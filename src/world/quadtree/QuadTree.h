@@ -3,6 +3,7 @@
 // node: the deepest one whose square contains all its vertices. The tree
 // answers collision candidates, visibility, radius, segment and ray queries.
 // Nodes only point at bodies; the world's lists own them.
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -118,7 +119,8 @@ private:
     static Extent extentOf(const Body& body);
     bool containsExtent(const Extent& extent) const;
     bool insertExtent(Body* body, const Extent& extent);
-    void collectCandidates(const BRect& box, bool immovable, std::vector<Body*>& out) const;
+    void collectCandidates(const BRect& box, bool immovable, std::vector<Body*>& out);
+    void refreshPacked();
     void sumCounters(QuadTree& root);
     void collectVisibleInto(QuadTree& root, const std::vector<Plane>& frustum, std::vector<Body*>& out,
                             bool cullNodes, bool cullBodies);
@@ -134,6 +136,15 @@ private:
     std::vector<Body*> bodies;
     // bodies[i]->bounds, kept beside the list for the candidate scan.
     std::vector<const BRect*> boxes;
+    // A copy of the same boxes, four to a block and one coordinate to a row,
+    // so four-wide compares test four boxes at once. Rebuilt when the list
+    // changed or any box changed since (BRect::boxChanges).
+    struct alignas(16) BoxBlock {
+        float minX[4], maxX[4], minY[4], maxY[4];
+    };
+    std::vector<BoxBlock> packed;
+    std::uint64_t packedAt = 0;
+    bool packedValid = false;
     // The square's edges, as the node bounds hold them.
     float minX = 0.0f, maxX = 0.0f, minY = 0.0f, maxY = 0.0f;
     std::unique_ptr<Body> nodeBody;

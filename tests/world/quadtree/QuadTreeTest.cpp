@@ -477,3 +477,72 @@ TEST_F(QuadTreeTest, CandidatesSeeBoxesAsTheyAreNow)
     moveTo(survivor, 20, 20);
     EXPECT_FLOAT_EQ(survivor->bounds->minX, 18.0f);
 }
+
+// The candidate scan tests copies of the boxes, several at a time. Whatever
+// the node sizes, whichever boxes changed since the last query (or none),
+// edges that only touch, and boxes gone NaN, it must answer exactly what the
+// plain test answers over the live boxes, in the same order.
+TEST_F(QuadTreeTest, CandidatesMatchThePlainOverlapTestThroughChanges)
+{
+    tree.setSplitAllowed(false);
+    std::mt19937 rng(17);
+    std::uniform_real_distribution<float> coord(-400.0f, 400.0f), size(1.0f, 90.0f), speed(-900.0f, 900.0f);
+    std::vector<Body*> all;
+    for (int i = 0; i < 150; ++i) {
+        Body* b = add(box(coord(rng), coord(rng), size(rng), size(rng), i % 4 == 0 ? 0.0f : 1.0f));
+        ASSERT_TRUE(tree.insert(b));
+        all.push_back(b);
+    }
+    // Probes, immovable ones among them, around the centre where every node
+    // meets, and exactly edge to edge with a crate (strictly apart).
+    std::vector<Body*> probes = {add(box(0, 0, 40, 40, 1)), add(box(0, 0, 300, 20, 0)), add(box(100, 100, 10, 10, 1)),
+                                 add(box(110, 100, 10, 10, 1))};
+    for (int i = 0; i < 30; ++i)
+        probes.push_back(add(box(coord(rng), coord(rng), size(rng) * 2.0f, size(rng) * 2.0f, i % 3 ? 1.0f : 0.0f)));
+    for (Body* p : probes)
+        ASSERT_TRUE(tree.insert(p));
+
+    const auto check = [&](const char* stage) {
+        std::vector<const QuadTree*> nodes;
+        preorder(tree, nodes);
+        for (Body* probe : probes) {
+            std::vector<Body*> got;
+            tree.candidates(*probe, got, 0.025f);
+            std::vector<Body*> want;
+            for (const QuadTree* node : nodes)
+                if (node->overlaps(*probe))
+                    for (Body* b : node->getBodies())
+                        if (probe->boundsOverlap(*b) && (probe->isMovable() || b->isMovable()))
+                            want.push_back(b);
+            ASSERT_EQ(got, want) << stage << ", probe at " << probe->pos.x << "," << probe->pos.y;
+        }
+    };
+    check("fresh");
+    std::vector<Body*> touching;
+    tree.candidates(*probes[2], touching, 0.025f);
+    EXPECT_EQ(std::find(touching.begin(), touching.end(), probes[3]), touching.end());
+    check("asked again");
+
+    // Swept boxes: some bodies move this step, one box goes NaN.
+    for (size_t i = 0; i < all.size(); i += 3) {
+        all[i]->vel = Vector(speed(rng), speed(rng));
+        all[i]->updateSweep(0.025f);
+    }
+    all[5]->vel = Vector(std::nanf(""), 0.0f);
+    all[5]->updateSweep(0.025f);
+    check("swept");
+
+    // Moved without a re-index, then some re-indexed (to the end of a list)
+    // and some taken out.
+    for (size_t i = 1; i < all.size(); i += 4) {
+        all[i]->setPosition(Vector(coord(rng), coord(rng)));
+        all[i]->transform();
+        all[i]->updateBounds();
+    }
+    check("moved");
+    for (size_t i = 2; i < all.size(); i += 5)
+        ASSERT_TRUE(tree.update(all[i]));
+    for (size_t i = 7; i < all.size(); i += 11)
+        all[i]->quadTreeNode->remove(all[i]);
+    check("re-indexed");
+}
