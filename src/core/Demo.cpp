@@ -1,6 +1,5 @@
 #include "core/Demo.h"
 
-#include <cctype>
 #include <cerrno>
 #include <cinttypes>
 #include <cmath>
@@ -10,6 +9,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "core/Game.h"
 #include "resources/AtomicFile.h"
 
 namespace {
@@ -80,12 +80,8 @@ std::string nextWord(const std::string& line, size_t& pos)
 
 bool Demo::isDemoName(const std::string& name)
 {
-    if (name.empty() || name.size() > 64 || name[0] == '.')
-        return false;
-    for (unsigned char c : name)
-        if (!std::isalnum(c) && c != '-' && c != '_' && c != '.')
-            return false;
-    return true;
+    // The save-name rule, less the blank that would split a console argument.
+    return name.find(' ') == std::string::npos && Game::isSaveName(name);
 }
 
 bool Demo::read(std::istream& in, std::string& error)

@@ -42,6 +42,11 @@ std::string hex16(uint64_t value)
 }
 
 const CommandRegistry& registry() { return CommandRegistry::instance(); }
+
+std::string badName(const std::string& name)
+{
+    return "Bad demo name \"" + name + "\": use letters, digits, '-', '_' and '.'";
+}
 }
 
 DemoManager::DemoManager(Game& owner) : game(owner) {}
@@ -134,7 +139,7 @@ bool DemoManager::record(const std::string& demoName, const std::string& level, 
 {
     stop();
     if (!Demo::isDemoName(demoName)) {
-        finish(Outcome::failed, "Bad demo name \"" + demoName + "\": use letters, digits, '-', '_' and '.'");
+        finish(Outcome::failed, badName(demoName));
         return false;
     }
     const std::string levelName = level.empty() ? game.getCurrentLevel() : level;
@@ -169,7 +174,7 @@ bool DemoManager::startPlayback(const std::string& demoName, Mode playMode)
 {
     stop();
     if (!Demo::isDemoName(demoName)) {
-        finish(Outcome::failed, "Bad demo name \"" + demoName + "\": use letters, digits, '-', '_' and '.'");
+        finish(Outcome::failed, badName(demoName));
         return false;
     }
     const std::string path = Demo::pathFor(demoName);
@@ -284,7 +289,7 @@ void DemoManager::stop()
         // The world as the last step left it: keys and the cursor may have
         // moved since, but no step saw that.
         if (step > 0 && (demo.checkpoints.empty() || demo.checkpoints.back().step != step))
-            demo.checkpoints.push_back(std::move(lastStep));
+            demo.checkpoints.push_back({step, lastHash.world, lastHash.bodies});
         demo.steps = step;
         mode = Mode::idle;
         const std::string path = Demo::pathFor(name);
@@ -390,10 +395,10 @@ void DemoManager::afterStep()
         return;
     ++step;
     if (mode == Mode::recording) {
-        WorldHash::Result hash = WorldHash::compute(game);
-        lastStep = {step, hash.world, std::move(hash.bodies)};
+        // The stop may come before the next checkpoint: keep this step's hash.
+        WorldHash::compute(game, lastHash);
         if (step % demo.hashInterval == 0)
-            demo.checkpoints.push_back(lastStep);
+            demo.checkpoints.push_back({step, lastHash.world, lastHash.bodies});
         return;
     }
     if (traceVar && traceVar->intValue > 0 && step % static_cast<uint32_t>(traceVar->intValue) == 0)

@@ -87,7 +87,7 @@ private:
     bool aimRecorded = false;
     std::vector<Demo::Event> pending;
     std::vector<Demo::Checkpoint> fresh;
-    Demo::Checkpoint lastStep;
+    WorldHash::Result lastHash;
     std::vector<std::pair<std::string, std::string>> savedVars;
     Outcome lastOutcome = Outcome::none;
     std::string lastMessage;

@@ -551,9 +551,9 @@ void Game::updateWorld()
 
 void Game::stepWorld(StepProfile* profile)
 {
-    auto lap = [profile](int section) {
+    auto lap = [profile](StepProfile::Section section) {
         if (profile)
-            profile->lap(static_cast<StepProfile::Section>(section));
+            profile->lap(section);
     };
     demos->beforeStep();
     // Firing and weapon changes are read once a step, not once a frame, so

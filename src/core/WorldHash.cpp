@@ -63,6 +63,13 @@ uint32_t WorldHash::bodyDigest(const Body& body)
 WorldHash::Result WorldHash::compute(Game& game)
 {
     Result result;
+    compute(game, result);
+    return result;
+}
+
+void WorldHash::compute(Game& game, Result& result)
+{
+    result.bodies.clear();
     Fnv world;
     for (const Body* body : game.getActiveBodies()) {
         const uint32_t digest = bodyDigest(*body);
@@ -86,5 +93,4 @@ WorldHash::Result WorldHash::compute(Game& game)
     }
     world.number(levelTime());
     result.world = world.value;
-    return result;
 }

@@ -19,5 +19,7 @@ public:
     };
 
     static Result compute(Game& game);
+    // The same into `out`, reusing its storage (once a step while recording).
+    static void compute(Game& game, Result& out);
     static uint32_t bodyDigest(const Body& body);
 };
