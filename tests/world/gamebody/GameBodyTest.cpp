@@ -46,23 +46,6 @@ void makeHurtable(ProbeBody& b, int health, int armour)
 }
 }
 
-TEST_F(GameBodyTest, ConstructionDefaults)
-{
-    GameBody b;
-    EXPECT_EQ(b.type, "gamebody");
-    EXPECT_TRUE(b.entity);
-    EXPECT_TRUE(b.normaliseTexCoords);
-    EXPECT_EQ(b.health, 100);
-    EXPECT_EQ(b.maxhealth, 200);
-    EXPECT_FALSE(b.takedamage);
-    EXPECT_TRUE(b.showdamage);
-    EXPECT_EQ(b.numlives, 1);
-    EXPECT_EQ(b.getOwner(), nullptr);
-    std::unique_ptr<Body> copy = b.clone();
-    EXPECT_NE(dynamic_cast<GameBody*>(copy.get()), nullptr);
-    EXPECT_EQ(copy->type, "gamebody");
-}
-
 TEST_F(GameBodyTest, ArmourAbsorbsDamagePointForPoint)
 {
     ProbeBody b;
