@@ -10,6 +10,7 @@
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
 #include "core/GameLogoScene.h"
+#include "core/LevelTools.h"
 #include "gui/GUIManager.h"
 #include "menus/MainInterface.h"
 #include "particles/ParticleRandom.h"
@@ -19,6 +20,10 @@
 
 int gameMain(int argc, char** argv)
 {
+    // Level tools run instead of the game: no log file, window or audio.
+    int toolStatus = 0;
+    if (runLevelTool(argc, argv, toolStatus))
+        return toolStatus;
     // The player's files go to the working directory: the game directory, or
     // the user directory for an installed game.
     const GameDirectories directories = GameDirectories::forThisProcess();

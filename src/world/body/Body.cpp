@@ -14,6 +14,7 @@
 #include "world/geometry/Geometry.h"
 #include "world/quadtree/QuadTree.h"
 #include "world/geometry/TextForm.h"
+#include "world/level/LevelValues.h"
 
 namespace {
 bool finite(const Vector& v)
@@ -160,10 +161,10 @@ void Body::step(float) {}
 void Body::readAttributes(const std::map<std::string, std::string>& attrs)
 {
     for (const auto& [name, value] : attrs) {
-        if (strcasecmp(name.c_str(), "glow") == 0) {
+        if (sameName(name, "glow")) {
             hasGlow = value == "true";
             std::printf("bHasGlow: %d\n", hasGlow ? 1 : 0);
-        } else if (strcasecmp(name.c_str(), "glowsteps") == 0) {
+        } else if (sameName(name, "glowsteps")) {
             glowsteps = std::atoi(value.c_str());
             std::printf("glowSteps: %d\n", glowsteps);
         }

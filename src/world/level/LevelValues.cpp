@@ -65,8 +65,21 @@ std::string writeFloat(float value)
 
 std::string writeInt(int value) { return std::to_string(value); }
 
+namespace {
+AttributeNameProbe* attributeNameProbe = nullptr;
+}
+
+AttributeNameProbe* setAttributeNameProbe(AttributeNameProbe* probe)
+{
+    AttributeNameProbe* previous = attributeNameProbe;
+    attributeNameProbe = probe;
+    return previous;
+}
+
 bool sameName(const std::string& a, const std::string& b)
 {
+    if (attributeNameProbe)
+        attributeNameProbe->compared(b);
     if (a.size() != b.size())
         return false;
     for (size_t i = 0; i < a.size(); ++i)

@@ -25,3 +25,14 @@ inline const char* writeBool(bool value) { return value ? "true" : "false"; }
 
 // Case-insensitive comparison of ASCII names (level attribute names).
 bool sameName(const std::string& a, const std::string& b);
+
+// While one is installed, sameName() hands it every name a body compares an
+// attribute against, so the level tools learn which attributes each body
+// type reads straight from its readAttributes code.
+class AttributeNameProbe {
+public:
+    virtual ~AttributeNameProbe() = default;
+    virtual void compared(const std::string& knownName) = 0;
+};
+// Installs `probe` (null removes it); returns the one it replaces.
+AttributeNameProbe* setAttributeNameProbe(AttributeNameProbe* probe);
