@@ -12,6 +12,7 @@ packages=(
   python3 python3-pil python3-numpy
   ttf-bitstream-vera zip unzip vorbis-tools
   desktop-file-utils appstream
+  tiled
 )
 
 missing=()

@@ -1,0 +1,79 @@
+// Levels that went through Tiled and back: tests/tiled/roundtrip.sh exports
+// every shipped level with the game's Tiled extension into BQ_ROUNDTRIP_DIR
+// and runs this test, which loads each original and its copy and requires
+// the same world: the demo hash and every body as a saved game writes it.
+#include "TestPaths.h"
+#include <gtest/gtest.h>
+
+#include <tinyxml.h>
+
+#include <dirent.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "core/WorldHash.h"
+#include "world/level/LevelFixture.h"
+
+namespace {
+std::string readFile(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+}
+
+class TiledRoundTripTest : public LevelFixture {
+protected:
+    struct World {
+        uint64_t hash = 0;
+        std::vector<std::string> bodies;
+    };
+
+    World load(const std::string& text)
+    {
+        dir.write("maps/roundtrip.xml", text);
+        captured([&] { game.loadLevel("roundtrip", ""); });
+        World world;
+        EXPECT_TRUE(game.isLevelLoaded());
+        world.hash = WorldHash::compute(game).world;
+        for (Body* body : game.getBodies()) {
+            TiXmlElement parent("parent");
+            LevelLoader::writeBody(&parent, *body);
+            TiXmlPrinter printer;
+            parent.Accept(&printer);
+            world.bodies.push_back(printer.CStr());
+        }
+        return world;
+    }
+};
+
+TEST_F(TiledRoundTripTest, EveryExportedLevelLoadsAsTheSameWorld)
+{
+    const char* exported = std::getenv("BQ_ROUNDTRIP_DIR");
+    if (!exported || !*exported)
+        GTEST_SKIP() << "run through tests/tiled/roundtrip.sh, which exports the levels with Tiled";
+
+    DIR* listing = opendir(exported);
+    ASSERT_NE(listing, nullptr) << exported;
+    std::vector<std::string> names;
+    while (const dirent* entry = readdir(listing))
+        if (entry->d_name[0] != '.')
+            names.push_back(entry->d_name);
+    closedir(listing);
+    ASSERT_FALSE(names.empty());
+
+    for (const std::string& name : names) {
+        SCOPED_TRACE(name);
+        const World original = load(readFile(testSourceDir() + "/maps/" + name));
+        const World copy = load(readFile(std::string(exported) + "/" + name));
+        ASSERT_FALSE(original.bodies.empty());
+        EXPECT_EQ(original.hash, copy.hash);
+        ASSERT_EQ(original.bodies.size(), copy.bodies.size());
+        for (size_t i = 0; i < original.bodies.size(); ++i)
+            EXPECT_EQ(original.bodies[i], copy.bodies[i]) << "body " << i;
+    }
+}
