@@ -1,0 +1,264 @@
+// The level checker: one small broken level per rule, each of which must be
+// reported once, on the right line, naming the body; a clean level and the
+// schema the rules rest on.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "resources/TempDir.h"
+#include "world/body/Body.h"
+#include "world/level/BodyFactory.h"
+#include "world/level/GameBodyFactory.h"
+#include "world/level/LevelChecker.h"
+#include "world/level/LevelSchema.h"
+#include "world/level/TiledProject.h"
+
+namespace {
+struct Factories {
+    Factories()
+    {
+        game.registerPrototypes();
+        plain.registerPrototypes();
+        plain.setFallbackFactory(&game);
+    }
+    GameBodyFactory game;
+    BodyFactory plain;
+};
+
+std::string square(float x, float y, float size = 16.0f)
+{
+    auto v = [](float vx, float vy) {
+        return "<v origin=\"" + std::to_string(vx) + "," + std::to_string(vy) + "\" colour=\"255,255,255,255\"/>";
+    };
+    return "<verts>" + v(x, y) + v(x + size, y) + v(x + size, y + size) + v(x, y + size) + "</verts>";
+}
+
+std::string body(const std::string& type, const std::string& id, const std::string& inner,
+                 const std::string& params = "entity=\"true\"")
+{
+    return "<P type=\"" + type + "\" idname=\"" + id + "\">\n<params " + params + "/>\n" + inner + "\n</P>\n";
+}
+
+std::string attribute(const std::string& name, const std::string& value)
+{
+    return "<attributes><a name=\"" + name + "\" value=\"" + value + "\"/></attributes>";
+}
+
+// Line 1 is the root; bodies follow, each starting on its own line.
+std::string level(const std::string& bodies, const std::string& rootAttributes = "")
+{
+    return "<level" + rootAttributes + "><Objects>\n" +
+           body("default", "floor", square(-100, -100, 400), "solid=\"true\" entity=\"false\"") +
+           body("spawnpoint", "start", square(0, 0)) +
+           body("levelchange", "exit", square(200, 0) + attribute("leveltarget", "next")) + bodies +
+           "</Objects></level>\n";
+}
+// The line of the first body after the three of every test level.
+const int firstExtraLine = 2 + 3 * 4;
+}
+
+class LevelCheckerTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        dir.write("maps/next.xml", "<level><Objects/></level>");
+        dir.write("data/images/ok.png", "png");
+        dir.write("data/sky/day.xml", "<sky/>");
+        dir.write("data/sounds/sounds.xml", "<sounds><sound id=\"0\" path=\"data/sounds/hum.wav\"/></sounds>");
+        dir.write("data/particles/particles.xml", "<particles><particle id=\"steam\"/></particles>");
+    }
+
+    std::vector<LevelChecker::Problem> check(const std::string& text)
+    {
+        LevelChecker checker(schema);
+        bool readable = true;
+        auto problems = checker.checkText(text, readable);
+        EXPECT_TRUE(readable);
+        return problems;
+    }
+
+    TempDir dir;
+    Factories factories;
+    LevelSchema schema{factories.plain};
+};
+
+TEST_F(LevelCheckerTest, CleanLevelHasNoProblems)
+{
+    const std::string good =
+        body("door", "gate", square(40, 0) + attribute("openoffset", "0,64")) +
+        body("switch", "lever", square(80, 0) + attribute("triggeredimage", "data/images/ok.png"),
+             "entity=\"true\" targets=\"gate\" texture=\"data/images/ok.png\"") +
+        body("soundbody", "hum", square(120, 0) + attribute("sound", "data/sounds/hum.wav")) +
+        body("particlesystembody", "fx", square(140, 0) + attribute("SYSTEMID", "steam")) +
+        body("skyinfo", "skies", square(160, 0) + attribute("skies", "day"));
+    for (const auto& p : check(level(good)))
+        ADD_FAILURE() << p.line << ": " << p.message;
+}
+
+TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
+{
+    struct Case {
+        const char* rule;
+        std::string bodies;
+        std::string rootAttributes;
+        int line;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"unknown type", body("Shotgun", "gun", square(40, 0)), "", firstExtraLine,
+         "body \"gun\" (Shotgun): unknown type \"Shotgun\" (did you mean \"shotgun\"?)"},
+        {"misspelt attribute", body("door", "gate", square(40, 0) + attribute("opnoffset", "0,64")), "",
+         firstExtraLine + 2, "body \"gate\" (door): unknown attribute \"opnoffset\" (did you mean \"openoffset\"?)"},
+        {"attribute of another type", body("door", "gate", square(40, 0) + attribute("leveltarget", "next")), "",
+         firstExtraLine + 2, "unknown attribute \"leveltarget\""},
+        {"unknown parameter", body("door", "gate", square(40, 0), "entity=\"true\" soild=\"true\""), "",
+         firstExtraLine + 1, "unknown parameter \"soild\" (did you mean \"solid\"?)"},
+        {"bool value", body("alphadoor", "gate", square(40, 0) + attribute("startopen", "yes")), "", firstExtraLine + 2,
+         "attribute \"startopen\" should be bool, not \"yes\""},
+        {"int value", body("health", "h", square(40, 0) + attribute("amount", "lots")), "", firstExtraLine + 2,
+         "attribute \"amount\" should be int, not \"lots\""},
+        {"vector value", body("door", "gate", square(40, 0) + attribute("openoffset", "64")), "",
+         firstExtraLine + 2, "attribute \"openoffset\" should be vector, not \"64\""},
+        {"param value", body("door", "gate", square(40, 0), "entity=\"true\" mass=\"heavy\""), "",
+         firstExtraLine + 1, "parameter \"mass\" should be float, not \"heavy\""},
+        {"target names nothing", body("switch", "lever", square(40, 0), "entity=\"true\" targets=\"gaet\""), "",
+         firstExtraLine + 1, "body \"lever\" (switch): target \"gaet\" names no body"},
+        {"id attribute names nothing", body("blockboss", "boss", square(40, 0) + attribute("adds1", "nobody")), "",
+         firstExtraLine + 2, "\"adds1\" names no body: \"nobody\""},
+        {"spawned type", body("spawner", "sp", square(40, 0) + attribute("spawnedtype", "rocketgrunts")), "",
+         firstExtraLine + 2, "names unknown type \"rocketgrunts\" (did you mean \"rocketgrunt\"?)"},
+        {"missing texture", body("door", "gate", square(40, 0), "entity=\"true\" texture=\"data/images/no.png\""),
+         "", firstExtraLine + 1, "missing texture \"data/images/no.png\""},
+        {"missing switch image", body("switch", "s", square(40, 0) + attribute("triggeredimage", "x.png")), "",
+         firstExtraLine + 2, "missing texture \"x.png\""},
+        {"missing sound", body("soundbody", "s", square(40, 0) + attribute("sound", "data/sounds/no.wav")), "",
+         firstExtraLine + 2, "missing sound \"data/sounds/no.wav\""},
+        {"unknown particle effect", body("particlesystembody", "p", square(40, 0) + attribute("systemid", "stem")),
+         "", firstExtraLine + 2, "unknown particle effect \"stem\""},
+        {"missing sky", body("skyinfo", "s", square(40, 0) + attribute("skies", "day,nite")), "",
+         firstExtraLine + 2, "missing sky \"nite\""},
+        {"level change to no level", body("levelchange", "l", square(40, 0) + attribute("leveltarget", "nxt")), "",
+         firstExtraLine + 2, "\"leveltarget\" names no level: \"nxt\""},
+        {"too few vertices",
+         body("default", "bit", "<verts><v origin=\"0,0\"/><v origin=\"1,0\"/></verts>", "entity=\"false\""), "",
+         firstExtraLine, "body \"bit\" (default): polygon has 2 vertices"},
+        {"degenerate polygon",
+         body("default", "line", "<verts><v origin=\"0,0\"/><v origin=\"5,0\"/><v origin=\"9,0\"/></verts>",
+              "entity=\"false\""),
+         "", firstExtraLine, "polygon is degenerate"},
+        {"non-convex polygon",
+         body("default", "dent",
+              "<verts><v origin=\"0,0\"/><v origin=\"10,0\"/><v origin=\"5,2\"/><v origin=\"10,10\"/>"
+              "<v origin=\"0,10\"/></verts>",
+              "entity=\"false\""),
+         "", firstExtraLine, "polygon is not convex"},
+        {"clockwise polygon",
+         body("default", "cw", "<verts><v origin=\"0,0\"/><v origin=\"0,10\"/><v origin=\"10,10\"/></verts>",
+              "entity=\"false\""),
+         "", firstExtraLine, "polygon winds clockwise"},
+        {"bad vertex",
+         body("default", "v",
+              "<verts><v origin=\"0,0\"/><v origin=\"10,0\"/><v origin=\"10,10\"/><v origin=\"zero\"/></verts>",
+              "entity=\"false\""),
+         "",
+         firstExtraLine + 2, "vertex origin \"zero\" is not x,y or x,y,z"},
+        {"overlapping spawn points", body("spawnpoint", "start2", square(8, 8)), "", firstExtraLine,
+         "body \"start2\" (spawnpoint): overlaps spawn point \"start\""},
+        {"outside the level", body("health", "far", square(5000, 5000)), "", firstExtraLine,
+         "body \"far\" (health): lies outside the level's geometry"},
+        {"beyond loadable coordinates", body("default", "huge", square(2e6f, 0), "entity=\"false\""), "",
+         firstExtraLine, "lies beyond the coordinates the game can load"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.rule);
+        const auto problems = check(level(c.bodies, c.rootAttributes));
+        ASSERT_EQ(problems.size(), 1u) << (problems.empty() ? "" : problems[0].message);
+        EXPECT_NE(problems[0].message.find(c.expected), std::string::npos) << problems[0].message;
+        EXPECT_EQ(problems[0].line, c.line) << problems[0].message;
+    }
+}
+
+TEST_F(LevelCheckerTest, LevelWideRules)
+{
+    const std::string noSpawn = "<level><Objects>\n" +
+                                body("default", "floor", square(0, 0, 100), "entity=\"false\"") +
+                                body("levelchange", "exit", square(10, 10) + attribute("leveltarget", "next")) +
+                                "</Objects></level>";
+    auto problems = check(noSpawn);
+    ASSERT_EQ(problems.size(), 1u);
+    EXPECT_NE(problems[0].message.find("no spawn point"), std::string::npos);
+
+    const std::string noExit = "<level><Objects>\n" + body("default", "floor", square(0, 0, 100), "entity=\"false\"") +
+                               body("spawnpoint", "start", square(10, 10)) + "</Objects></level>";
+    problems = check(noExit);
+    ASSERT_EQ(problems.size(), 1u);
+    EXPECT_NE(problems[0].message.find("no exit"), std::string::npos);
+    // A test room can say it has no way out on purpose.
+    std::string room = noExit;
+    room.replace(0, 6, "<level noexit=\"true\">");
+    EXPECT_TRUE(check(room).empty());
+}
+
+TEST_F(LevelCheckerTest, UnreadableFilesAndExitStatus)
+{
+    LevelChecker checker(schema);
+    bool readable = true;
+    EXPECT_FALSE(checker.checkText("<level><Objects>", readable).empty());
+    EXPECT_FALSE(readable);
+    checker.checkText("", readable);
+    EXPECT_FALSE(readable);
+
+    dir.write("clean.xml", level(""));
+    dir.write("bad.xml", level(body("Shotgun", "gun", square(40, 0))));
+    dir.write("broken.xml", "<level>");
+    std::FILE* sink = std::tmpfile();
+    ASSERT_NE(sink, nullptr);
+    EXPECT_EQ(checker.run({"clean.xml"}, sink), 0);
+    EXPECT_EQ(checker.run({"clean.xml", "bad.xml"}, sink), 1);
+    EXPECT_EQ(checker.run({"bad.xml", "broken.xml"}, sink), 2);
+    EXPECT_EQ(checker.run({"missing.xml"}, sink), 2);
+
+    // One line per problem, FILE:LINE: message.
+    std::rewind(sink);
+    char line[512] = {};
+    ASSERT_NE(std::fgets(line, sizeof line, sink), nullptr);
+    EXPECT_EQ(std::string(line).rfind("bad.xml:" + std::to_string(firstExtraLine) + ": body \"gun\"", 0), 0u)
+        << line;
+    std::fclose(sink);
+}
+
+TEST_F(LevelCheckerTest, SchemaCoversEveryTypeWithTheAttributesItReads)
+{
+    // Every name some type's code compares against has a kind and help.
+    EXPECT_TRUE(schema.undocumentedNames().empty()) << schema.undocumentedNames().front();
+    for (const std::string& type : GameBodyFactory::typeNames())
+        EXPECT_TRUE(schema.knowsType(type)) << type;
+    EXPECT_TRUE(schema.knowsType("default"));
+
+    // Inherited attributes come along; names match without regard to case.
+    ASSERT_NE(schema.findAttribute("door", "OpenOffset"), nullptr);
+    EXPECT_EQ(schema.findAttribute("door", "openoffset")->kind, LevelSchema::Kind::Vector);
+    EXPECT_NE(schema.findAttribute("door", "health"), nullptr);
+    EXPECT_NE(schema.findAttribute("door", "glow"), nullptr);
+    EXPECT_EQ(schema.findAttribute("jumppad", "speed")->kind, LevelSchema::Kind::Vector);
+    EXPECT_EQ(schema.findAttribute("searchlight", "speed")->kind, LevelSchema::Kind::Float);
+    EXPECT_EQ(schema.findAttribute("door", "leveltarget"), nullptr);
+    // An unknown type reads what a plain body reads.
+    EXPECT_NE(schema.findAttribute("Shotgun", "glow"), nullptr);
+    EXPECT_EQ(schema.findAttribute("Shotgun", "ammo"), nullptr);
+}
+
+TEST_F(LevelCheckerTest, TiledProjectHasEveryTypeAsAClass)
+{
+    const std::string project = TiledProject::projectJson(schema, "/ext", "/maps");
+    for (const std::string& type : schema.typeNames())
+        EXPECT_NE(project.find("\"name\": \"" + type + "\",\n            \"type\": \"class\""), std::string::npos)
+            << type;
+    EXPECT_NE(project.find("{ \"name\": \"openoffset\", \"type\": \"string\", \"value\": \"\" }"), std::string::npos);
+    EXPECT_NE(project.find("{ \"name\": \"startopen\", \"type\": \"bool\", \"value\": false }"), std::string::npos);
+    EXPECT_NE(project.find("\"extensionsPath\": \"/ext\""), std::string::npos);
+    const std::string reference = TiledProject::referenceMarkdown(schema);
+    EXPECT_NE(reference.find("| openoffset | vector | - | How far it moves when it opens, x,y |"), std::string::npos);
+}
