@@ -83,6 +83,8 @@ std::string TiledProject::projectJson(const LevelSchema& schema, const std::stri
     s << "{\n    \"automappingRulesFile\": \"\",\n    \"commands\": [],\n";
     s << "    \"extensionsPath\": " << json(extensionsDir) << ",\n";
     s << "    \"folders\": [" << (mapsDir.empty() ? "" : json(mapsDir)) << "],\n";
+    // Tiled before 1.9 takes object types from this file, later ones from the classes.
+    s << "    \"objectTypesFile\": \"objecttypes.xml\",\n";
     s << "    \"propertyTypes\": [";
     int id = 1;
     for (const std::string& type : schema.typeNames()) {
