@@ -9,8 +9,8 @@ add_dependencies(brindlequay stage_tiled)
 include(GNUInstallDirs)
 install(FILES ${CMAKE_SOURCE_DIR}/tools/tiled/brindlequay.js
         DESTINATION ${CMAKE_INSTALL_DATADIR}/brindlequay/tiled/extensions/brindlequay)
-install(FILES ${CMAKE_SOURCE_DIR}/tools/tiled/README.md
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/brindlequay/tiled RENAME README-tiled.md)
+install(FILES ${CMAKE_SOURCE_DIR}/tools/tiled/README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/brindlequay/tiled)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/tools/tiled/doc DESTINATION ${CMAKE_INSTALL_DATADIR}/brindlequay/tiled)
 
 if(BQ_TESTS)
   enable_testing()

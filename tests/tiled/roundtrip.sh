@@ -28,6 +28,14 @@ for level in "$src"/maps/*.xml; do
 done
 echo "exported $count levels"
 
+# A map made in Tiled itself: rectangles, a rotated rectangle, a point,
+# clockwise polygons, object references, depth from the layer.
+if ! export_map "$src/tests/tiled/edited.tmx" "$work/edited.xml"; then
+    echo "Tiled could not export edited.tmx:"; cat "$work/log"; exit 1
+fi
+diff -u "$src/tests/tiled/edited.xml" "$work/edited.xml"
+echo "a map drawn in Tiled writes the expected level"
+
 # Broken input: an error message and a plain failure, never a crash.
 printf '<level><Objects><P type="door"' >"$work/bad/truncated.xml"
 printf '<level><Objects><P></Q></Objects></level>' >"$work/bad/mismatched.xml"

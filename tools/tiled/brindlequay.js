@@ -294,15 +294,21 @@ function gamePolygon(object) {
         local = [{ x: 0, y: 0 }, { x: object.width, y: 0 }, { x: object.width, y: object.height }, { x: 0, y: object.height }];
     } else if (object.property("novertices") === true) {
         return [];
+    } else if (object.shape === MapObject.Point) {
+        // A point is a 16 by 16 square around it, the size of a spawned body.
+        local = [{ x: -8, y: -8 }, { x: 8, y: -8 }, { x: 8, y: 8 }, { x: -8, y: 8 }];
     } else {
         return null;
     }
     var angle = (object.rotation || 0) * Math.PI / 180;
     var c = Math.cos(angle), s = Math.sin(angle);
+    // Rotated corners land a hair off round numbers; a millionth of a unit
+    // is far below anything the game can tell apart.
+    function snap(v) { return angle ? Math.round(v * 1e6) / 1e6 : v; }
     return local.map(function (p) {
         var x = angle ? p.x * c - p.y * s : p.x;
         var y = angle ? p.x * s + p.y * c : p.y;
-        return { x: object.x + x, y: -(object.y + y) };
+        return { x: snap(object.x + x), y: snap(-(object.y + y)) };
     });
 }
 
@@ -335,7 +341,7 @@ function writeLevel(map, fileName) {
         var label = "body \"" + object.name + "\" (" + getClass(object) + ")";
         var points = gamePolygon(object);
         if (points === null) {
-            problems.push(label + " is not a polygon or rectangle and was left out");
+            problems.push(label + " is not a polygon, rectangle or point and was left out");
             return;
         }
         var properties = object.properties();

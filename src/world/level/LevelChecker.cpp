@@ -48,6 +48,9 @@ bool numbers(const std::string& text, size_t least, size_t most)
                        [](const std::string& p) { return LevelSchema::valueFits(Kind::Float, p); });
 }
 
+// How far beyond the static geometry a body may still be reached.
+const double levelMargin = 512.0;
+
 std::string quoted(const std::string& text) { return "\"" + text + "\""; }
 
 std::string didYouMean(const std::string& suggestion)
@@ -337,8 +340,8 @@ std::vector<LevelChecker::Problem> LevelChecker::checkText(const std::string& te
     if (!exit && attributeText(root, "noexit") != "true")
         problems.push_back({objects->Row(), "no level change leads to an existing level: the level has no exit"});
 
-    // The level is what its static geometry encloses; an entity entirely
-    // outside it cannot be reached.
+    // The level is what its static geometry spans, with room to stand and
+    // jump around it; an entity entirely beyond that cannot be reached.
     Box level;
     bool haveLevel = false;
     for (const BodyInfo& b : bodies)
@@ -351,6 +354,8 @@ std::vector<LevelChecker::Problem> LevelChecker::checkText(const std::string& te
             level.maxY = std::max(level.maxY, b.box.maxY);
             haveLevel = true;
         }
+    const Box reach{level.minX - levelMargin, level.minY - levelMargin, level.maxX + levelMargin,
+                    level.maxY + levelMargin};
     for (const BodyInfo& b : bodies) {
         if (!b.hasBox)
             continue;
@@ -358,7 +363,7 @@ std::vector<LevelChecker::Problem> LevelChecker::checkText(const std::string& te
                             std::max(std::fabs(b.box.minY), std::fabs(b.box.maxY)) > LevelLoader::maxCoordinate;
         if (beyond)
             problems.push_back({b.line, b.label + ": lies beyond the coordinates the game can load"});
-        else if (haveLevel && b.entity && !b.box.overlaps(level))
+        else if (haveLevel && b.entity && !b.box.overlaps(reach))
             problems.push_back({b.line, b.label + ": lies outside the level's geometry"});
     }
     std::stable_sort(problems.begin(), problems.end(),

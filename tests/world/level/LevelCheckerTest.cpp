@@ -166,8 +166,8 @@ TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
          firstExtraLine + 2, "vertex origin \"zero\" is not x,y or x,y,z"},
         {"overlapping spawn points", body("spawnpoint", "start2", square(8, 8)), "", firstExtraLine,
          "body \"start2\" (spawnpoint): overlaps spawn point \"start\""},
-        {"outside the level", body("health", "far", square(5000, 5000)), "", firstExtraLine,
-         "body \"far\" (health): lies outside the level's geometry"},
+        {"outside the level", body("health", "far", square(900, 0)), "", firstExtraLine,
+         "body \"far\" (health): lies outside the level"},
         {"beyond loadable coordinates", body("default", "huge", square(2e6f, 0), "entity=\"false\""), "",
          firstExtraLine, "lies beyond the coordinates the game can load"},
     };
