@@ -18,7 +18,7 @@ var PARAMS = ["targets", "solid", "entity", "outlined", "outlinecolour", "outlin
 var BOOL_PARAMS = ["solid", "entity", "outlined", "textured", "visible"];
 var TEXT_PARAMS = ["targets", "texture", "outlinecolour"];
 // Properties that carry the polygon's extras rather than attributes.
-var EXTRAS = ["colour", "colours", "texcoords", "vertexz"];
+var EXTRAS = ["colour", "colours", "texcoords", "vertexz", "comment"];
 var ATTRIBUTE_PREFIX = "a:";
 var ROOT_PREFIX = "root:";
 
@@ -40,7 +40,7 @@ function decodeEntities(text, line) {
 
 function parseXml(text) {
     var pos = 0, line = 1;
-    var root = null, stack = [];
+    var root = null, stack = [], pendingComments = [];
     function fail(message) { throw new Error("line " + line + ": " + message); }
     function advance(to) {
         for (var i = pos; i < to; ++i)
@@ -56,7 +56,13 @@ function parseXml(text) {
         var lt = text.indexOf("<", pos);
         if (lt < 0) { advance(text.length); break; }
         advance(lt);
-        if (text.startsWith("<!--", pos)) { skipPast("-->", "comment"); continue; }
+        if (text.startsWith("<!--", pos)) {
+            var start = pos + 4;
+            skipPast("-->", "comment");
+            // Kept for the element that follows, so a level's notes survive.
+            pendingComments.push(text.substring(start, pos - 3));
+            continue;
+        }
         if (text.startsWith("<?", pos)) { skipPast("?>", "declaration"); continue; }
         if (text.startsWith("<![CDATA[", pos)) { skipPast("]]>", "CDATA section"); continue; }
         if (text.startsWith("<!", pos)) { skipPast(">", "declaration"); continue; }
@@ -70,7 +76,9 @@ function parseXml(text) {
         }
         var nameMatch = /^<([A-Za-z_:][-\w:.]*)/.exec(text.substr(pos, 256));
         if (!nameMatch) fail("bad tag");
-        var element = { name: nameMatch[1], attributes: {}, order: [], children: [], line: line };
+        var element = { name: nameMatch[1], attributes: {}, order: [], children: [], line: line,
+                        comments: pendingComments };
+        pendingComments = [];
         advance(pos + nameMatch[0].length);
         for (;;) {
             var rest = /^\s*/.exec(text.substr(pos, 4096));
@@ -184,6 +192,7 @@ function readLevel(fileName) {
         var object = new MapObject(p.attributes.idname !== undefined ? p.attributes.idname : "");
         setClass(object, p.attributes.type !== undefined ? p.attributes.type : "");
         if (p.attributes.idname === undefined) object.setProperty("noidname", true);
+        if (p.comments.length) object.setProperty("comment", p.comments.join("\n"));
 
         var params = childrenNamed(p, "params")[0];
         var depth = null, targets = [];
@@ -372,6 +381,10 @@ function writeLevel(map, fileName) {
         }
         if (left && right) problems.push(label + " is not convex; the game needs convex polygons");
 
+        if (properties.comment !== undefined && String(properties.comment) !== "")
+            String(properties.comment).split("\n").forEach(function (c) {
+                out.push("  <!--" + c.replace(/--/g, "- -").replace(/-$/, "- ") + "-->");
+            });
         var head = "  <P type=\"" + escapeXml(getClass(object) || "") + "\"";
         if (properties.noidname !== true || object.name !== "") head += " idname=\"" + escapeXml(object.name) + "\"";
         out.push(head + ">");
