@@ -24,6 +24,11 @@ for level in "$src"/maps/*.xml; do
     if ! export_map "$level" "$work/out/$(basename "$level")"; then
         echo "Tiled could not export $level:"; cat "$work/log"; exit 1
     fi
+    # The notes beside the bodies come back too.
+    notes() { sed -n '/<Objects/,/<\/Objects>/p' "$1" | grep -c '<!--' || true; }
+    if [ "$(notes "$level")" != "$(notes "$work/out/$(basename "$level")")" ]; then
+        echo "$(basename "$level"): comments were lost"; exit 1
+    fi
     count=$((count + 1))
 done
 echo "exported $count levels"
