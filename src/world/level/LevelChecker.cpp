@@ -227,7 +227,12 @@ void LevelChecker::checkBody(const TiXmlElement* p, BodyInfo& info, std::vector<
                 continue;
             }
             const std::vector<std::string> parts = splitTokens(origin, ",");
-            info.polygon.push_back({std::atof(parts[0].c_str()), std::atof(parts[1].c_str())});
+            const Point point{std::atof(parts[0].c_str()), std::atof(parts[1].c_str())};
+            if (!std::isfinite(point.x) || !std::isfinite(point.y)) {
+                report(v->Row(), "vertex origin " + quoted(origin) + " is not a finite number");
+                continue;
+            }
+            info.polygon.push_back(point);
             if (v->Attribute("colour") && !numbers(attributeText(v, "colour"), 4, 4))
                 report(v->Row(), "vertex colour " + quoted(attributeText(v, "colour")) + " is not r,g,b,a");
             if (v->Attribute("texcoords") && !numbers(attributeText(v, "texcoords"), 2, 2))

@@ -1,7 +1,10 @@
 // The level checker: one small broken level per rule, each of which must be
 // reported once, on the right line, naming the body; a clean level and the
 // schema the rules rest on.
+#include "TestPaths.h"
 #include <gtest/gtest.h>
+
+#include <dirent.h>
 
 #include <cstdio>
 #include <string>
@@ -164,6 +167,11 @@ TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
               "entity=\"false\""),
          "",
          firstExtraLine + 2, "vertex origin \"zero\" is not x,y or x,y,z"},
+        {"infinite vertex",
+         body("default", "inf",
+              "<verts><v origin=\"0,0\"/><v origin=\"10,0\"/><v origin=\"10,10\"/><v origin=\"1e999,0\"/></verts>",
+              "entity=\"false\""),
+         "", firstExtraLine + 2, "vertex origin \"1e999,0\" is not a finite number"},
         {"overlapping spawn points", body("spawnpoint", "start2", square(8, 8)), "", firstExtraLine,
          "body \"start2\" (spawnpoint): overlaps spawn point \"start\""},
         {"outside the level", body("health", "far", square(900, 0)), "", firstExtraLine,
@@ -226,6 +234,25 @@ TEST_F(LevelCheckerTest, UnreadableFilesAndExitStatus)
     ASSERT_NE(std::fgets(line, sizeof line, sink), nullptr);
     EXPECT_EQ(std::string(line).rfind("bad.xml:" + std::to_string(firstExtraLine) + ": body \"gun\"", 0), 0u)
         << line;
+    std::fclose(sink);
+}
+
+TEST_F(LevelCheckerTest, FuzzSeedsAreCheckedWithoutHarm)
+{
+    const std::string corpus = testSourceDir() + "/fuzz/corpus/level_loader";
+    DIR* listing = opendir(corpus.c_str());
+    ASSERT_NE(listing, nullptr) << corpus;
+    std::vector<std::string> seeds;
+    while (const dirent* entry = readdir(listing))
+        if (entry->d_name[0] != '.')
+            seeds.push_back(corpus + "/" + entry->d_name);
+    closedir(listing);
+    ASSERT_FALSE(seeds.empty());
+    std::FILE* sink = std::tmpfile();
+    ASSERT_NE(sink, nullptr);
+    LevelChecker checker(schema);
+    for (const std::string& seed : seeds)
+        EXPECT_GE(checker.run({seed}, sink), 0) << seed;
     std::fclose(sink);
 }
 
