@@ -66,7 +66,7 @@ struct LevelChecker::BodyInfo {
     std::vector<Point> polygon;
     Box box;
     bool hasBox = false;
-    // Attribute values by lower-case name, for the level-wide rules.
+    // What the level-wide exit rule needs of a level change.
     std::string leveltarget;
     bool iscutscene = false;
 };
