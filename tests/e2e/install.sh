@@ -66,6 +66,25 @@ grep -q "^bind f11 +showmap$" "$user/data/config.txt" || fail "the player's auto
 grep -q "^bind f12 +showmap$" "$user/data/config.txt" || fail "the player's userconfig.txt did not run"
 [ -z "$(find "$prefix" "$root/cwd" "$root/home" -newer "$root/before")" ] || fail "second run wrote outside"
 
+# The level tools work from the installed game in any directory: a shipped
+# level checks clean, a broken copy is reported with its line and exit status
+# 1, and the Tiled project points at the installed extension.
+tools=$root/tools
+mkdir -p "$tools"
+level_tool() { (cd "$tools" && HOME=$root/home XDG_DATA_HOME=$root/xdg PATH="$prefix/bin:$PATH" brindlequay "$@"); }
+level_tool --check-level "$prefix/share/brindlequay/maps/logic.xml" >"$tools/report.txt" ||
+  fail "a shipped level does not check clean: $(cat "$tools/report.txt")"
+sed 's/type="door"/type="dor"/' "$prefix/share/brindlequay/maps/logic.xml" >"$tools/broken.xml"
+status=0
+level_tool --check-level broken.xml >"$tools/report.txt" || status=$?
+[ "$status" -eq 1 ] || fail "the checker exited with $status for a broken level"
+grep -qE '^broken.xml:[0-9]+: body "[a-z_]+" \(dor\): unknown type "dor" \(did you mean "door"\?\)$' \
+  "$tools/report.txt" || fail "the broken level's report: $(cat "$tools/report.txt")"
+level_tool --tiled-project project >/dev/null || fail "no Tiled project"
+grep -q "\"extensionsPath\": \"$prefix/share/brindlequay/tiled/extensions\"" "$tools/project/brindlequay.tiled-project" ||
+  fail "the Tiled project does not point at the installed extension"
+[ -f "$prefix/share/brindlequay/tiled/extensions/brindlequay/brindlequay.js" ] || fail "the Tiled extension is not installed"
+
 # Uninstalling removes exactly what was installed.
 xargs rm -f <"$build_dir/install_manifest.txt"
 [ -z "$(find "$prefix" -type f)" ] || fail "files left after uninstall: $(find "$prefix" -type f | head)"
