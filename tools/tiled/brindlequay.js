@@ -38,10 +38,20 @@ function decodeEntities(text, line) {
     });
 }
 
+var CLOSE_TAG = /<\/([A-Za-z_:][-\w:.]*)\s*>/y;
+var OPEN_TAG = /<([A-Za-z_:][-\w:.]*)/y;
+var SPACE = /\s*/y;
+var ATTRIBUTE = /([A-Za-z_:][-\w:.]*)\s*=\s*("([^"]*)"|'([^']*)')/y;
+
 function parseXml(text) {
     var pos = 0, line = 1;
     var root = null, stack = [], pendingComments = [];
     function fail(message) { throw new Error("line " + line + ": " + message); }
+    // Matches a sticky pattern right at the current position.
+    function at(pattern) {
+        pattern.lastIndex = pos;
+        return pattern.exec(text);
+    }
     function advance(to) {
         for (var i = pos; i < to; ++i)
             if (text.charCodeAt(i) === 10) ++line;
@@ -67,26 +77,26 @@ function parseXml(text) {
         if (text.startsWith("<![CDATA[", pos)) { skipPast("]]>", "CDATA section"); continue; }
         if (text.startsWith("<!", pos)) { skipPast(">", "declaration"); continue; }
         if (text.startsWith("</", pos)) {
-            var close = /^<\/([A-Za-z_:][-\w:.]*)\s*>/.exec(text.substr(pos, 256));
+            var close = at(CLOSE_TAG);
             if (!close) fail("bad closing tag");
             var open = stack.pop();
             if (!open || open.name !== close[1]) fail("</" + close[1] + "> does not close <" + (open ? open.name : "nothing") + ">");
             advance(pos + close[0].length);
             continue;
         }
-        var nameMatch = /^<([A-Za-z_:][-\w:.]*)/.exec(text.substr(pos, 256));
+        var nameMatch = at(OPEN_TAG);
         if (!nameMatch) fail("bad tag");
         var element = { name: nameMatch[1], attributes: {}, order: [], children: [], line: line,
                         comments: pendingComments };
         pendingComments = [];
         advance(pos + nameMatch[0].length);
         for (;;) {
-            var rest = /^\s*/.exec(text.substr(pos, 4096));
+            var rest = at(SPACE);
             advance(pos + rest[0].length);
             if (pos >= text.length) fail("unterminated tag <" + element.name + ">");
             if (text.startsWith("/>", pos)) { advance(pos + 2); element.empty = true; break; }
             if (text[pos] === ">") { advance(pos + 1); break; }
-            var attr = /^([A-Za-z_:][-\w:.]*)\s*=\s*("([^"]*)"|'([^']*)')/.exec(text.substr(pos, 65536));
+            var attr = at(ATTRIBUTE);
             if (!attr) fail("bad attribute in <" + element.name + ">");
             var value = attr[3] !== undefined ? attr[3] : attr[4];
             if (element.attributes.hasOwnProperty(attr[1])) fail("attribute " + attr[1] + " given twice");
