@@ -31,6 +31,8 @@ protected:
     struct World {
         uint64_t hash = 0;
         std::vector<std::string> bodies;
+        // Written text rounds floats; the polygons must match to the bit.
+        std::vector<float> geometry;
     };
 
     World load(const std::string& text)
@@ -46,6 +48,12 @@ protected:
             TiXmlPrinter printer;
             parent.Accept(&printer);
             world.bodies.push_back(printer.CStr());
+            for (const Vector& v : body->worldVertices)
+                world.geometry.insert(world.geometry.end(), {v.x, v.y, v.z});
+            for (const TexCoord& t : body->texCoords)
+                world.geometry.insert(world.geometry.end(), {t.u, t.v});
+            for (const RGBAColour& c : body->colours)
+                world.geometry.insert(world.geometry.end(), {c.r, c.g, c.b, c.a});
         }
         return world;
     }
@@ -72,6 +80,7 @@ TEST_F(TiledRoundTripTest, EveryExportedLevelLoadsAsTheSameWorld)
         const World copy = load(readFile(std::string(exported) + "/" + name));
         ASSERT_FALSE(original.bodies.empty());
         EXPECT_EQ(original.hash, copy.hash);
+        EXPECT_TRUE(original.geometry == copy.geometry);
         ASSERT_EQ(original.bodies.size(), copy.bodies.size());
         for (size_t i = 0; i < original.bodies.size(); ++i)
             EXPECT_EQ(original.bodies[i], copy.bodies[i]) << "body " << i;
