@@ -141,8 +141,12 @@ function formatNumber(n) {
     return String(Object.is(short, -0) ? 0 : short);
 }
 
+// Read as the game reads them: a text that is no number counts as 0.
 function numberList(text) {
-    return text.split(",").filter(function (s) { return s.length > 0; }).map(function (s) { return parseFloat(s); });
+    return text.split(",").filter(function (s) { return s.length > 0; }).map(function (s) {
+        var n = parseFloat(s);
+        return isFinite(n) ? n : 0;
+    });
 }
 
 function getClass(object) {
@@ -226,7 +230,8 @@ function readLevel(fileName) {
         childrenNamed(p, "verts").forEach(function (verts) {
             childrenNamed(verts, "v").forEach(function (v) {
                 var origin = numberList(v.attributes.origin || "");
-                points.push({ x: origin.length > 0 ? origin[0] : 0, y: origin.length > 1 ? origin[1] : 0 });
+                var whole = origin.length >= 2;
+                points.push({ x: whole ? origin[0] : 0, y: whole ? origin[1] : 0 });
                 zs.push(origin.length > 2 ? origin[2] : 0);
                 if (origin.length > 2) anyZ = true;
                 colours.push(v.attributes.colour ? v.attributes.colour : "255,255,255,255");
