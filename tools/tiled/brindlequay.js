@@ -145,7 +145,7 @@ function formatNumber(n) {
 function numberList(text) {
     return text.split(",").filter(function (s) { return s.length > 0; }).map(function (s) {
         var n = parseFloat(s);
-        return isFinite(n) ? n : 0;
+        return isNaN(n) ? 0 : n;
     });
 }
 
