@@ -67,7 +67,8 @@ struct LevelChecker::BodyInfo {
     Box box;
     bool hasBox = false;
     // What the level-wide exit rule needs of a level change.
-    std::string leveltarget;
+    std::string leveltarget, targetspawn;
+    int targetspawnLine = 0;
     bool iscutscene = false;
 };
 
@@ -105,6 +106,22 @@ bool LevelChecker::soundExists(const std::string& name)
                 particleIds.insert(attributeText(p, "id"));
     }
     return soundPaths.count(name) || resourceExists(name);
+}
+
+bool LevelChecker::spawnPointIn(const std::string& levelPath, const std::string& id)
+{
+    auto cached = levelSpawns.find(levelPath);
+    if (cached == levelSpawns.end()) {
+        std::set<std::string> found;
+        TiXmlDocument document;
+        if (ResourceManager::instance().loadDocument(document, levelPath) && document.RootElement())
+            if (const TiXmlElement* objects = document.RootElement()->FirstChildElement("Objects"))
+                for (const TiXmlElement* p = objects->FirstChildElement("P"); p; p = p->NextSiblingElement("P"))
+                    if (attributeText(p, "type") == "spawnpoint")
+                        found.insert(attributeText(p, "idname"));
+        cached = levelSpawns.emplace(levelPath, found).first;
+    }
+    return cached->second.count(id) > 0;
 }
 
 bool LevelChecker::particleExists(const std::string& id)
@@ -284,6 +301,10 @@ void LevelChecker::checkBody(const TiXmlElement* p, BodyInfo& info, std::vector<
                 info.leveltarget = value;
             if (sameName(name, "iscutscene"))
                 info.iscutscene = readBool(value);
+            if (sameName(name, "targetspawn")) {
+                info.targetspawn = value;
+                info.targetspawnLine = a->Row();
+            }
             checkAttribute(info, a, name, value, problems);
         }
 }
@@ -333,6 +354,14 @@ std::vector<LevelChecker::Problem> LevelChecker::checkText(const std::string& te
               resourceExists(LevelLoader::resourcePath(LevelLoader::levelPath(b.leveltarget))))))
             exit = true;
     }
+    // The spawn point a level change asks for must be in the level it loads.
+    for (const BodyInfo& b : bodies)
+        if (b.type == "levelchange" && !b.iscutscene && !b.targetspawn.empty() && !b.leveltarget.empty()) {
+            const std::string path = LevelLoader::resourcePath(LevelLoader::levelPath(b.leveltarget));
+            if (resourceExists(path) && !spawnPointIn(path, b.targetspawn))
+                problems.push_back({b.targetspawnLine, b.label + ": \"targetspawn\" names no spawn point of level " +
+                                                           quoted(b.leveltarget) + ": " + quoted(b.targetspawn)});
+        }
     if (spawns.empty())
         problems.push_back({objects->Row(), "no spawn point: the player has nowhere to start"});
     for (size_t i = 0; i < spawns.size(); ++i)

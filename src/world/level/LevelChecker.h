@@ -5,6 +5,7 @@
 // exits, bodies outside the level. Needs no window, sound or running world;
 // media are looked up through the resource manager (disk, then data.zip).
 #include <cstdio>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -39,10 +40,12 @@ private:
     bool resourceExists(const std::string& path);
     bool soundExists(const std::string& name);
     bool particleExists(const std::string& id);
+    bool spawnPointIn(const std::string& levelPath, const std::string& id);
 
     const LevelSchema& schema;
     std::set<std::string> ids;
     std::set<std::string> foundResources, missingResources;
     std::set<std::string> soundPaths, particleIds;
+    std::map<std::string, std::set<std::string>> levelSpawns;
     bool mediaTablesRead = false;
 };

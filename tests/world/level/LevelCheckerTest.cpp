@@ -66,7 +66,7 @@ class LevelCheckerTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        dir.write("maps/next.xml", "<level><Objects/></level>");
+        dir.write("maps/next.xml", "<level><Objects><P type=\"spawnpoint\" idname=\"door\"/></Objects></level>");
         dir.write("data/images/ok.png", "png");
         dir.write("data/sky/day.xml", "<sky/>");
         dir.write("data/sounds/sounds.xml", "<sounds><sound id=\"0\" path=\"data/sounds/hum.wav\"/></sounds>");
@@ -95,7 +95,9 @@ TEST_F(LevelCheckerTest, CleanLevelHasNoProblems)
              "entity=\"true\" targets=\"gate\" texture=\"data/images/ok.png\"") +
         body("soundbody", "hum", square(120, 0) + attribute("sound", "data/sounds/hum.wav")) +
         body("particlesystembody", "fx", square(140, 0) + attribute("SYSTEMID", "steam")) +
-        body("skyinfo", "skies", square(160, 0) + attribute("skies", "day"));
+        body("skyinfo", "skies", square(160, 0) + attribute("skies", "day")) +
+        body("levelchange", "exit2", square(180, 0) + attribute("leveltarget", "next") +
+                                         attribute("targetspawn", "door"));
     for (const auto& p : check(level(good)))
         ADD_FAILURE() << p.line << ": " << p.message;
 }
@@ -144,6 +146,9 @@ TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
          firstExtraLine + 2, "missing sky \"nite\""},
         {"level change to no level", body("levelchange", "l", square(40, 0) + attribute("leveltarget", "nxt")), "",
          firstExtraLine + 2, "\"leveltarget\" names no level: \"nxt\""},
+        {"entry spawn point of the next level",
+         body("levelchange", "l", square(40, 0) + attribute("leveltarget", "next") + attribute("targetspawn", "dor")),
+         "", firstExtraLine + 2, "\"targetspawn\" names no spawn point of level \"next\": \"dor\""},
         {"too few vertices",
          body("default", "bit", "<verts><v origin=\"0,0\"/><v origin=\"1,0\"/></verts>", "entity=\"false\""), "",
          firstExtraLine, "body \"bit\" (default): polygon has 2 vertices"},
