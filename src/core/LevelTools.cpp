@@ -51,8 +51,10 @@ bool runLevelTool(int argc, char** argv, int& status)
     // chatter about what it found goes nowhere.
     std::fflush(stdout);
     std::FILE* report = fdopen(dup(fileno(stdout)), "w");
-    if (!report || !std::freopen("/dev/null", "w", stdout))
+    if (!report)
         report = stdout;
+    else if (!std::freopen("/dev/null", "w", stdout))
+        std::fprintf(stderr, "the resource manager's messages will mix with the report\n");
     const std::string started = currentDirectory();
     std::vector<std::string> arguments(argv + 2, argv + argc);
 
