@@ -1,5 +1,7 @@
 #include "world/level/LevelSchema.h"
 
+#include <tinyxml.h>
+
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
@@ -173,6 +175,26 @@ bool isNumber(const std::string& text, bool integer)
         std::strtod(text.c_str(), &end);
     return end && *end == '\0' && !std::isspace(static_cast<unsigned char>(text[0]));
 }
+
+// A fresh body's saved state: where a saved key is named like an attribute
+// and reads as its kind, it is that attribute's default, straight from code.
+std::string savedDefault(const TiXmlElement& state, const std::string& name, Kind kind)
+{
+    for (const TiXmlAttribute* a = state.FirstAttribute(); a; a = a->Next()) {
+        if (!sameName(a->Name(), name))
+            continue;
+        std::string value = a->Value();
+        if (kind == Kind::Float && value.find('.') != std::string::npos) {
+            // "%f" text: drop the zeros a reader would not write.
+            value.erase(value.find_last_not_of('0') + 1);
+            if (!value.empty() && value.back() == '.')
+                value.pop_back();
+        }
+        const bool scalar = kind == Kind::Bool || kind == Kind::Int || kind == Kind::Float;
+        return scalar && LevelSchema::valueFits(kind, value) ? value : std::string();
+    }
+    return std::string();
+}
 }
 
 LevelSchema::LevelSchema(BodyFactory& factory)
@@ -180,6 +202,8 @@ LevelSchema::LevelSchema(BodyFactory& factory)
     auto describe = [this](const std::string& type, Body& body) {
         TypeEntry entry;
         entry.type = type;
+        TiXmlElement state("custom");
+        body.writeState(&state);
         for (const std::string& name : probeNames(body)) {
             Attribute attribute;
             attribute.name = name;
@@ -190,6 +214,9 @@ LevelSchema::LevelSchema(BodyFactory& factory)
             } else if (std::find(undocumented.begin(), undocumented.end(), name) == undocumented.end()) {
                 undocumented.push_back(name);
             }
+            const std::string fromCode = savedDefault(state, name, attribute.kind);
+            if (!fromCode.empty())
+                attribute.defaultValue = fromCode;
             entry.attributes.push_back(attribute);
         }
         return entry;

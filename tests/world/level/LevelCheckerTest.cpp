@@ -277,6 +277,9 @@ TEST_F(LevelCheckerTest, SchemaCoversEveryTypeWithTheAttributesItReads)
     EXPECT_EQ(schema.findAttribute("jumppad", "speed")->kind, LevelSchema::Kind::Vector);
     EXPECT_EQ(schema.findAttribute("searchlight", "speed")->kind, LevelSchema::Kind::Float);
     EXPECT_EQ(schema.findAttribute("door", "leveltarget"), nullptr);
+    // Defaults come from a fresh body where its saved state names them.
+    EXPECT_EQ(schema.findAttribute("door", "timeopen")->defaultValue, "0");
+    EXPECT_FALSE(schema.findAttribute("rocketgrunt", "health")->defaultValue.empty());
     // An unknown type reads what a plain body reads.
     EXPECT_NE(schema.findAttribute("Shotgun", "glow"), nullptr);
     EXPECT_EQ(schema.findAttribute("Shotgun", "ammo"), nullptr);
