@@ -15,7 +15,7 @@ install(DIRECTORY ${CMAKE_SOURCE_DIR}/tools/tiled/doc DESTINATION ${CMAKE_INSTAL
 if(BQ_TESTS)
   enable_testing()
   # Every shipped level (wave files are not levels) passes the level checker.
-  file(GLOB bq_level_files ${CMAKE_SOURCE_DIR}/maps/*.xml)
+  file(GLOB bq_level_files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/maps/*.xml)
   set(bq_levels "")
   foreach(f ${bq_level_files})
     file(STRINGS ${f} objects REGEX "<Objects")
