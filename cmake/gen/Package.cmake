@@ -17,11 +17,15 @@ set_property(SOURCE ${CMAKE_SOURCE_DIR}/src/resources/GameDirectories.cpp APPEND
 # The player's own scripts in the game directory stay out of it.
 find_program(BQ_ZIP zip REQUIRED)
 set(BQ_DATA_ZIP ${CMAKE_BINARY_DIR}/data.zip)
-file(GLOB_RECURSE BQ_DATA_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/data/* ${CMAKE_SOURCE_DIR}/maps/*)
+# The shipped demos go in too, so the binary and data.zip are the whole game;
+# recordings the player made in the game directory stay out.
+file(GLOB BQ_SHIPPED_DEMOS CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/demos/*.dem)
+file(GLOB_RECURSE BQ_DATA_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/data/* ${CMAKE_SOURCE_DIR}/maps/*
+     ${CMAKE_SOURCE_DIR}/demos/*.dem)
 add_custom_command(
   OUTPUT ${BQ_DATA_ZIP}
   COMMAND ${CMAKE_COMMAND} -E rm -f ${BQ_DATA_ZIP}
-  COMMAND ${BQ_ZIP} -q -r -X ${BQ_DATA_ZIP} data maps
+  COMMAND ${BQ_ZIP} -q -r -X ${BQ_DATA_ZIP} data maps ${BQ_SHIPPED_DEMOS}
           -x data/config.txt data/userconfig.txt data/autoexec.txt
   WORKING_DIRECTORY ${BQ_GAME_DIR}
   DEPENDS ${BQ_DATA_SOURCES} ${BQ_MEDIA_STAMP} ${BQ_FONT_OUTPUTS}

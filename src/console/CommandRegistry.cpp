@@ -236,7 +236,11 @@ void CommandRegistry::execScript() {
     conPrint("Found: " + path);
 
     ++execDepth;
-    for (const std::string& line : splitText(text, '\n')) {
+    for (std::string line : splitText(text, '\n')) {
+        // Scripts saved on Windows end their lines in CR LF; a kept CR would
+        // end up in the last word (a binding that never fires).
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
         pendingText.clear();
         pendingText += line;
         executePending();

@@ -123,10 +123,12 @@ int TextureManager::indexOf(unsigned int glId) const
 int TextureManager::bind(const std::string& path, bool clamp)
 {
     Texture* texture = find(path);
-    if (!texture)
+    if (!texture && !failedPaths.count(path))
         texture = load(path, clamp);
-    if (!texture)
+    if (!texture) {
+        failedPaths.insert(path);
         return bindFallback();
+    }
     bindTexture(texture->glId);
     return static_cast<int>(texture->glId);
 }
@@ -140,10 +142,12 @@ int TextureManager::bindId(int glId)
 int TextureManager::bindFallback()
 {
     Texture* texture = find(fallbackPath);
-    if (!texture)
+    if (!texture && !failedPaths.count(fallbackPath))
         texture = load(fallbackPath, false);
-    if (!texture)
+    if (!texture) {
+        failedPaths.insert(fallbackPath);
         return -1;
+    }
     bindTexture(texture->glId);
     return static_cast<int>(texture->glId);
 }

@@ -3,13 +3,15 @@
 // stays cached under that name for the rest of the run. Images are decoded by
 // DevIL from the file on disk or, when it is not there, from the data archive,
 // so the whole data tree can ship as one zip. A name that cannot be loaded
-// gives way to the fallback image, and is tried again on the next bind.
+// gives way to the fallback image; the failure is remembered, so it is
+// decoded and reported once, not every frame.
 //
 // The GL side (upload, bind, delete) sits behind three protected hooks so
 // the cache rules can run without a GL context.
 #include <iosfwd>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "render/Texture.h"
@@ -60,5 +62,6 @@ private:
     const Texture* findConst(const std::string& path) const;
 
     std::map<std::string, std::unique_ptr<Texture>> textures;
+    std::set<std::string> failedPaths;
     int decodeCount = 0;
 };

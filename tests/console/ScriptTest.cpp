@@ -28,12 +28,13 @@ TEST_F(ScriptTest, LinesRunInOrderWithTheirOwnComments)
               "\n"
               "/* a block comment ends with its line\n"
               "rec 4 */ rec 5\n"
-              "  bind k rec; rec\n");
+              "  bind k rec; rec\r\n"
+              "rec a\rb\r");
     std::string bound;
     registerCommand("bind a key", "bind", [&] { bound = CommandRegistry::instance().argumentLine; });
     const std::string out = run("exec s.txt extra ignored");
-    // The carriage return of a CR LF line stays in its last word.
-    EXPECT_EQ(calls, (Calls{"rec|1", "rec|2", "rec|3\r", "rec|4|*/|rec|5"}));
+    // A CR before a line end is part of the line end; one inside a line stays.
+    EXPECT_EQ(calls, (Calls{"rec|1", "rec|2", "rec|3", "rec|4|*/|rec|5", "rec|a\rb"}));
     EXPECT_EQ(bound, "k rec; rec");
     EXPECT_NE(out.find("Found on disk: data/s.txt\n"), std::string::npos) << out;
 }

@@ -134,18 +134,23 @@ TEST_F(TextureManagerTest, UnknownPathsAnswerMinusOneAndLoadNothing)
     EXPECT_TRUE(textures.deleted.empty());
 }
 
-TEST_F(TextureManagerTest, FailedLoadBindsTheFallbackAndIsRetried)
+TEST_F(TextureManagerTest, FailedLoadBindsTheFallbackAndIsReportedOnce)
 {
     installFallback();
+    ::testing::internal::CaptureStdout();
     const int fallback = textures.bind("missing.png", false);
     EXPECT_EQ(fallback, 100);
     EXPECT_EQ(textures.getId(TextureManager::fallbackPath), 100);
     EXPECT_EQ(textures.getId("missing.png"), -1);
-    // Broken data is no better than a missing file, and the name stays uncached.
+    // Broken data is no better than a missing file.
     EXPECT_EQ(textures.bind("broken.png", false), 100);
-    EXPECT_EQ(textures.bind("missing.png", false), 100);
-    EXPECT_EQ(textures.getDecodeCount(), 4);
+    // Drawn every frame: the failure is not decoded or logged again.
+    for (int frame = 0; frame < 5; ++frame)
+        EXPECT_EQ(textures.bind("missing.png", false), 100);
+    const std::string log = ::testing::internal::GetCapturedStdout();
+    EXPECT_EQ(textures.getDecodeCount(), 3);
     EXPECT_EQ(textures.size(), 1u);
+    EXPECT_EQ(log, "FAILED to load texture: missing.png\nFAILED to load texture: broken.png\n");
 }
 
 TEST_F(TextureManagerTest, WithoutFallbackNothingIsBound)
@@ -153,6 +158,8 @@ TEST_F(TextureManagerTest, WithoutFallbackNothingIsBound)
     EXPECT_EQ(textures.bind("missing.png", false), -1);
     EXPECT_EQ(textures.bound, 0u);
     EXPECT_EQ(textures.bindFallback(), -1);
+    EXPECT_EQ(textures.bind("missing.png", false), -1);
+    EXPECT_EQ(textures.getDecodeCount(), 2);
 }
 
 TEST_F(TextureManagerTest, IndexUnloadAndDumpFollowNameOrder)
