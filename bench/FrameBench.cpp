@@ -64,7 +64,7 @@ Game* startGame()
         if (!g->init())
             return nullptr;
         // Settle the level (fades, sky particles) before measuring.
-        for (int i = 0; i < 120; ++i) {
+        for (int i = 0; i < 120 && !Game::terminateRequested(); ++i) {
             shotClock.advance(33);
             g->pumpEvents();
             g->runFrame();
@@ -74,11 +74,23 @@ Game* startGame()
     return game;
 }
 
+// The game's SIGTERM handler only notes the signal; every loop here checks
+// it so the bench stops like the game does.
+bool stopping(benchmark::State& state)
+{
+    if (!Game::terminateRequested())
+        return false;
+    state.SkipWithError("stopped by SIGTERM");
+    return true;
+}
+
 Game* gameOrSkip(benchmark::State& state)
 {
     Game* game = startGame();
     if (!game)
         state.SkipWithError("no display or game directory");
+    else if (stopping(state))
+        return nullptr;
     return game;
 }
 
@@ -106,6 +118,8 @@ void rendererFrames(benchmark::State& state, Draw draw)
         return;
     IRenderer& r = *game->getRenderer();
     for (auto _ : state) {
+        if (stopping(state))
+            break;
         r.beginFrame();
         draw(r);
         r.endFrame();
@@ -164,6 +178,8 @@ void BM_TestLevelFrame(benchmark::State& state)
     setReuse(*game, reuse);
     setBloom(static_cast<int>(state.range(0)));
     for (auto _ : state) {
+        if (stopping(state))
+            break;
         game->pumpEvents();
         game->runFrame();
     }
@@ -188,11 +204,13 @@ void BM_SkyFrame(benchmark::State& state)
     setReuse(*game, reuse);
     game->loadSky(std::string("data/sky/") + sky + ".xml");
     setBloom(0);
-    for (int i = 0; i < 90; ++i) {
+    for (int i = 0; i < 90 && !Game::terminateRequested(); ++i) {
         game->pumpEvents();
         game->runFrame();
     }
     for (auto _ : state) {
+        if (stopping(state))
+            break;
         game->pumpEvents();
         game->runFrame();
     }
@@ -284,6 +302,8 @@ void BM_FramePasses(benchmark::State& state)
     std::vector<Body*> visible;
     PassTimer t(state);
     for (auto _ : state) {
+        if (stopping(state))
+            break;
         state.PauseTiming();
         game->pumpEvents();
         game->runFrame();

@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
 # Installs every Debian package Brindlequay needs to build, test and run.
 # Safe to run again: it does nothing (quietly) when all is present.
+# EGL is for headless runs: SDL's offscreen video driver makes its OpenGL
+# context through EGL.
 set -euo pipefail
 
 packages=(
   build-essential cmake pkg-config
   libsdl1.2-compat-dev libsdl-mixer1.2-dev libdevil-dev libtinyxml-dev zlib1g-dev
   libgl-dev libglu1-mesa-dev libgl1-mesa-dri
+  libegl1 libegl-mesa0 libgles2
   libgtest-dev libgmock-dev libbenchmark-dev libbox2d-dev
   xvfb xauth xdotool x11-utils
   python3 python3-pil python3-numpy

@@ -1,6 +1,9 @@
 #include "console/GameVar.h"
 
+#include "console/ConsolePrint.h"
+
 #include <cfloat>
+#include <cstdio>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -35,19 +38,48 @@ float GameVar::parseFloat(const std::string& text) {
     return static_cast<float>(value);
 }
 
+void GameVar::setRange(double low, double high) {
+    hasRange = true;
+    minValue = low;
+    maxValue = high;
+}
+
+bool GameVar::inRange(double value) const {
+    if (!hasRange) {
+        return true;
+    }
+    if (value >= minValue && value <= maxValue) {
+        return true;
+    }
+    std::ostringstream message;
+    message << name << " must be between " << minValue << " and " << maxValue;
+    std::printf("%s\n", message.str().c_str());
+    conPrint(message.str());
+    return false;
+}
+
 void GameVar::setString(const std::string& text) {
-    if (text != stringValue) {
+    if (!inRange(std::strtod(text.c_str(), nullptr))) {
+        return;
+    }
+    // A ranged integer shows the value in use, not "5.7" or "1e2".
+    const std::string value =
+        hasRange && type == TypeInt ? std::to_string(parseInt(text)) : text;
+    if (value != stringValue) {
         changed = true;
     }
-    stringValue = text;
-    intValue = parseInt(text);
-    floatValue = parseFloat(text);
+    stringValue = value;
+    intValue = parseInt(value);
+    floatValue = parseFloat(value);
     if (onChange) {
         onChange();
     }
 }
 
 void GameVar::setInt(int32_t value) {
+    if (!inRange(value)) {
+        return;
+    }
     if (value != intValue) {
         changed = true;
     }

@@ -24,6 +24,11 @@ public:
     // Sets the value from an integer; marks `changed` when the integer differs,
     // then calls onChange.
     void setInt(int32_t value);
+    // Declares the values the variable accepts; a set outside them (or a
+    // value that is not a number) is refused with a message and changes
+    // nothing, whether it comes from the console, a script or the command line.
+    void setRange(double low, double high);
+    bool inRange(double value) const;
     // "int", "float" or "string"; any other name leaves the type as it is.
     void setType(const std::string& typeName);
     // "name value" as written to configuration scripts; "" for TypeNone.
@@ -37,6 +42,9 @@ public:
     bool changed = false;              // cleared by the reader that reacts to it
     std::function<void()> onChange;    // called after every set; may be empty
     int type = TypeNone;
+    bool hasRange = false;
+    double minValue = 0.0;
+    double maxValue = 0.0;
 
     // Text to number the way atoi/atof read it, but saturating instead of
     // overflowing on absurd input.

@@ -131,6 +131,12 @@ bool VariableRegistry::loadVariables(const std::string& fileName) {
         } else {
             std::printf("ERROR: no type defined in gamevars.xml for gamevar: %s\n", name.c_str());
         }
+        double low = 0.0;
+        double high = 0.0;
+        if (element->QueryDoubleAttribute("min", &low) == TIXML_SUCCESS &&
+            element->QueryDoubleAttribute("max", &high) == TIXML_SUCCESS && low <= high) {
+            var->setRange(low, high);
+        }
     }
     return true;
 }

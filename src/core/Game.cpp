@@ -101,8 +101,9 @@ bool Game::init()
 
     CommandRegistry::instance().registerCommands();
     VariableRegistry::instance().registerCommands();
-    VariableRegistry::instance().loadVariables("data/gamevars.xml");
-    inputManager.loadKeyNames("data/keymaps.xml");
+    const bool variablesLoaded = VariableRegistry::instance().loadVariables("data/gamevars.xml");
+    const bool keysLoaded = inputManager.loadKeyNames("data/keymaps.xml");
+    definitionsLoaded = variablesLoaded && keysLoaded;
     inputManager.setGUI(guiManager.get());
     inputManager.setConsole(console.get());
     inputManager.setCurrentTarget("gui");
@@ -123,6 +124,8 @@ bool Game::init()
     console->init();
     // The controller was made before the window had its size.
     announceScreenSize();
+    if (!definitionsLoaded)
+        reportDamagedData();
     sound->initialise();
     sound->loadDefinitions("data/sounds/sounds.xml");
     timer.start();
@@ -154,6 +157,19 @@ bool Game::init()
     return true;
 }
 
+void Game::reportDamagedData()
+{
+    const std::string message = "The game data is damaged or missing (data/gamevars.xml or data/keymaps.xml "
+                                "could not be read); reinstall the game. Settings will not be saved.";
+    std::printf("%s\n", message.c_str());
+    std::fprintf(stderr, "Brindlequay: %s\n", message.c_str());
+    // Without data there may be no font to draw with: the window title says it too.
+    SDL_WM_SetCaption("Brindlequay - game data damaged or missing", nullptr);
+    conPrintColoured(message, RGBAColour(225, 0, 0, 255));
+    console->setVisible(true);
+    inputManager.setTarget("console");
+}
+
 bool Game::setInitialVideoMode()
 {
     GameVar* width = getVar("vidwidth");
@@ -167,12 +183,20 @@ bool Game::setInitialVideoMode()
         const int h = info ? info->current_h : 768;
         std::printf("Current Desktop Res: %d x %d\n", w, h);
         const bool ok = renderer->setVideoMode(w, h, true);
-        width->setInt(w);
-        height->setInt(h);
-        full->setInt(1);
+        storeVideoMode();
         return ok;
     }
-    return renderer->setVideoMode(width->intValue, height->intValue, full->intValue > 0);
+    const bool ok = renderer->setVideoMode(width->intValue, height->intValue, full->intValue > 0);
+    storeVideoMode();
+    return ok;
+}
+
+void Game::storeVideoMode()
+{
+    // The mode obtained, not the one asked for, is what the config keeps.
+    getVar("vidwidth")->setInt(renderer->getWidth());
+    getVar("vidheight")->setInt(renderer->getHeight());
+    getVar("vidfullscreen")->setInt(renderer->isFullscreen() ? 1 : 0);
 }
 
 bool Game::registerCommands()
@@ -251,11 +275,16 @@ void Game::runStartupScripts()
     CommandRegistry& registry = CommandRegistry::instance();
     // Until the game has written the player's own config.txt, the shipped
     // default controls stand in for it.
+    // The player's own scripts are written by the game or by hand, never
+    // shipped: one that does not exist yet is no failure to report.
     if (!std::ifstream("data/config.txt"))
         registry.execute("exec default.cfg");
-    registry.execute("exec config.txt");
-    registry.execute("exec userconfig.txt");
-    registry.execute("exec userconfig.txt");
+    else
+        registry.execute("exec config.txt");
+    if (std::ifstream("data/userconfig.txt")) {
+        registry.execute("exec userconfig.txt");
+        registry.execute("exec userconfig.txt");
+    }
     if (std::ifstream("data/autoexec.txt"))
         registry.execute("exec autoexec.txt");
 }
@@ -872,11 +901,16 @@ void Game::restartVideo(int width, int height, bool fullscreen)
     getVar("vidheight")->setInt(height);
     getVar("vidfullscreen")->setInt(fullscreen ? 1 : 0);
     changeVideoMode(width, height, fullscreen);
+    storeVideoMode();
 }
 
 void Game::changeVideoMode(int width, int height, bool fullscreen)
 {
-    renderer->setVideoMode(width, height, fullscreen);
+    if (!renderer->setVideoMode(width, height, fullscreen)) {
+        // No window and no GL context: nothing more can be drawn.
+        setQuit(true);
+        return;
+    }
     if (FontRenderer* fonts = renderer->getFontRenderer())
         fonts->init();
     announceScreenSize();
@@ -1063,7 +1097,11 @@ void Game::shutdown()
     // A recording still running is written, not lost.
     demos->stop();
     releaseGameplay();
-    writeConfig("data/config.txt", true);
+    // A config.txt without bindings would hide default.cfg from every later start.
+    if (definitionsLoaded)
+        writeConfig("data/config.txt", true);
+    else
+        std::printf("Not writing data/config.txt: the game data did not load\n");
     clearLevel();
     bodies.clear();
     activeBodies.clear();

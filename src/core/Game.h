@@ -301,6 +301,7 @@ protected:
     std::vector<std::string> commandLineCommands;
 
     bool setInitialVideoMode();
+    void storeVideoMode();
     // After a level's bodies are built: the level's name, the player (id 1)
     // in the world, and the level's sky (or the default one) with the two
     // cloud layers.
@@ -318,6 +319,10 @@ protected:
     bool keyRepeatOn = true;
     // True from the start of init until its start-up scripts and set-up are done.
     bool starting = false;
+    // False when the variable or key definitions could not be read: the
+    // settings of such a start are not the player's and are never saved.
+    bool definitionsLoaded = true;
+    void reportDamagedData();
     // The level a start-up script asked for, loaded once start-up is done.
     std::optional<std::pair<std::string, std::string>> startupLevel;
     // The same for a save game.

@@ -83,14 +83,14 @@ bool Renderer::initialise()
     std::printf("Initialised Video\n");
 
     const SDL_VideoInfo* info = SDL_GetVideoInfo();
-    int desktopWidth = info ? info->current_w : 640;
-    int desktopHeight = info ? info->current_h : 480;
+    desktopWidth = info && info->current_w > 0 ? info->current_w : 0;
+    desktopHeight = info && info->current_h > 0 ? info->current_h : 0;
     std::printf("Current Desktop Res: %d x %d\n", desktopWidth, desktopHeight);
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
     SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
 
     lookUpVariables();
-    if (!setVideoMode(desktopWidth, desktopHeight, false))
+    if (!setVideoMode(desktopWidth > 0 ? desktopWidth : 640, desktopHeight > 0 ? desktopHeight : 480, false))
         return false;
 
     const bool ok = init();
@@ -115,13 +115,49 @@ bool Renderer::setVideoMode(int w, int h, bool full)
     SDL_GL_SetAttribute(SDL_GL_SWAP_CONTROL, varInt(vsync) == 1 ? 1 : 0);
     fullscreen = full;
     Uint32 flags = SDL_OPENGL | SDL_ANYFORMAT | (full ? SDL_FULLSCREEN : 0);
-    if (w <= 0 || h <= 0 || !SDL_SetVideoMode(w, h, 0, flags)) {
+    if (w > 0 && h > 0) {
+        const int maxW = glMaxWidth > 0 && desktopWidth > 0 ? std::min(glMaxWidth, desktopWidth)
+                                                            : std::max(glMaxWidth, desktopWidth);
+        const int maxH = glMaxHeight > 0 && desktopHeight > 0 ? std::min(glMaxHeight, desktopHeight)
+                                                              : std::max(glMaxHeight, desktopHeight);
+        const auto [boundW, boundH] = boundVideoSize(w, h, maxW, maxH);
+        if (boundW != w || boundH != h) {
+            std::printf("Video mode %d x %d is larger than the display allows: using %d x %d\n", w, h,
+                        boundW, boundH);
+            w = boundW;
+            h = boundH;
+        }
+    }
+    SDL_Surface* screen = w > 0 && h > 0 ? SDL_SetVideoMode(w, h, 0, flags) : nullptr;
+    if (!screen) {
         std::printf("Error: Video Mode change failed\n");
         std::printf("Falling back to 640x480 : windowed\n");
         w = 640;
         h = 480;
         fullscreen = false;
-        SDL_SetVideoMode(w, h, 0, SDL_OPENGL | SDL_ANYFORMAT);
+        screen = SDL_SetVideoMode(w, h, 0, SDL_OPENGL | SDL_ANYFORMAT);
+        if (!screen) {
+            // Every GL call from here on would crash without a context.
+            const std::string message = std::string("Could not open an OpenGL window: ") + SDL_GetError() +
+                                        ". The game needs OpenGL; headless runs with "
+                                        "SDL_VIDEODRIVER=offscreen need EGL (libegl1, libegl-mesa0).";
+            std::printf("%s\n", message.c_str());
+            std::fprintf(stderr, "Brindlequay: %s\n", message.c_str());
+            return false;
+        }
+    }
+    if (screen && screen->w > 0 && screen->h > 0) {
+        w = screen->w;
+        h = screen->h;
+    }
+    // The context exists now: its limits bound every later mode.
+    GLint viewport[2] = {0, 0};
+    GLint texture = 0;
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, viewport);
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &texture);
+    if (viewport[0] > 0 && viewport[1] > 0 && texture > 0) {
+        glMaxWidth = std::min<int>(viewport[0], texture);
+        glMaxHeight = std::min<int>(viewport[1], texture);
     }
 
     glLoadIdentity();
@@ -147,6 +183,15 @@ bool Renderer::setVideoMode(int w, int h, bool full)
     height = h;
     reloadResources();
     return true;
+}
+
+std::pair<int, int> Renderer::boundVideoSize(int w, int h, int maxWidth, int maxHeight)
+{
+    // Nothing known yet (no desktop size, no context): still no absurd buffer.
+    const int unknownLimit = 8192;
+    w = std::min(w, maxWidth > 0 ? maxWidth : unknownLimit);
+    h = std::min(h, maxHeight > 0 ? maxHeight : unknownLimit);
+    return {std::max(w, 1), std::max(h, 1)};
 }
 
 bool Renderer::init()

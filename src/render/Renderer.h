@@ -139,6 +139,9 @@ public:
     void setFrameReuse(bool on) { frameReuse = on; }
     // Rows refreshed in the frame after `frame` frames of an unchanged backdrop.
     static std::pair<int, int> backdropBandRows(int frame, int height);
+    // The size to ask for instead of w x h: no wider or taller than the limits
+    // (0 means not known: a fixed cap then), keeping at least one pixel.
+    static std::pair<int, int> boundVideoSize(int w, int h, int maxWidth, int maxHeight);
     // Window-space tiles of the glow sum that are not black, given the sum's pixels.
     static std::vector<bool> litGlowTiles(const unsigned char* rgba, int w, int h, int tile);
 
@@ -204,6 +207,12 @@ private:
     int frameCount = 0;
     int width = 640;
     int height = 480;
+    // What a mode may not exceed: the desktop (a bigger window or screen is
+    // refused by X or eats memory without end) and the GL limits, once known.
+    int desktopWidth = 0;
+    int desktopHeight = 0;
+    int glMaxWidth = 0;
+    int glMaxHeight = 0;
     Frustum frustum;
     unsigned int glowTexture = 0;
     // The four offset copies of glowTexture summed at its own size, so the

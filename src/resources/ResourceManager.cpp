@@ -16,7 +16,9 @@ ResourceManager& ResourceManager::instance() {
 }
 
 ResourceManager::ResourceManager(bool openDefaultArchive) {
-    if (openDefaultArchive) {
+    // Without data.zip the data is on disk: that is no failure to report.
+    struct stat info {};
+    if (openDefaultArchive && ::stat("data.zip", &info) == 0) {
         addArchive("data.zip");
     }
 }
@@ -27,6 +29,7 @@ bool ResourceManager::addArchive(const std::string& fileName) {
         std::printf("Failed to load %s\n", fileName.c_str());
         return false;
     }
+    std::printf("Opened %s: %zu files\n", fileName.c_str(), archive->getEntries().size());
     archives.push_back(std::move(archive));
     return true;
 }
@@ -128,8 +131,7 @@ std::unique_ptr<char[]> ResourceManager::getBytes(const std::string& path, std::
 
     std::unique_ptr<ZipResultsBundle> found = findInArchives(path);
     if (!found || !found->zipFile || !found->entry) {
-        std::printf("NULL ZipResultsBundle\n");
-        std::printf("NULL PTR getting Zip file bytes\n");
+        std::printf("Not in any archive: %s\n", path.c_str());
         error = true;
         return nullptr;
     }

@@ -92,19 +92,12 @@ bool ZipFile::index(const unsigned char* data, std::size_t size) {
         std::printf("file is not a valid zip, exiting\n");
         return false;
     }
-    std::printf("valid zip file\n");
 
     std::size_t pos = 0;
     if (!findCentralDirectory(data, size, pos)) {
         std::printf("couldn't find central directory, exiting\n");
         return false;
     }
-    std::printf("found central directory\n");
-
-    const std::string rule(61, '-');
-    std::printf("%s\n", rule.c_str());
-    std::printf("Type  Name  CompressedSize  UncompressedSize  CRC  Method  Offset  DOffset\n");
-    std::printf("%s\n", rule.c_str());
 
     while (pos + 4 <= size && readLE32(data + pos) == ZipEntry::centralSignature) {
         std::size_t recordSize = 0;
@@ -115,11 +108,6 @@ bool ZipFile::index(const unsigned char* data, std::size_t size) {
         }
         pos += recordSize;
 
-        std::printf("%s  %s  %u  %u  %08X  %u  %u  %llu\n",
-                    entry->name.empty() || entry->name.back() != '/' ? "file" : "dir",
-                    entry->name.c_str(), entry->compressedSize, entry->uncompressedSize,
-                    entry->crc32, entry->method, entry->localHeaderOffset,
-                    static_cast<unsigned long long>(entry->dataOffset));
         if (static_cast<uint64_t>(entry->localHeaderOffset) + LocalZipEntry::fixedSize > size) {
             std::printf("%s points past the end of the archive, ignoring it\n",
                         entry->name.c_str());

@@ -191,6 +191,40 @@ TEST_F(GameVarsFileTest, BrokenOrMissingFileIsOneLineAndNothingElse)
               std::string::npos);
 }
 
+TEST_F(GameVarsFileTest, DeclaredRangeHoldsOnEveryPath)
+{
+    load("<gamevars>"
+         "<var name=\"volume\" value=\"96\" type=\"int\" min=\"0\" max=\"128\" description=\"v\"/>"
+         "<var name=\"deadzone\" value=\"0.25\" type=\"float\" min=\"0\" max=\"1\" description=\"d\"/>"
+         "<var name=\"backwards\" value=\"5\" type=\"int\" min=\"9\" max=\"1\" description=\"b\"/>"
+         "</gamevars>");
+    GameVar* volume = findVar("volume");
+    ASSERT_NE(volume, nullptr);
+    int hooks = 0;
+    volume->onChange = [&] { ++hooks; };
+    // Typed name, set, a script line, the code's own setInt: all refused.
+    dir.write("data/s.txt", "volume 129\r\nset volume -1\n");
+    const std::string out = run("volume 1e9;set volume nan;exec s.txt");
+    volume->setInt(500);
+    EXPECT_EQ(volume->stringValue, "96");
+    EXPECT_EQ(volume->intValue, 96);
+    EXPECT_EQ(hooks, 0);
+    EXPECT_FALSE(volume->changed);
+    EXPECT_NE(out.find("volume must be between 0 and 128\n"), std::string::npos) << out;
+    EXPECT_EQ(volume->configLine(), "volume 96");
+
+    // In range: the text shown is the integer in use.
+    run("volume 5.7");
+    EXPECT_EQ(volume->stringValue, "5");
+    EXPECT_FLOAT_EQ(volume->floatValue, 5.0f);
+    run("set volume 128;set deadzone 0.5;set deadzone 1.5");
+    EXPECT_EQ(volume->intValue, 128);
+    EXPECT_EQ(findVar("deadzone")->stringValue, "0.5");
+    // A range that cannot hold anything is not a range.
+    run("set backwards 20");
+    EXPECT_EQ(findVar("backwards")->intValue, 20);
+}
+
 TEST(GameVarsData, ShippedFileDeclaresEveryVariableWithTypeAndHelp)
 {
     // The source tree: from the environment under ctest, else from this file's path.

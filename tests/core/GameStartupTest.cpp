@@ -70,13 +70,18 @@ TEST_F(GameStartupTest, ScriptsRunInOrderAndDefaultsOnlyBeforeTheFirstConfig)
     EXPECT_EQ(calls, (std::vector<std::string>{"rec|config", "rec|user", "rec|user", "rec|autoexec"}));
 }
 
-TEST_F(GameStartupTest, WithoutAutoexecNothingIsReported)
+TEST_F(GameStartupTest, ScriptsThePlayerHasNotWrittenAreNoFailure)
 {
-    scratch.write("data/config.txt", "rec config\n");
+    // A first start: no config.txt, no userconfig.txt, no autoexec.txt.
+    scratch.write("data/default.cfg", "rec default\n");
+    std::fflush(stdout);
+    ::testing::internal::CaptureStdout();
     game->runStartupScripts();
-    EXPECT_EQ(consoleText().find("autoexec"), std::string::npos);
-    // The missing userconfig.txt is named where the player looks.
-    EXPECT_NE(consoleText().find("Couldn't exec data/userconfig.txt"), std::string::npos);
+    std::fflush(stdout);
+    const std::string log = ::testing::internal::GetCapturedStdout();
+    EXPECT_EQ(calls, (std::vector<std::string>{"rec|default"}));
+    EXPECT_EQ(consoleText().find("Couldn't"), std::string::npos) << consoleText();
+    EXPECT_EQ(log.find("NOT Found"), std::string::npos) << log;
 }
 
 TEST_F(GameStartupTest, RegistryMessagesReachTheConsole)

@@ -163,10 +163,8 @@ void Body::readAttributes(const std::map<std::string, std::string>& attrs)
     for (const auto& [name, value] : attrs) {
         if (sameName(name, "glow")) {
             hasGlow = value == "true";
-            std::printf("bHasGlow: %d\n", hasGlow ? 1 : 0);
         } else if (sameName(name, "glowsteps")) {
             glowsteps = std::atoi(value.c_str());
-            std::printf("glowSteps: %d\n", glowsteps);
         }
     }
 }

@@ -240,7 +240,7 @@ bool LevelLoader::loadLevelFile(const std::string& name, QuadTree& tree)
     loadObjects(firstChild(document.RootElement(), "Objects"), false, false, loaded);
     assemble(loaded, tree, false);
     dumpWorldIfAsked();
-    conPrintColoured("Loaded successfuly: " + path, loadedColour);
+    conPrintColoured("Loaded level: " + path, loadedColour);
     return true;
 }
 
@@ -256,7 +256,7 @@ bool LevelLoader::loadSavedLevel(const std::string& name, const TiXmlElement* sa
     loadObjects(savedObjects, false, true, loaded);
     assemble(loaded, tree, true);
     dumpWorldIfAsked();
-    conPrintColoured("Loaded successfuly: " + path, loadedColour);
+    conPrintColoured("Loaded level: " + path, loadedColour);
     return true;
 }
 
