@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Scripts named on the command line run from disk and from data.zip, with
 # their log lines; a stray word on the command line is reported and the game
-# still starts.
+# still starts. A script with CR LF line ends binds commands without the CR,
+# so the binding fires and config.txt keeps it clean.
 set -euo pipefail
 game_dir=$1
 source "$(dirname "$0")/lib.bash"
 work=$(make_game_copy "$game_dir")
-printf 'set e2edisk 42 // a comment\r\ne2edisk\n' > "$work/data/e2e_disk.txt"
+printf 'set e2edisk 42 // a comment\r\ne2edisk\r\nbind k noclip\r\n' > "$work/data/e2e_disk.txt"
 mkdir -p "$work/zipsrc/data"
 printf 'set e2ezip 7;e2ezip\n' > "$work/zipsrc/data/e2e_zip.txt"
 rm -f "$work/data.zip"
@@ -20,5 +21,6 @@ grep -q "Found on disk: data/e2e_disk.txt" "$log" || fail "disk script not found
 grep -q "e2edisk = 42" "$log" || fail "disk script did not run"
 grep -q "NOT Found on disk: data/e2e_zip.txt" "$log" || fail "archive script was not looked up on disk first"
 grep -q "AVG FPS:" "$log" || fail "game did not shut down cleanly"
+grep -qx "bind k noclip" "$work/data/config.txt" || fail "the binding kept its CR: $(grep '^bind k ' "$work/data/config.txt" | od -c | head -2)"
 rm -rf "$work"
 echo "exec ok"
