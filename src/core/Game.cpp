@@ -274,12 +274,18 @@ void Game::runStartupScripts()
 {
     CommandRegistry& registry = CommandRegistry::instance();
     // Until the game has written the player's own config.txt, the shipped
-    // default controls stand in for it.
+    // default controls stand in for it; so they do for a config.txt that
+    // names no key at all, as a start on unreadable data once wrote (one
+    // written after "unbind" still lists every key, with nothing bound).
     // The player's own scripts are written by the game or by hand, never
     // shipped: one that does not exist yet is no failure to report.
-    if (!std::ifstream("data/config.txt"))
+    std::ifstream config("data/config.txt");
+    bool namesKeys = false;
+    for (std::string line; !namesKeys && std::getline(config, line);)
+        namesKeys = line.rfind("bind ", 0) == 0;
+    if (!namesKeys)
         registry.execute("exec default.cfg");
-    else
+    if (config.is_open())
         registry.execute("exec config.txt");
     if (std::ifstream("data/userconfig.txt")) {
         registry.execute("exec userconfig.txt");

@@ -65,9 +65,24 @@ TEST_F(GameStartupTest, ScriptsRunInOrderAndDefaultsOnlyBeforeTheFirstConfig)
     EXPECT_EQ(flip->intValue, 0);
 
     calls.clear();
-    scratch.write("data/config.txt", "rec config\n");
+    scratch.write("data/config.txt", "bind a +moveleft\nrec config\n");
     game->runStartupScripts();
     EXPECT_EQ(calls, (std::vector<std::string>{"rec|config", "rec|user", "rec|user", "rec|autoexec"}));
+}
+
+TEST_F(GameStartupTest, AConfigWithoutBindingsStillGetsTheDefaults)
+{
+    // As a start on unreadable data used to write it: variables, no keys.
+    scratch.write("data/default.cfg", "rec default\n");
+    scratch.write("data/config.txt", "//key bindings\n\n//variables\nrec config\n");
+    game->runStartupScripts();
+    EXPECT_EQ(calls, (std::vector<std::string>{"rec|default", "rec|config"}));
+
+    // Every key unbound by the player is still the player's choice.
+    calls.clear();
+    scratch.write("data/config.txt", "bind k \nbind a \nrec config\n");
+    game->runStartupScripts();
+    EXPECT_EQ(calls, (std::vector<std::string>{"rec|config"}));
 }
 
 TEST_F(GameStartupTest, ScriptsThePlayerHasNotWrittenAreNoFailure)
