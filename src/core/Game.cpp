@@ -452,6 +452,7 @@ void Game::runFrame()
 {
     renderer->begin2D();
     guiManager->draw(*renderer);
+    drawNotice();
     console->draw();
     renderer->end2D();
     endFrame();
@@ -816,6 +817,16 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
         const std::string path = LevelLoader::levelPath(name);
         std::printf("Could not load level file: %s\n", path.c_str());
         conPrint("Failed to load level: " + path);
+        showNotice("Could not load the level " + name);
+        // A level change asked for by the level itself is dropped, not
+        // retried every frame behind a black screen.
+        if (levelPending) {
+            failedLevelRequest = name;
+            levelPending = false;
+            pendingLevel.clear();
+            pendingLevelEntry.clear();
+            clearOverlay();
+        }
         return;
     }
 
@@ -826,8 +837,11 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
 
     nextBodyId = 2;
     LevelLoader loader(*this, *getBodyFactory());
-    if (!loader.loadLevelFile(name, quadTree))
+    if (!loader.loadLevelFile(name, quadTree)) {
+        showNotice("Could not load the level " + name);
+        levelPending = false;
         return;
+    }
 
     enterLevel(name);
     if (gameplay) {
@@ -858,6 +872,7 @@ bool Game::canLoadLevel(const std::string& name) const
 void Game::enterLevel(const std::string& name)
 {
     currentLevel = name;
+    failedLevelRequest.clear();
     if (player) {
         player->autoid = 1;
         player->textureId = -1;
@@ -875,6 +890,10 @@ void Game::enterLevel(const std::string& name)
 
 void Game::requestLevel(const std::string& name, const std::string& entry)
 {
+    // A level change the player still stands in asks again every step:
+    // the failure has been told once.
+    if (name == failedLevelRequest)
+        return;
     levelPending = true;
     pendingLevel = name;
     pendingLevelEntry = entry;

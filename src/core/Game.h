@@ -142,9 +142,19 @@ public:
     static constexpr int thumbnailHeight = 240;
     static std::string savePath(const std::string& name) { return "saves/" + name + ".xml"; }
     static std::string thumbnailPath(const std::string& name) { return "saves/" + name + ".png"; }
-    // Letters, digits, spaces, "-", "_" and "." (not first), at most 64: a
-    // name never reaches outside saves/.
+    // Letters, digits, spaces, "-", "_" and "." (not first), at most
+    // maxSaveNameLength: a name never reaches outside saves/.
     static bool isSaveName(const std::string& name);
+    static constexpr size_t maxSaveNameLength = 32;
+    // A save name as typed after a command: the whole rest of the line, or
+    // the text between the first pair of double quotes.
+    static std::string saveNameFromArguments(const std::string& argumentLine);
+    // A short message drawn over everything, menus included, for a few
+    // seconds: failures the player should see, not only find in the log.
+    void showNotice(const std::string& text);
+    // The message on screen now, "" when none.
+    std::string currentNotice() const;
+    static constexpr uint32_t noticeMs = 4000;
     virtual void requestLoad(const std::string& name);
     // Plays the named cut scene in the GUI component "cutscene": the GUI
     // takes the input and the world stops until the scene ends.
@@ -329,6 +339,13 @@ protected:
     std::optional<std::string> startupSave;
     bool cameraSettled = false;
     std::string skyFile;
+    // The level a level change asked for and could not load; asked again
+    // in the same level, it is not tried again.
+    std::string failedLevelRequest;
+    std::string noticeText;
+    uint32_t noticeShownAt = 0;
+    // The notice in the 2D layer, over the GUI and under the console.
+    void drawNotice();
 
     // Looked up once by registerCommands; the registry owns them.
     GameVar* chasecam = nullptr;

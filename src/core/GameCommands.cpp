@@ -75,11 +75,13 @@ void GameCommands::registerAll(Game& game)
     registerCommand("take a screenshot", "screenshot", [&game] { game.requestCapture(); });
 
     registerCommand("save game", "savegame", [&game] {
-        game.setPendingSaveName(registry().argumentCount > 0 ? registry().arguments[0] : std::string("temp"));
+        game.setPendingSaveName(registry().argumentCount > 0 ? Game::saveNameFromArguments(registry().argumentLine)
+                                                             : std::string("temp"));
         game.requestSave();
     });
     registerCommand("load game", "loadgame", [&game] {
-        game.loadGame(registry().argumentCount > 0 ? registry().arguments[0] : std::string("temp"));
+        game.loadGame(registry().argumentCount > 0 ? Game::saveNameFromArguments(registry().argumentLine)
+                                                   : std::string("temp"));
     });
 
     registerCommand("load a specified sky", "sky", [&game] {

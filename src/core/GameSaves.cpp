@@ -25,8 +25,6 @@
 #include "world/level/LevelValues.h"
 
 namespace {
-constexpr std::size_t maxSaveNameLength = 64;
-
 // The save's level must at least parse before the running one is thrown away.
 bool levelReadable(const std::string& level)
 {
@@ -55,6 +53,20 @@ void refuseSave(const std::string& path)
 {
     std::printf("Can't load save file: %s\n", path.c_str());
     conPrint("Can't load save file: " + path);
+}
+
+bool fileExists(const std::string& path)
+{
+    struct stat info;
+    return ::stat(path.c_str(), &info) == 0;
+}
+
+// What the player is told on screen when a save cannot be read or written.
+std::string saveNameProblem(const std::string& name)
+{
+    if (name.size() > Game::maxSaveNameLength)
+        return "Save names are at most " + std::to_string(Game::maxSaveNameLength) + " characters";
+    return "Save names are letters, digits, spaces, '-', '_' and '.': " + name;
 }
 }
 
@@ -103,7 +115,8 @@ void Game::saveGame()
     const std::string path = savePath(pendingSaveName);
     if (!isSaveName(pendingSaveName)) {
         std::printf("Not a save name: %s\n", pendingSaveName.c_str());
-        conPrint("Save names are letters, digits, spaces, '-', '_' and '.': " + pendingSaveName);
+        conPrint(saveNameProblem(pendingSaveName));
+        showNotice(saveNameProblem(pendingSaveName));
         return;
     }
     std::printf("Saving save game: %s\n", path.c_str());
@@ -143,14 +156,27 @@ void Game::loadGame(const std::string& name)
     const std::string saveName = name.empty() ? std::string("temp") : name;
     const std::string path = savePath(saveName);
     TiXmlDocument document(path);
-    if (!isSaveName(saveName) || !ResourceManager::instance().loadDocument(document, path)) {
+    if (!isSaveName(saveName)) {
         refuseSave(path);
+        showNotice(saveNameProblem(saveName));
+        return;
+    }
+    if (!ResourceManager::instance().loadDocument(document, path)) {
+        refuseSave(path);
+        showNotice(fileExists(path) ? "The save game " + saveName + " is damaged and was not loaded"
+                                    : "There is no save game called " + saveName);
         return;
     }
     TiXmlElement* save = document.RootElement();
     const std::string level = attributeText(save, "currentlevel");
-    if (!save || save->ValueStr() != "save" || !levelReadable(level)) {
+    if (!save || save->ValueStr() != "save") {
         refuseSave(path);
+        showNotice("The save game " + saveName + " is damaged and was not loaded");
+        return;
+    }
+    if (!levelReadable(level)) {
+        refuseSave(path);
+        showNotice("The save game " + saveName + " needs the level " + level + ", which could not be loaded");
         return;
     }
     pendingSaveName = saveName;
@@ -161,8 +187,10 @@ void Game::loadGame(const std::string& name)
     quadTree.setSplitAllowed(true);
     unloadLevel();
     LevelLoader loader(*this, *getBodyFactory());
-    if (!loader.loadSavedLevel(level, save->FirstChildElement("Objects"), quadTree))
+    if (!loader.loadSavedLevel(level, save->FirstChildElement("Objects"), quadTree)) {
+        showNotice("The save game " + saveName + " could not be loaded");
         return;
+    }
     // A hand-edited count must not hand out ids that bodies already carry,
     // and must leave room to count on.
     constexpr int maxBodyId = std::numeric_limits<int>::max() / 2;

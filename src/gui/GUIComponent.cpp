@@ -6,6 +6,7 @@
 #include "gui/ActionListener.h"
 #include "input/InputManager.h"
 #include "render/FontRenderer.h"
+#include "render/TextFit.h"
 #include "render/IRenderer.h"
 #include "sound/ISound.h"
 
@@ -157,7 +158,25 @@ void GUIComponent::drawBorder(IRenderer& renderer) { drawBevel(renderer, x, y, w
 void GUIComponent::drawCentredText(IRenderer&, FontRenderer& font, const std::string& text, float bx, float by,
                                    float w, float h)
 {
-    font.drawText(font.centredX(bx, w, text), font.centredY(by, h, text), text);
+    const float oldScale = font.getScale();
+    const std::string shown = fitLine(font, text, w);
+    font.drawText(centredLeft(font, shown, bx, w), font.centredY(by, h, shown), shown);
+    font.setScale(oldScale);
+}
+
+std::string GUIComponent::fitLine(FontRenderer& font, const std::string& text, float w)
+{
+    // A little smaller first, then cut with "...", so a long text never
+    // spills onto its neighbours.
+    const float room = std::max(0.0f, w - 2.0f * textMargin);
+    const float scale = font.getScale();
+    font.setScale(TextFit::fittingScale(font, text, room, scale, scale * smallestTextScale));
+    return TextFit::elide(font, text, room);
+}
+
+float GUIComponent::centredLeft(FontRenderer& font, const std::string& text, float bx, float w)
+{
+    return std::max(bx + textMargin, bx + (w - TextFit::drawnWidth(font, text)) / 2.0f);
 }
 
 GUIComponent* GUIComponent::componentAt(float px, float py)

@@ -63,7 +63,8 @@ public:
     // Sunken and raised bevels, lines of width 1 with texturing off.
     virtual void drawSunkenBevel(IRenderer& renderer, float bx, float by, float w, float h);
     virtual void drawBorder(IRenderer& renderer);
-    // Text centred in the box (top-left bx, by) in the current colour and font.
+    // Text centred in the box (top-left bx, by) in the current colour and
+    // font, shrunk or cut to fit its width.
     virtual void drawCentredText(IRenderer& renderer, FontRenderer& font, const std::string& text, float bx,
                                  float by, float w, float h);
 
@@ -152,6 +153,14 @@ protected:
     // Texturing on and the font selected, ready for text; null without a
     // font renderer.
     static FontRenderer* textFont(IRenderer& renderer, const std::string& fontName, int size);
+    // The part of a line that fits a box of width w, at a scale it sets on
+    // the font (at least smallestTextScale of the old one); the caller puts
+    // the old scale back after drawing.
+    static std::string fitLine(FontRenderer& font, const std::string& text, float w);
+    // Left x of the text centred in the box, never left of its margin.
+    static float centredLeft(FontRenderer& font, const std::string& text, float bx, float w);
+    static constexpr float textMargin = 4.0f;
+    static constexpr float smallestTextScale = 0.8f;
     // Plays a click sound by name through the game's sound system (loops 0,
     // volume 100); silent without a game.
     static void playSound(const std::string& soundName);

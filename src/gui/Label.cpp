@@ -11,12 +11,15 @@ void Label::draw(IRenderer& renderer)
         return;
     if (FontRenderer* font = textFont(renderer, fontName, fontSize)) {
         renderer.setColour(255.0f, 255.0f, 255.0f, 255.0f);
-        const float tx = font->centredX(x, width, text);
-        const float ty = font->centredY(y, height, text);
+        const float oldScale = font->getScale();
+        const std::string shown = fitLine(*font, text, width);
+        const float tx = centredLeft(*font, shown, x, width);
+        const float ty = font->centredY(y, height, shown);
         if (shadow)
-            font->drawTextShadowed(tx, ty, text);
+            font->drawTextShadowed(tx, ty, shown);
         else
-            font->drawText(tx, ty, text);
+            font->drawText(tx, ty, shown);
+        font->setScale(oldScale);
     }
     drawChildren(renderer);
 }

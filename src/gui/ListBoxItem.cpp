@@ -3,6 +3,7 @@
 #include "gui/ListBox.h"
 #include "gui/ListBoxColumn.h"
 #include "render/FontRenderer.h"
+#include "render/TextFit.h"
 #include "render/IRenderer.h"
 
 ListBoxItem::ListBoxItem(std::string t) : text(std::move(t)) { setSize(100.0f, rowHeight); }
@@ -44,12 +45,15 @@ void ListBoxItem::draw(IRenderer& renderer)
         size_t column = 0;
         while (true) {
             const size_t tab = text.find('\t', start);
-            font->drawText(cellX, baseline, text.substr(start, tab - start));
+            const bool known = list && column < list->getColumns().size();
+            const float cellWidth = known ? static_cast<float>(list->getColumns()[column]->width) : 80.0f;
+            // A cell ends at the next column, the last one at the row's edge.
+            const float room = (tab == std::string::npos ? x + width - 4.0f : cellX + cellWidth - 6.0f) - cellX;
+            font->drawText(cellX, baseline, TextFit::elide(*font, text.substr(start, tab - start), room));
             if (tab == std::string::npos)
                 break;
             start = tab + 1;
-            const bool known = list && column < list->getColumns().size();
-            cellX += known ? static_cast<float>(list->getColumns()[column]->width) : 80.0f;
+            cellX += cellWidth;
             ++column;
         }
     }

@@ -55,6 +55,11 @@ char TextBox::typedCharacter(const std::string& keyName, bool shift)
 {
     if (keyName == "space")
         return ' ';
+    // The rest of what a save name may hold.
+    if (keyName == "-")
+        return shift ? '_' : '-';
+    if (keyName == ".")
+        return '.';
     if (keyName.size() != 1)
         return 0;
     const unsigned char c = static_cast<unsigned char>(keyName[0]);

@@ -1,6 +1,6 @@
 #pragma once
 // A one-line text entry (save-game names and the like). While focused it
-// takes letters, digits and spaces at its cursor; backspace and delete
+// takes letters, digits, spaces, "-", "_" and "." at its cursor; backspace and delete
 // remove, the arrows, home and end move the cursor, Enter fires its command.
 // The cursor blinks once a second.
 #include <string>

@@ -48,6 +48,7 @@ NewAdventureMenu::NewAdventureMenu() : MenuFrame("Choose Adventure", screenName,
     addLabel("Save game name:", 15.0f, 214.0f, 130.0f, 26.0f);
     auto box = std::make_unique<TextBox>();
     box->setBounds(150.0f, 214.0f, 170.0f, 26.0f);
+    box->setMaxLength(Game::maxSaveNameLength);
     box->setText("save1");
     box->setName("savename");
     box->setCommand("begin");
@@ -55,8 +56,12 @@ NewAdventureMenu::NewAdventureMenu() : MenuFrame("Choose Adventure", screenName,
     forwardActions(*saveName);
     addButton("Begin!", "begin", frameWidth - 135.0f, 212.0f, 120.0f, 30.0f, true);
 
+    addLabel("Up to " + std::to_string(Game::maxSaveNameLength) +
+                 " letters, digits, spaces, '-', '_' or '.'",
+             15.0f, 244.0f, frameWidth - 30.0f, 16.0f);
+
     auto note = std::make_unique<TextContainer>();
-    note->setBounds(15.0f, 252.0f, frameWidth - 30.0f, 64.0f);
+    note->setBounds(15.0f, 262.0f, frameWidth - 30.0f, 56.0f);
     note->setName("message");
     message = addRelative(std::move(note));
     addActionListener(std::make_unique<NewAdventureMenuListener>(*this));
@@ -70,6 +75,8 @@ void NewAdventureMenu::onShow()
         list->addItem(a.name);
     if (!adventures.empty())
         list->select(0);
+    // Each new game starts from a name no save has yet.
+    saveName->setText(freeSaveName());
     say("");
     showSelection();
 }
@@ -80,6 +87,16 @@ void NewAdventureMenu::showSelection()
     description->setText(i >= 0 && i < static_cast<int>(adventures.size())
                              ? adventures[static_cast<size_t>(i)].description
                              : std::string());
+}
+
+std::string NewAdventureMenu::freeSaveName()
+{
+    for (int n = 1; n < 10000; ++n) {
+        const std::string name = "save" + std::to_string(n);
+        if (!fileExists(Game::savePath(name)))
+            return name;
+    }
+    return std::string();
 }
 
 const std::string& NewAdventureMenu::getMessage() const { return message->getText(); }
@@ -99,6 +116,12 @@ bool NewAdventureMenu::begin()
     const std::string name = saveName->getText();
     if (name.find_first_not_of(' ') == std::string::npos) {
         say("Type a name for the save game first");
+        return false;
+    }
+    if (!Game::isSaveName(name)) {
+        say(name.size() > Game::maxSaveNameLength
+                ? "Save names are at most " + std::to_string(Game::maxSaveNameLength) + " characters"
+                : "Save names are letters, digits, spaces, '-', '_' and '.' and do not start with '.'");
         return false;
     }
     if (fileExists("saves/" + name + ".xml")) {

@@ -32,6 +32,9 @@ public:
     TextBox& getSaveName() { return *saveName; }
     const std::string& getMessage() const;
 
+    // "save1", "save2"...: the first name no save game has.
+    static std::string freeSaveName();
+
 private:
     void say(const std::string& text);
 

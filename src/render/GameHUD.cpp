@@ -14,6 +14,7 @@
 #include "render/FontRenderer.h"
 #include "render/IRenderer.h"
 #include "render/ImageHudItem.h"
+#include "render/TextFit.h"
 #include "render/TextHudItem.h"
 #include "render/UpgradeLevelText.h"
 
@@ -21,7 +22,30 @@ namespace {
 const std::string images = "data/images/";
 const char* const flashImage = "data/particles/cloud.png";
 
-std::string wholeSeconds(float ms) { return std::to_string(static_cast<int>(std::max(0.0f, ms) / 1000.0f)); }
+// Saved games can carry absurd times: a count beyond any real power-up
+// must not overflow the conversion.
+std::string wholeSeconds(float ms)
+{
+    constexpr float longest = 1.0e9f;
+    return std::to_string(static_cast<int>(std::clamp(ms, 0.0f, longest) / 1000.0f));
+}
+
+// Keeps a message whole on screen: as near its preferred x as fits, and
+// wrapped over the window's width when one line cannot hold it.
+void placeMessage(TextHudItem& item, FontRenderer& font, int preferredX, int screenWidth)
+{
+    constexpr int margin = 8;
+    if (!font.selectFont("vera", item.fontSize))
+        return;
+    const float old = font.getScale();
+    font.setScale(item.scale);
+    const int width = static_cast<int>(TextFit::drawnWidth(font, item.text)) + 1;
+    font.setScale(old);
+    const int room = screenWidth - 2 * margin;
+    item.wrap = width > room;
+    item.pixelWidth = item.wrap ? room : 0;
+    item.pixelX = item.wrap ? margin : std::max(margin, std::min(preferredX, screenWidth - width - margin));
+}
 }
 
 GameHUD::GameHUD() : Hud(640, 480)
@@ -110,6 +134,8 @@ void GameHUD::createItems()
     weaponIcon->clamp = true;
     weaponName = addText(504, 462 - 44, 14, true, true);
     weaponName->setText("rocket launcher");
+    // Long names stay inside the weapon panel.
+    weaponName->setSize(130, 0);
     ammoValue = addText(504 + 72, 462 - 24, 14, true, true);
     messageLine = addText(504, 462 - 44 - 24, 18, true, false);
     messageLine->visible = false;
@@ -140,18 +166,23 @@ void GameHUD::createUpgradeScreen()
     upgradePanel = addImage(280, 350, 300, 280, "techbase");
     upgradePanel->setColour(50, 50, 100, 255);
     upgradePanel->clamp = true;
+    // Every text of the upgrade screen stays inside its panel.
+    constexpr int textRoom = 280;
     upgradeTitle = addText(295, 328, 18, true, false);
     upgradeTitle->setText("Upgrades");
     upgradeCurrentLevel = addText(295, 304, 14, true, false);
     upgradeCurrentLevel->setText("Current Level : 1");
     upgradeCash = addText(295, 286, 14, true, false);
     upgradeUntilNext = addText(295, 268, 14, true, false);
+    for (TextHudItem* item : {upgradeTitle, upgradeCurrentLevel, upgradeCash, upgradeUntilNext})
+        item->setSize(textRoom, 0);
     const PlayerProperties table;
     int rowY = 246;
     for (const auto& entry : table.upgrades) {
         auto* rowText = add<UpgradeLevelText>();
         rowText->setPosition(295, rowY);
         rowText->setFont("vera", 14);
+        rowText->setSize(textRoom, 0);
         rowText->shadow = true;
         rowText->cost = entry.first;
         rowText->setText(entry.second.displayText + " ($" + std::to_string(entry.first) + ")");
@@ -200,6 +231,7 @@ void GameHUD::showMessageAt(int px, int py, const std::string& text)
         return;
     positionedMessage->setPosition(px, py);
     scaleItem(*positionedMessage, px, py);
+    positionedX = positionedMessage->pixelX;
     positionedMessage->setText(text);
     positionedMessage->visible = true;
     positionedMessageExpiry = levelTime() + positionedMessageMs;
@@ -268,8 +300,9 @@ void GameHUD::refresh()
     if (!player || !healthValue)
         return;
 
-    healthValue->setText(std::to_string(player->health));
-    armourValue->setText(std::to_string(player->armour));
+    // Pain can take health below zero; the panel never shows less than none.
+    healthValue->setText(std::to_string(std::max(0, player->health)));
+    armourValue->setText(std::to_string(std::max(0, player->armour)));
     quadIcon->visible = quadValue->visible = player->hasquad;
     quadValue->setText(wholeSeconds(player->quadtime - now));
     invincibilityIcon->visible = invincibilityValue->visible = player->hasinvinc;
@@ -383,16 +416,12 @@ void GameHUD::draw(IRenderer* renderer, float frameTime)
     }
     // Long messages would run off the right edge from the panel's x: pull
     // them in so they stay whole.
-    if (messageLine && messageLine->visible) {
-        if (FontRenderer* font = renderer->getFontRenderer())
-            if (font->selectFont("vera", messageLine->fontSize)) {
-                const float old = font->getScale();
-                font->setScale(messageLine->scale);
-                const int width = static_cast<int>(font->textWidth(messageLine->text));
-                font->setScale(old);
-                const int preferred = static_cast<int>(static_cast<float>(504 * screenWidth) / 640.0f);
-                messageLine->pixelX = std::max(4, std::min(preferred, screenWidth - width - 8));
-            }
+    if (FontRenderer* font = renderer->getFontRenderer()) {
+        if (messageLine && messageLine->visible)
+            placeMessage(*messageLine, *font, static_cast<int>(static_cast<float>(504 * screenWidth) / 640.0f),
+                         screenWidth);
+        if (positionedMessage && positionedMessage->visible)
+            placeMessage(*positionedMessage, *font, positionedX, screenWidth);
     }
     renderer->end2D();
     Hud::draw(*renderer);

@@ -117,6 +117,8 @@ private:
     std::vector<Message> messages;
     float messageExpiry = 0.0f;
     float positionedMessageExpiry = 0.0f;
+    // Where showMessageAt put the positioned message, before fitting it on screen.
+    int positionedX = 0;
     float weaponStripExpiry = 0.0f;
     ColourCycler flashCycler;
     bool upgradeScreenVisible = false;

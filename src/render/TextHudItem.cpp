@@ -1,9 +1,29 @@
 #include "render/TextHudItem.h"
 
+#include <vector>
+
 #include "render/FontRenderer.h"
 #include "render/IRenderer.h"
+#include "render/TextFit.h"
+
+namespace {
+// Squeezed text stays readable down to this share of its size.
+constexpr float smallestShare = 0.7f;
+}
 
 void TextHudItem::setFont(const std::string&, int size) { fontSize = size; }
+
+std::vector<std::string> TextHudItem::layoutLines(FontRenderer& font) const
+{
+    // The item's width, when it has one, is the room its text must fit.
+    if (pixelWidth <= 0)
+        return {text};
+    const float room = static_cast<float>(pixelWidth);
+    if (wrap)
+        return TextFit::wrap(font, text, room);
+    font.setScale(TextFit::fittingScale(font, text, room, scale, scale * smallestShare));
+    return {TextFit::elide(font, text, room)};
+}
 
 void TextHudItem::draw(IRenderer& renderer)
 {
@@ -18,10 +38,13 @@ void TextHudItem::draw(IRenderer& renderer)
     font->setScale(scale);
     // The position is the baseline: the layout sets each value 12 units below
     // its 16-unit icon's top so the two line up.
-    const float baseline = static_cast<float>(pixelY);
-    if (shadow)
-        font->drawTextShadowed(static_cast<float>(pixelX), baseline, text);
-    else
-        font->drawText(static_cast<float>(pixelX), baseline, text);
+    float baseline = static_cast<float>(pixelY);
+    for (const std::string& line : layoutLines(*font)) {
+        if (shadow)
+            font->drawTextShadowed(static_cast<float>(pixelX), baseline, line);
+        else
+            font->drawText(static_cast<float>(pixelX), baseline, line);
+        baseline -= lineHeight();
+    }
     font->setScale(oldScale);
 }

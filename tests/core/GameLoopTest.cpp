@@ -125,3 +125,29 @@ TEST(ChaseCamera, SnapsToRangeClosesInAndSettles)
         Game::followChasePoint(Vector(50, -20), c, 0.05f);
     EXPECT_NEAR(c.distance2D(Vector(50, -20)), 0.0f, 2.0f);
 }
+
+TEST_F(GameLoopTest, RequestForAMissingLevelIsReportedOnceAndPlayGoesOn)
+{
+    ::testing::internal::CaptureStdout();
+    // A level change the player stands in asks again every step.
+    for (int i = 0; i < 20; ++i) {
+        game->requestLevel("nxet", "start");
+        frameAfter(30);
+    }
+    const std::string out = ::testing::internal::GetCapturedStdout();
+    size_t reports = 0;
+    for (size_t at = out.find("Could not load level file: maps/nxet.xml"); at != std::string::npos;
+         at = out.find("Could not load level file", at + 1))
+        ++reports;
+    EXPECT_EQ(reports, 1u) << out;
+    EXPECT_FALSE(game->isLevelPending());
+    EXPECT_EQ(game->getCurrentLevel(), "empty");
+    EXPECT_GT(game->getStepCount(), 0u);  // the running level goes on
+    EXPECT_EQ(game->currentNotice(), "Could not load the level nxet");
+    frameAfter(Game::noticeMs);
+    EXPECT_EQ(game->currentNotice(), "");
+    // Another level still loads.
+    game->requestLevel("next", "start");
+    frameAfter(30);
+    EXPECT_EQ(game->getCurrentLevel(), "next");
+}

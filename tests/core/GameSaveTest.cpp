@@ -251,6 +251,7 @@ TEST_F(GameSaveTest, UnusableSavesLeaveTheGameAsItIs)
         SCOPED_TRACE(name);
         const std::string out = captured([&] { game->loadGame(name); });
         EXPECT_NE(out.find("Can't load save file: saves/" + name + ".xml\n"), std::string::npos) << out;
+        EXPECT_NE(game->currentNotice(), "");
         EXPECT_EQ(out.find("Loading save game"), std::string::npos) << out;
         EXPECT_TRUE(game->isLevelLoaded());
         EXPECT_EQ(game->getBodies().size(), bodies);
@@ -266,7 +267,9 @@ TEST_F(GameSaveTest, SaveNamesStayInsideTheSavesFolder)
 {
     EXPECT_TRUE(Game::isSaveName("quicksave"));
     EXPECT_TRUE(Game::isSaveName("Chapter 2 - the docks_v1.5"));
-    const std::vector<std::string> bad{"", ".hidden", "../escape", "a/b", "a\\b", "tab\tname", std::string(65, 'x')};
+    EXPECT_TRUE(Game::isSaveName(std::string(Game::maxSaveNameLength, 'x')));
+    const std::vector<std::string> bad{"",    ".hidden",  "../escape", "a/b", "a\\b",
+                                       "tab\tname", std::string(Game::maxSaveNameLength + 1, 'x')};
     for (const std::string& name : bad)
         EXPECT_FALSE(Game::isSaveName(name)) << name;
 
@@ -319,4 +322,34 @@ TEST_F(GameSaveTest, ThumbnailFromTheMenusIsTheStillTakenAsTheyOpened)
     EXPECT_EQ(readFile("saves/menu.png"), "320x240");
     run("loadgame menu");
     EXPECT_FALSE(game->getGUIManager()->isVisible());
+}
+
+TEST_F(GameSaveTest, NamesWithSpacesAndQuotesWorkFromTheConsole)
+{
+    const std::vector<std::pair<std::string, std::string>> lines{
+        {"my save", "my save"}, {"\"My Run\"", "My Run"}, {"\"My Run", "My Run"}, {"quicksave", "quicksave"}};
+    for (const auto& [typed, name] : lines)
+        EXPECT_EQ(Game::saveNameFromArguments(typed), name) << typed;
+
+    loadSaveLevel();
+    save("savegame my save");
+    EXPECT_TRUE(std::filesystem::exists("saves/my save.xml"));
+    player->setPosition(Vector(250.0f, 90.0f));
+    const std::string out = captured([&] { run("loadgame \"my save\""); });
+    EXPECT_NE(out.find("Loading save game: saves/my save.xml"), std::string::npos) << out;
+}
+
+TEST_F(GameSaveTest, FailuresAreToldOnScreen)
+{
+    loadSaveLevel();
+    frames(2);
+    run("loadgame quicksave");
+    EXPECT_EQ(game->currentNotice(), "There is no save game called quicksave");
+    std::filesystem::create_directories("saves");
+    std::ofstream("saves/broken.xml") << "<save";
+    run("loadgame broken");
+    EXPECT_EQ(game->currentNotice(), "The save game broken is damaged and was not loaded");
+    save("savegame " + std::string(Game::maxSaveNameLength + 1, 'a'));
+    EXPECT_EQ(game->currentNotice(), "Save names are at most 32 characters");
+    EXPECT_TRUE(game->isLevelLoaded());
 }

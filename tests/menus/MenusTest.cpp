@@ -16,6 +16,7 @@
 #include "gui/KeyBindBox.h"
 #include "gui/Label.h"
 #include "gui/ListBox.h"
+#include "gui/ListBoxItem.h"
 #include "gui/Picture.h"
 #include "gui/Slider.h"
 #include "gui/TextBox.h"
@@ -28,6 +29,7 @@
 #include "menus/MainMenu.h"
 #include "menus/NewAdventureMenu.h"
 #include "menus/VideoMenu.h"
+#include "render/FixedWidthFonts.h"
 
 namespace {
 const char* const tinyLevel =
@@ -90,6 +92,9 @@ TEST_F(MenusTest, BeginWithATakenSaveNameShowsTheMessageAndStartsNothing)
     dir.write("saves/save1.xml", "<save/>");
     MenuFrame::showScreen(NewAdventureMenu::screenName);
     auto& menu = screen<NewAdventureMenu>(NewAdventureMenu::screenName);
+    // Each new game offers a name no save has yet.
+    EXPECT_EQ(menu.getSaveName().getText(), "save2");
+    menu.getSaveName().setText("save1");
     click(screen<Button>("beginbutton"));
     EXPECT_EQ(menu.getMessage(), "A save game called save1 already exists, please choose another save name");
     EXPECT_FALSE(game.isLevelLoaded());
@@ -426,4 +431,66 @@ TEST(ShippedAdventure, ChainsItsLevelsThroughScenesWhosePicturesExist)
         }
     }
 }
+}
+
+TEST_F(MenusTest, SaveNameBoxHoldsWhatASaveNameMayAndNoMore)
+{
+    MenuFrame::showScreen(NewAdventureMenu::screenName);
+    auto& menu = screen<NewAdventureMenu>(NewAdventureMenu::screenName);
+    TextBox& box = menu.getSaveName();
+    EXPECT_EQ(box.getText(), "save1");
+    click(box);
+    for (int i = 0; i < 5; ++i)
+        key(8);  // backspace
+    for (int symbol : {'m', 'y', ' ', 'r', '-', '.'})
+        key(symbol);
+    key('-', 1);  // shift: "_"
+    EXPECT_EQ(box.getText(), "my r-._");
+    // The box stops at the longest name a save may have, and says so.
+    for (int i = 0; i < 40; ++i)
+        key('x');
+    EXPECT_EQ(box.getText().size(), Game::maxSaveNameLength);
+    EXPECT_TRUE(Game::isSaveName(box.getText()));
+    bool hinted = false;
+    for (const auto& child : menu.getChildren())
+        if (auto* label = dynamic_cast<Label*>(child.get()))
+            hinted = hinted || label->getText().find(std::to_string(Game::maxSaveNameLength)) != std::string::npos;
+    EXPECT_TRUE(hinted);
+    box.setText(".hidden");
+    EXPECT_FALSE(menu.begin());
+    EXPECT_NE(menu.getMessage().find("Save names are"), std::string::npos);
+    EXPECT_FALSE(game.isLevelLoaded());
+}
+
+// Long key names and save names are drawn inside their widgets.
+TEST_F(MenusTest, LongTextStaysInsideItsWidget)
+{
+    auto* fonts = new FixedWidthFonts();
+    game.getRenderer()->setFontRenderer(fonts);
+    fonts->setRenderer(game.getRenderer());
+    game.installGameInput(std::make_unique<GameInput>());
+    game.getGameInput()->setBinding("joy1_axis12_minus", "useitem grenadelauncher");
+    game.getGameInput()->setBinding("joy1_button10", "useitem grenadelauncher");
+    auto& controls = screen<ControlsMenu>(ControlsMenu::screenName);
+    controls.onShow();
+    auto& box = screen<KeyBindBox>("useitem grenadelauncher");
+    fonts->glyphs.clear();
+    box.draw(*game.getRenderer());
+    ASSERT_FALSE(fonts->glyphs.empty());
+    for (const auto& g : fonts->glyphs) {
+        EXPECT_GE(g.left, box.getX());
+        EXPECT_LE(g.right, box.getX() + box.getWidth());
+    }
+
+    const std::string longName(64, 'w');
+    dir.write("saves/" + longName + ".xml", "<save/>");
+    MenuFrame::showScreen(LoadGameMenu::screenName);
+    auto& menu = screen<LoadGameMenu>(LoadGameMenu::screenName);
+    GUIComponent* row = menu.getList().getItem(0);
+    ASSERT_NE(row, nullptr);
+    fonts->glyphs.clear();
+    row->draw(*game.getRenderer());
+    ASSERT_FALSE(fonts->glyphs.empty());
+    for (const auto& g : fonts->glyphs)
+        EXPECT_LE(g.right, row->getX() + row->getWidth());
 }

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "gameplay/WeaponsFixture.h"
+#include "render/FixedWidthFonts.h"
 #include "render/ImageHudItem.h"
 #include "render/TextHudItem.h"
 #include "render/UpgradeLevelText.h"
@@ -103,4 +105,72 @@ TEST_F(GameHUDTest, UpgradeScreenShowsLevelCashAndDimsWhatIsOutOfReach)
     EXPECT_EQ(hud().upgradeRows[2]->colour.r, 100.0f);
     run("-showupgrades");
     EXPECT_FALSE(hud().upgradePanel->visible);
+}
+
+// Every glyph of the HUD inside the window, and inside the panel its item
+// belongs to, at the window sizes players use.
+TEST_F(GameHUDTest, TextStaysOnScreenAndInsideItsPanels)
+{
+    NullRenderer renderer;
+    auto* fonts = new FixedWidthFonts();
+    renderer.setFontRenderer(fonts);
+    fonts->setRenderer(&renderer);
+    run("give grenadelauncher");
+    run("useitem grenadelauncher");
+    player->giveCash(80);
+    run("+showupgrades");
+    frame();
+    for (auto [w, h] : {std::pair{640, 480}, {1024, 768}, {1920, 1080}}) {
+        SCOPED_TRACE(std::to_string(w) + "x" + std::to_string(h));
+        renderer.setVideoMode(w, h, false);
+        hud().resize(w, h);
+        for (const std::string& message :
+             {std::string("Upgraded to Level 1 : Max Health +10"),
+              std::string("Welcome to the logic yard: every switch, door, pad and hazard a level is built from, "
+                          "one after the other, with a spawner at the end")}) {
+            hud().showMessage(message);
+            hud().showMessageAt(600, 300, message);
+            frame();
+            fonts->glyphs.clear();
+            hud().draw(&renderer, 0.01f);
+            ASSERT_FALSE(fonts->glyphs.empty());
+            size_t drawn = 0;
+            for (const auto& g : fonts->glyphs) {
+                EXPECT_GE(g.left, 0.0f);
+                EXPECT_LE(g.right, static_cast<float>(w));
+                EXPECT_GE(g.bottom, 0.0f);
+                ++drawn;
+            }
+            // Nothing is cut: the message's characters are all drawn (twice, shadowed).
+            EXPECT_GE(drawn, 4 * (message.size() - static_cast<size_t>(std::count(message.begin(), message.end(), ' '))));
+        }
+        // The weapon name inside the weapon panel, the upgrade texts inside theirs.
+        auto rightEdge = [&](TextHudItem* item) {
+            fonts->glyphs.clear();
+            item->draw(renderer);
+            float right = 0.0f;
+            for (const auto& g : fonts->glyphs)
+                right = std::max(right, g.right);
+            return right;
+        };
+        EXPECT_EQ(hud().weaponName->text, "Grenade Launcher");
+        EXPECT_LE(rightEdge(hud().weaponName), 636.0f * w / 640.0f);
+        for (TextHudItem* row : hud().upgradeRows)
+            EXPECT_LE(rightEdge(row), 580.0f * w / 640.0f) << row->text;
+    }
+}
+
+TEST_F(GameHUDTest, HealthBelowZeroAndAbsurdTimesShowSensibleNumbers)
+{
+    player->health = -35;
+    player->hasquad = true;
+    player->quadtime = 3.0e35f;
+    player->hasinvinc = true;
+    player->invinctime = -3.0e35f;
+    frame();
+    EXPECT_EQ(hud().healthValue->text, "0");
+    const int quadSeconds = std::stoi(hud().quadValue->text);
+    EXPECT_GE(quadSeconds, 0);
+    EXPECT_LE(quadSeconds, 1000000);
+    EXPECT_EQ(hud().invincibilityValue->text, "0");
 }

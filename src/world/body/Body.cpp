@@ -12,6 +12,7 @@
 #include <strings.h>
 
 #include "world/geometry/Geometry.h"
+#include "world/level/LevelValues.h"
 #include "world/quadtree/QuadTree.h"
 #include "world/geometry/TextForm.h"
 #include "world/level/LevelValues.h"
@@ -305,7 +306,7 @@ void Body::readState(TiXmlElement* e)
     capSpeed(frozenvel, maxSpeed);
     nonmassmover = readBool(e, "nonmassmover");
     isfiring = readBool(e, "isfiring");
-    nextthink = readFloat(e, "nextthink");
+    nextthink = std::clamp(readFloat(e, "nextthink"), -maxTimeMs, maxTimeMs);
     gravitymultiplier = readFloat(e, "gravitymultiplier");
     liquidfriction = readFloat(e, "liquidfriction");
     inliquid = readBool(e, "inliquid");

@@ -248,6 +248,7 @@ void GameBody::readState(TiXmlElement* element)
     auto i = [element](const char* key) { return readInt(attributeText(element, key)); };
     auto f = [element](const char* key) { return readFloat(attributeText(element, key)); };
     auto b = [element](const char* key) { return readBool(attributeText(element, key)); };
+    auto t = [element](const char* key) { return readTime(attributeText(element, key)); };
     health = i("health");
     maxhealth = i("maxhealth");
     armour = i("armour");
@@ -255,22 +256,22 @@ void GameBody::readState(TiXmlElement* element)
     takedamage = b("takedamage");
     showdamage = b("showdamage");
     dying = b("dying");
-    deathtime = f("deathtime");
-    deathdelay = f("deathdelay");
-    nextpaintime = f("nextpaintime");
+    deathtime = t("deathtime");
+    deathdelay = t("deathdelay");
+    nextpaintime = t("nextpaintime");
     notarget = b("notarget");
     numalive = i("numalive");
     maxalive = i("maxalive");
     ownerid = i("ownerid");
     hasquad = b("hasquad");
-    quadtime = f("quadtime");
+    quadtime = t("quadtime");
     damagefactor = f("damagefactor");
     hasinvinc = b("hasinvinc");
-    invinctime = f("invinctime");
+    invinctime = t("invinctime");
     damagetakenfactor = f("damagetakenfactor");
     numlives = i("numlives");
     inlimbo = b("inlimbo");
-    revivetime = f("revivetime");
+    revivetime = t("revivetime");
     initialhealth = i("initialhealth");
 }
 

@@ -2,6 +2,7 @@
 
 #include <tinyxml.h>
 
+#include <algorithm>
 #include <cctype>
 #include <climits>
 #include <cmath>
@@ -54,6 +55,11 @@ float readFloat(const std::string& text)
     const double value = std::strtod(text.c_str(), nullptr);
     const float f = static_cast<float>(value);
     return std::isfinite(f) ? f : 0.0f;
+}
+
+float readTime(const std::string& text)
+{
+    return std::clamp(readFloat(text), -maxTimeMs, maxTimeMs);
 }
 
 std::string writeFloat(float value)
