@@ -19,6 +19,7 @@
 #include "gameplay/player/GameplayInput.h"
 #include "gameplay/player/Player.h"
 #include "gameplay/weapons/WeaponDefinitions.h"
+#include "world/level/LevelValues.h"
 #include "world/body/Body.h"
 #include "world/geometry/TextForm.h"
 #include "world/level/GameBodyFactory.h"
@@ -346,9 +347,10 @@ bool DefaultGameplay::clockFromText(BasicTimer& clock, const std::string& text)
     const std::vector<std::string> fields = splitTokens(text, ",");
     if (fields.size() < 5)
         return false;
-    clock.startTime = parseFloat(fields[0]);
-    clock.currentTime = parseFloat(fields[1]);
-    clock.previousTime = parseFloat(fields[2]);
+    // Saved clocks may be hand-edited: keep their times finite and bounded.
+    clock.startTime = readTime(fields[0]);
+    clock.currentTime = readTime(fields[1]);
+    clock.previousTime = readTime(fields[2]);
     clock.ticksPerSecond = parseFloat(fields[3]);
     clock.paused = fields[4] == "true";
     clock.pauseTime = clock.currentTime;

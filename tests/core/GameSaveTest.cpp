@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <tinyxml.h>
 
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -11,6 +12,9 @@
 #include "core/GameCommands.h"
 #include "gameplay/GameplayFixture.h"
 #include "gameplay/items/Inventory.h"
+#include "render/GameHUD.h"
+#include "render/TextHudItem.h"
+#include "world/level/LevelValues.h"
 #include "gui/GUIManager.h"
 #include "world/logic/Checkpoint.h"
 #include "world/logic/Trigger.h"
@@ -352,4 +356,31 @@ TEST_F(GameSaveTest, FailuresAreToldOnScreen)
     save("savegame " + std::string(Game::maxSaveNameLength + 1, 'a'));
     EXPECT_EQ(game->currentNotice(), "Save names are at most 32 characters");
     EXPECT_TRUE(game->isLevelLoaded());
+}
+
+TEST_F(GameSaveTest, AbsurdTimesInASaveAreBoundedOnLoad)
+{
+    loadSaveLevel();
+    frames(2);
+    save("savegame times");
+    TiXmlDocument doc;
+    ASSERT_TRUE(doc.LoadFile("saves/times.xml"));
+    TiXmlElement* root = doc.RootElement();
+    root->SetAttribute("timer", "1e38,-3e35,nan,1000,false");
+    TiXmlElement* saved = root->FirstChildElement("Player");
+    saved->SetAttribute("hasquad", "true");
+    saved->SetAttribute("quadtime", "3e35");
+    saved->SetAttribute("invinctime", "-3e35");
+    saved->SetAttribute("nextthink", "1e38");
+    ASSERT_TRUE(doc.SaveFile("saves/times.xml"));
+    run("loadgame times");
+    ASSERT_TRUE(game->isLevelLoaded());
+    for (float t : {player->quadtime, player->invinctime, player->nextthink, GameplaySingleton::get().levelTime()}) {
+        EXPECT_TRUE(std::isfinite(t));
+        EXPECT_LE(std::fabs(t), 2.0f * maxTimeMs);
+    }
+    frames(2);
+    const int seconds = std::stoi(gameplay->getHud().quadValue->text);
+    EXPECT_GE(seconds, 0);
+    EXPECT_LE(seconds, static_cast<int>(maxTimeMs / 1000.0f));
 }
