@@ -169,7 +169,7 @@ void Game::loadGame(const std::string& name)
     }
     TiXmlElement* save = document.RootElement();
     const std::string level = attributeText(save, "currentlevel");
-    if (!save || save->ValueStr() != "save") {
+    if (!save || save->ValueStr() != "save" || level.empty()) {
         refuseSave(path);
         showNotice("The save game " + saveName + " is damaged and was not loaded");
         return;

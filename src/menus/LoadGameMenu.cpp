@@ -83,13 +83,15 @@ bool LoadGameMenu::loadSelected()
     if (!game || i < 0 || i >= static_cast<int>(saves.size()))
         return false;
     const std::string& name = saves[static_cast<size_t>(i)];
-    setEnabled(false);
     // The frame only carries out requests while a level runs.
     if (game->isLevelLoaded()) {
+        setEnabled(false);
         game->requestLoad(name);
         game->getInputManager().hideGUI();
     } else {
         game->loadGame(name);
+        // A save that cannot be loaded leaves the list up to pick another.
+        setEnabled(!game->isLevelLoaded());
     }
     return true;
 }

@@ -159,8 +159,10 @@ TEST_F(MenusTest, LoadGameListsSavesAndShowsTheThumbnailOfTheSelection)
     EXPECT_EQ(menu.getCaption().getText(), "alpha");
     menu.getList().choose(menu.getList().getItem(1));
     EXPECT_EQ(menu.getPicture().getImage(), LoadGameMenu::defaultPicture);
+    // "beta" is no real save: the screen says so and the list stays up.
     EXPECT_TRUE(menu.loadSelected());
-    EXPECT_FALSE(menu.isEnabled());
+    EXPECT_EQ(game.currentNotice(), "The save game beta is damaged and was not loaded");
+    EXPECT_TRUE(menu.isEnabled());
 }
 
 TEST_F(MenusTest, ResumeWithoutALevelKeepsTheGUI)
