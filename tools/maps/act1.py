@@ -19,14 +19,15 @@ def quay():
     yard with the first drone, and the broken pier to the armoury door."""
     lv = Place('quay', 'quay')
     lv.sky('haze,night', 'haze')
+    lv.bookends(-512, 3524, bottom=-680)
 
     # The maintenance shed: closed to the west, a door east.
     lv.room(-480, -120, 0, 176, doors=(0, 96))
     lv.lamp(-340, 170, 96)
     lv.lamp(-136, 100, 16)
     lv.spawn(-440, 8)
-    lv.message(-430, 0, 'Walk with $bind:+moveleft and $bind:+moveright.', width=32)
-    lv.message(-300, 0, 'Jump with $bind:+moveup. Hop the crate.', width=32)
+    lv.message(-430, 0, 'Walk: $bind:+moveleft / $bind:+moveright', width=32)
+    lv.message(-300, 0, 'Jump: $bind:+moveup', width=32)
     lv.crate(-240, 0, 24, mass=0)
     lv.sign(-460, 120, "TOCK'S SHED", 12)
 
@@ -41,6 +42,7 @@ def quay():
     lv.cash(296, 64)
     lv.sign(-40, 150, 'PIER ONE ->', 14)
 
+    lv.spawn(440, 8, 'dock')
     # Beat one: a dry dock with steps down and up, under a gantry beam.
     # Falling in costs a walk; the hook carries you over.
     dock_floor = -96
@@ -51,9 +53,10 @@ def quay():
         lv.detail(x, 0, x + 16, 216, 'metal1')
     lv.beam(540, 820, 200)
     lv.lamp(640, 194, 48)
-    lv.message(470, 0, 'Aim at the beam and fire the hook with $bind{+fire 1}. Let go to drop.',
+    lv.message(470, 0, 'Hook the beam: $bind{+fire 1}',
                width=40, height=96)
 
+    lv.spawn(1000, 8, 'basin')
     # Beat two: the crane basin, too wide to jump; a crane jib over it.
     lv.ground(800, 1100, 0)
     basin_floor = -160
@@ -68,8 +71,9 @@ def quay():
     lv.ledge(1240, 1320, 200, hang=280)
     lv.cash(1270, 200, 25)
     lv.pickup('health', 1500, 0)
-    lv.message(1000, 0, 'The basin is too wide to jump. Hook the crane jib and swing.', width=40, height=96)
+    lv.message(1000, 0, 'Too wide to jump: hook the jib', width=40, height=96)
 
+    lv.spawn(1620, 8, 'yard')
     # Beat three: the yard. A practice target first, then the first drone.
     lv.ground(1600, 2320, 0)
     lv.wall(1600, 160, 360, kind='wall')
@@ -77,13 +81,14 @@ def quay():
     lv.backdrop(1632, 0, 2320, 360)
     lv.lamp(1800, 354, 96)
     lv.lamp(2100, 354, 96)
-    lv.message(1660, 0, 'A drone ahead. Aim with the mouse and fire with $bind:+attack.', width=40, height=96)
+    lv.message(1660, 0, 'Aim with the mouse, fire: $bind:+attack', width=40, height=96)
     lv.target(1820, 0, 24, 40, 40)
     lv.crate(1980, 0, 32, mass=0)
     lv.grunt('meleegrunt', 2120, 0, 1, {'cashchance': '100', 'cashmin': '2', 'cashmax': '4'})
     lv.pickup('health', 2230, 0)
     lv.checkpoint(2280, 0)
 
+    lv.spawn(2340, 8, 'pier')
     # Beat four: the broken pier. Hook from beam to beam over the water
     # while a turret on the armoury wall fires at you.
     pier_floor = -200
@@ -105,7 +110,7 @@ def quay():
     lv.ground(3200, 3460, 0)
     lv.ledge(3396, 3460, 200)
     lv.turret(3428, 200)
-    lv.message(2330, 0, 'Swing beam to beam. Falling in only costs a swim.', width=40, height=96)
+    lv.message(2330, 0, 'Swing from beam to beam', width=40, height=96)
 
     # The armoury door: a tall wall with a lit doorway.
     lv.wall(3460, 0, 420, 64)
@@ -121,6 +126,7 @@ def armoury():
     brawlers' hall, a door opened from a hooked gantry, and the long gallery."""
     lv = Place('armoury', 'armoury')
     lv.sky('night', 'night')
+    lv.bookends(-32, 3632)
     H = 224
 
     # The entry hall, and the rack with the shotgun.
@@ -128,13 +134,14 @@ def armoury():
     lv.spawn(40, 8)
     lv.lamp(120, H - 6, 96)
     lv.lamp(420, H - 6, 96)
-    lv.message(60, 0, 'Pier One armoury. Quick save any time with $bind{savegame quicksave}.', width=32)
+    lv.message(60, 0, 'Quick save: $bind{savegame quicksave}', width=32)
     lv.sign(80, 150, 'PIER ONE ARMOURY - RANGE', 12)
     lv.block(280, 28, 360, 36, 'beam')
     lv.weapon('shotgun', 300, 0, 24)
     lv.pickup('shotgunammo', 330, 0, 20, attributes={'ammo': '12'})
-    lv.message(380, 0, 'Change weapon with $bind:nextweap and $bind:prevweap, or the number keys.', width=32)
+    lv.message(380, 0, 'Change gun: $bind:nextweap / $bind:prevweap', width=32)
 
+    lv.spawn(440, 8, 'range')
     # Beat one: the firing lane. Targets behind a rail cannot shoot back.
     lv.hazard_strip(520, 1100, 0, 4)
     lv.block(600, 0, 616, 40, 'beam')
@@ -143,6 +150,7 @@ def armoury():
     lv.block(1100, 56, 1132, H, 'wall')
     lv.lamp(1080, 50, 16)
 
+    lv.spawn(1160, 8, 'hall')
     # Beat two: the brawlers' hall, one drone, then a pair.
     lv.grunt('meleegrunt', 1300, 0, 1)
     lv.grunt('meleegrunt', 1560, 0, 1)
@@ -152,6 +160,7 @@ def armoury():
     lv.pickup('shotgunammo', 1750, 0, 20, attributes={'ammo': '12'})
     lv.lamp(1400, H - 6, 96)
 
+    lv.spawn(1700, 8, 'shutter')
     # Beat three: the shutter. Its switch sits on a gantry that only the hook reaches.
     lv.block(1900, 48, 1932, H, 'wall')
     lv.door('shutter', 1900, 0, 1932, 48, lift=120, speed=80)
@@ -160,9 +169,9 @@ def armoury():
     lv.body('targetgroup', 1840, 120, 1848, 128, solid=False, entity=True, visible=False, outlined=False,
             idname='shutter_group', targets='shutter,shutter_msg')
     lv.body('messengerbody', 1848, 120, 1856, 128, solid=False, entity=True, visible=False, outlined=False,
-            idname='shutter_msg', attributes={'message': 'The shutter rolls up. Something waits behind it.'})
+            idname='shutter_msg', attributes={'message': 'The shutter rolls up'})
     lv.beam(1760, 1900, 200)
-    lv.message(1770, 0, 'The shutter switch is up on the gantry. Hook the beam above it.', width=32)
+    lv.message(1770, 0, 'The switch is up there: hook it', width=32)
     lv.lamp(1860, 176, 40)
     lv.cash(1800, 150)
 
@@ -174,6 +183,7 @@ def armoury():
     lv.pickup('health', 2360, 0)
     lv.checkpoint(2380, 0)
 
+    lv.spawn(2420, 8, 'gallery')
     # Beat four: the long gallery, a raised walk and a mixed squad.
     lv.room(2432, 3600, 0, 280, doors=(None, 0))
     lv.block(2400, 224, 2432, 344, 'wall')
@@ -200,6 +210,7 @@ def stores():
     by hook, and the flooded aisle out to the signal house."""
     lv = Place('stores', 'stores')
     lv.sky('haze,night', 'night')
+    lv.bookends(-32, 3732, bottom=-700)
     H = 256
 
     # The lift foot and the stair down into the stores.
@@ -215,8 +226,9 @@ def stores():
     for x0, x1 in ((320, 500), (760, 1040), (1480, 1860), (2300, 2560), (3400, 3732)):
         lv.ground(x0, x1, 0)
     lv.block(320, 192 + 96, 352, H + 64, 'wall')
-    lv.message(200, 96, 'The stores are flooded. Water slows you; $bind:+moveup swims up.', width=32, height=80)
+    lv.message(200, 96, 'Flooded. Swim up: $bind:+moveup', width=32, height=80)
 
+    lv.spawn(420, 8, 'pool')
     # Beat one: a shallow pool and the chaingun on a dry crate.
     lv.ground(500, 760, -40)
     lv.water(500, 760, -40, -8)
@@ -224,10 +236,11 @@ def stores():
     lv.crate(600, -40, 32, mass=0)
     lv.weapon('chaingun', 604, -8, 60)
     lv.pickup('chaingunammo', 660, -40, 20, attributes={'ammo': '60'})
-    lv.message(420, 0, 'A chaingun on the crate. Hold $bind:+attack to keep it firing.', width=32)
+    lv.message(420, 0, 'Chaingun: hold $bind:+attack', width=32)
     for x in (880, 940):
         lv.target(x, 0, 24, 40, 60)
 
+    lv.spawn(900, 8, 'tanks')
     # Beat two: tanks and a pair of plasma drones; a sniper on the shelf
     # shows its aim line before it fires.
     lv.ground(1040, 1480, -96)
@@ -243,6 +256,7 @@ def stores():
     lv.lamp(1200, H - 6, 96)
     lv.lamp(1650, H - 6, 96)
 
+    lv.spawn(1780, 8, 'cistern')
     # Beat three: the cistern, too deep to wade and too wide to jump,
     # with beams to hook; rocket drones fire from the far side.
     lv.ground(1860, 2300, -220)
@@ -256,8 +270,9 @@ def stores():
     lv.pickup('armour', 2360, 0)
     lv.pickup('health', 2400, 0)
     lv.checkpoint(2480, 0)
-    lv.message(1780, 0, 'The cistern is deep. Hook the beams; swim for the steps if you fall.', width=32)
+    lv.message(1780, 0, 'Too deep to wade: hook the beams', width=32)
 
+    lv.spawn(2500, 8, 'aisle')
     # Beat four: the flooded aisle. The shelf trigger wakes the kamikaze
     # hatch; run the aisle under fire to the door.
     lv.ground(2560, 3400, -64)
@@ -268,7 +283,7 @@ def stores():
     lv.body('trigger', 2560, 0, 2580, H, solid=False, entity=True, visible=False, outlined=False,
             targets='hatch,hatch_msg', attributes={'triggeronce': 'true'})
     lv.body('messengerbody', 2584, 10, 2592, 18, solid=False, entity=True, visible=False, outlined=False,
-            idname='hatch_msg', attributes={'message': 'A hatch bangs open above the aisle!'})
+            idname='hatch_msg', attributes={'message': 'A hatch bangs open above!'})
     lv.body('spawner', 3180, 200, 3196, 216, solid=False, entity=True, visible=False, outlined=False,
             idname='hatch', attributes={'spawnedtype': 'kamikazegrunt', 'spawnlevel': '1', 'maxalive': '2',
                                         'maxspawned': '4', 'spawndelay': '2500'})

@@ -106,6 +106,11 @@ class Place(Level):
                 self.wall(x, floor + door, floor + height, thickness)
         self.backdrop(x0, floor, x1, floor + height)
 
+    def bookends(self, west, east, bottom=-FLOOR_DEPTH, top=640, width=384):
+        """Solid rock past both ends, so the view never shows past the level."""
+        self.block(west - width, bottom, west, top, 'ground')
+        self.block(east, bottom, east + width, top, 'ground')
+
     def backdrop(self, x0, y0, x1, y1, kind='back'):
         """An unlit wall behind the play plane: indoors shows no sky."""
         self.backdrops.append((x0, y0, x1, y1, kind))
