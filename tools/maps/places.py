@@ -140,6 +140,8 @@ class Place(Level):
                   colour='220,190,150,255')
 
     def water(self, x0, x1, bottom, top):
+        # The basin wall behind, so no sky shows through the water.
+        self.backdrop(x0, bottom, x1, top, 'ground')
         self.body('water', x0, bottom, x1, top, 'data/images/water1.png', solid=False, entity=True,
                   outlined=False, colour='120,170,220,150')
 
