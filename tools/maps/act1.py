@@ -11,9 +11,6 @@ import sys
 
 from places import Place
 
-CRATE = '220,190,150,255'
-
-
 def quay():
     """Tock's shed, the quay, a dry dock under a gantry, the crane basin, the
     yard with the first drone, and the broken pier to the armoury door."""
@@ -97,7 +94,7 @@ def quay():
     lv.water(2400, 3200, pier_floor, -32)
     lv.ceiling(2320, 3200, 300, 32)
     for x0, x1 in ((2320, 2400), (2620, 2700), (2920, 3000)):
-        lv.ground(x0, x1, 0, depth=200, surface=False)
+        lv.block(x0, -200, x1, 0, 'deck')
         lv.hazard_strip(x0, x1, 0, 4)
     # Out of the water by steps at the foot of every post.
     for x in (2620, 2920, 3200):
@@ -119,7 +116,6 @@ def quay():
     lv.sign(3300, 170, 'PIER ONE ARMOURY', 14)
     lv.exit(3410, 0, 'armoury', 'brindlequay/pierone')
     return lv
-
 
 def armoury():
     """Pier One armoury: the shotgun on its rack and a firing lane, the
@@ -187,6 +183,7 @@ def armoury():
     # Beat four: the long gallery, a raised walk and a mixed squad.
     lv.room(2432, 3600, 0, 280, doors=(None, 0))
     lv.block(2400, 224, 2432, 344, 'wall')
+    lv.backdrop(2400, 0, 2432, 224)
     lv.stairs(2700, 0, 4, rise=24, run=32)
     lv.block(2828, 72, 3100, 96, 'deck')
     lv.stairs(3228, 0, 4, direction=-1, rise=24, run=32)
@@ -202,7 +199,6 @@ def armoury():
     lv.sign(3400, 200, 'LIFT TO THE LOWER QUAY', 12)
     lv.exit(3540, 0, 'stores', 'brindlequay/lowerquay')
     return lv
-
 
 def stores():
     """The stores on the lower quay, half under water: a shallow pool with the
@@ -297,13 +293,11 @@ def stores():
     lv.exit(3640, 0, 'logic', 'brindlequay/stores')
     return lv
 
-
 def main():
     root = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', '..', 'maps')
     directory = sys.argv[1] if len(sys.argv) > 1 else root
     for lv in (quay(), armoury(), stores()):
         print(os.path.relpath(lv.write(directory)))
-
 
 if __name__ == '__main__':
     main()

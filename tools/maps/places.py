@@ -36,11 +36,11 @@ FLOOR_DEPTH = 480   # deep enough that no sky shows under the ground
 
 # One palette per area: the material of each kind of surface.
 MATERIALS = {
-    'quay': {'ground': 'rock1', 'top': 'concrete1', 'wall': 'concrete2', 'ceiling': 'concrete2',
-             'beam': 'metal1', 'deck': 'metal2', 'back': 'concrete2', 'trim': 'hazard1'},
+    'quay': {'ground': 'rock1', 'top': 'concrete1', 'wall': 'quaystone1', 'ceiling': 'concrete2',
+             'beam': 'metal1', 'deck': 'planks1', 'back': 'quaystone1', 'trim': 'hazard1'},
     'armoury': {'ground': 'rock2', 'top': 'metal2', 'wall': 'metal1', 'ceiling': 'metal1',
                 'beam': 'techpanel1', 'deck': 'metal2', 'back': 'techpanel2', 'trim': 'hazard1'},
-    'stores': {'ground': 'rock2', 'top': 'concrete1', 'wall': 'concrete2', 'ceiling': 'concrete1',
+    'stores': {'ground': 'rock2', 'top': 'concrete1', 'wall': 'quaystone1', 'ceiling': 'concrete1',
                'beam': 'metal1', 'deck': 'grate1', 'back': 'metal1', 'trim': 'hazard1'},
 }
 
@@ -136,8 +136,7 @@ class Place(Level):
         self.block(x0, y, x1, y + thickness, 'beam')
 
     def crate(self, x, y, size=32, mass=20):
-        self.body('default', x, y, x + size, y + size, 'data/images/metal2.png', mass=mass,
-                  colour='220,190,150,255')
+        self.body('default', x, y, x + size, y + size, 'data/images/planks1.png', mass=mass)
 
     def water(self, x0, x1, bottom, top):
         # The basin wall behind, so no sky shows through the water.
