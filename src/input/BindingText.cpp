@@ -67,7 +67,20 @@ std::string expand(const std::string& text, const GameInput* input)
 {
     if (!input || text.find(token) == std::string::npos)
         return text;
-    return expand(text, [input](const std::string& command) { return input->findKeyFor(command); });
+    // A keyboard key or mouse button reads better than a pad input, which
+    // would come first in name order ("joy1_button1" before "mouse1").
+    return expand(text, [input](const std::string& command) {
+        std::string pad;
+        for (const auto& [key, bound] : input->getBindings()) {
+            if (bound != command)
+                continue;
+            if (key.compare(0, 3, "joy") != 0)
+                return key;
+            if (pad.empty())
+                pad = key;
+        }
+        return pad.empty() ? std::string("unbound") : pad;
+    });
 }
 
 } // namespace BindingText

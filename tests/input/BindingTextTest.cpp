@@ -43,6 +43,11 @@ TEST(BindingText, FollowsTheLiveBindings)
     input.setBinding("x", "");
     input.setBinding("mouse1", "+attack");
     EXPECT_EQ(BindingText::expand("fire: $bind:+attack", &input), "fire: MOUSE1");
+    // A pad button sorts first but a player reading the message has a keyboard.
+    input.setBinding("joy1_button3", "+attack");
+    EXPECT_EQ(BindingText::expand("fire: $bind:+attack", &input), "fire: MOUSE1");
+    input.setBinding("mouse1", "");
+    EXPECT_EQ(BindingText::expand("fire: $bind:+attack", &input), "fire: JOY1_BUTTON3");
     EXPECT_EQ(BindingText::expand("fire: $bind:+attack", static_cast<const GameInput*>(nullptr)),
               "fire: $bind:+attack");
 }

@@ -222,6 +222,7 @@ def stores():
     for x0, x1 in ((320, 500), (760, 1040), (1480, 1860), (2300, 2560), (3400, 3732)):
         lv.ground(x0, x1, 0)
     lv.block(320, 192 + 96, 352, H + 64, 'wall')
+    lv.backdrop(320, 96, 352, 288)
     lv.message(200, 96, 'Flooded. Swim up: $bind:+moveup', width=32, height=80)
 
     lv.spawn(420, 8, 'pool')

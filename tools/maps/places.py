@@ -138,9 +138,10 @@ class Place(Level):
     def crate(self, x, y, size=32, mass=20):
         self.body('default', x, y, x + size, y + size, 'data/images/planks1.png', mass=mass)
 
-    def water(self, x0, x1, bottom, top):
-        # The basin wall behind, so no sky shows through the water.
-        self.backdrop(x0, bottom, x1, top, 'ground')
+    def water(self, x0, x1, bottom, top, rim=0):
+        """A pool from bottom to top in a basin whose edge is at rim."""
+        # The basin wall behind, up to the edge, so no sky shows through or over the water.
+        self.backdrop(x0, bottom, x1, max(top, rim), 'ground')
         self.body('water', x0, bottom, x1, top, 'data/images/water1.png', solid=False, entity=True,
                   outlined=False, colour='120,170,220,150')
 
