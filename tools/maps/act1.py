@@ -44,6 +44,7 @@ def quay():
     # Falling in costs a walk; the hook carries you over.
     dock_floor = -96
     lv.ground(560, 800, dock_floor)
+    lv.backdrop(560, dock_floor, 800, 0, 'ground')
     lv.stairs(680, dock_floor, 6, direction=-1, run=20)
     lv.stairs(680, dock_floor, 6, direction=1, run=20)
     for x in (540, 804):
@@ -62,7 +63,7 @@ def quay():
     # Ledges up the far side, so nobody is stuck in the water.
     lv.stairs(1340, basin_floor, 5, rise=32, run=24)
     lv.ground(1460, 1600, 0)
-    lv.block(1540, 0, 1572, 320, 'beam')          # crane tower
+    lv.detail(1540, 0, 1572, 280, 'metal1')       # crane tower, walked past in front
     lv.beam(1120, 1620, 280)                     # jib
     lv.detail(1572, 240, 1600, 280, 'hazard1')
     lv.ledge(1240, 1320, 200, hang=280)
@@ -79,7 +80,7 @@ def quay():
     lv.lamp(1800, 354, 96)
     lv.lamp(2100, 354, 96)
     lv.message(1660, 0, 'Aim with the mouse, fire: $bind:+attack', width=40, height=96)
-    lv.target(1820, 0, 24, 40, 40)
+    lv.practice_target(1820, health=40)
     lv.crate(1980, 0, 32, mass=0)
     lv.grunt('meleegrunt', 2120, 0, 1, {'cashchance': '100', 'cashmin': '2', 'cashmax': '4'})
     lv.pickup('health', 2230, 0)
@@ -138,11 +139,11 @@ def armoury():
     lv.message(380, 0, 'Change gun: $bind:nextweap / $bind:prevweap', width=32)
 
     lv.spawn(440, 8, 'range')
-    # Beat one: the firing lane. Targets behind a rail cannot shoot back.
+    # Beat one: the firing lane: targets on brackets, a low rail to hop.
     lv.hazard_strip(520, 1100, 0, 4)
-    lv.block(600, 0, 616, 40, 'beam')
+    lv.block(600, 0, 616, 24, 'beam')
     for x, hp in ((760, 40), (900, 60), (1040, 80)):
-        lv.target(x, 0, 24, 40, hp)
+        lv.practice_target(x, 40 + (x - 760) // 4, hp)
     lv.block(1100, 56, 1132, H, 'wall')
     lv.lamp(1080, 50, 16)
 
@@ -234,8 +235,8 @@ def stores():
     lv.weapon('chaingun', 604, -8, 60)
     lv.pickup('chaingunammo', 660, -40, 20, attributes={'ammo': '60'})
     lv.message(420, 0, 'Chaingun: hold $bind:+attack', width=32)
-    for x in (880, 940):
-        lv.target(x, 0, 24, 40, 60)
+    for x in (880, 960):
+        lv.practice_target(x)
 
     lv.spawn(900, 8, 'tanks')
     # Beat two: tanks and a pair of plasma drones; a sniper on the shelf

@@ -135,6 +135,11 @@ class Place(Level):
         """A steel beam to hook on to."""
         self.block(x0, y, x1, y + thickness, 'beam')
 
+    def practice_target(self, x, y=56, health=60):
+        """A shooting target on a wall bracket, high enough to walk under."""
+        self.block(x - 8, y - 8, x + 32, y, 'beam')
+        self.target(x, y, 24, 40, health)
+
     def crate(self, x, y, size=32, mass=20):
         self.body('default', x, y, x + size, y + size, 'data/images/planks1.png', mass=mass)
 
