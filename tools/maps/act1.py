@@ -59,9 +59,10 @@ def quay():
     lv.ground(800, 1100, 0)
     basin_floor = -160
     lv.ground(1100, 1460, basin_floor)
-    lv.water(1100, 1460, basin_floor, -24)
-    # Ledges up the far side, so nobody is stuck in the water.
-    lv.stairs(1340, basin_floor, 5, rise=32, run=24)
+    lv.water(1100, 1460, basin_floor, -100)
+    # Steps back up on the near side only: a fall means another try, and
+    # the far wall stands too high above the water to climb.
+    lv.stairs(1220, basin_floor, 5, direction=-1, rise=32, run=24)
     lv.ground(1460, 1600, 0)
     lv.detail(1540, 0, 1572, 280, 'metal1')       # crane tower, walked past in front
     lv.beam(1120, 1620, 280)                     # jib
@@ -92,20 +93,20 @@ def quay():
     pier_floor = -200
     lv.block(2320, 300, 2352, 424, 'wall')
     lv.ground(2320, 3200, pier_floor)
-    lv.water(2400, 3200, pier_floor, -32)
+    lv.water(2400, 3200, pier_floor, -120)
     lv.ceiling(2320, 3200, 300, 32)
     for x0, x1 in ((2320, 2400), (2620, 2700), (2920, 3000)):
         lv.block(x0, -200, x1, 0, 'deck')
         lv.hazard_strip(x0, x1, 0, 4)
-    # Out of the water by steps at the foot of every post.
-    for x in (2620, 2920, 3200):
-        lv.stairs(x - 128, pier_floor, 8, rise=25, run=16)
+    # A fall climbs back to the post it left from.
+    for x in (2400, 2700, 3000):
+        lv.stairs(x + 128, pier_floor, 8, direction=-1, rise=25, run=16)
     for x0 in (2410, 2710, 3010):
         lv.detail(x0 + 84, 276, x0 + 96, 300, 'metal1')
         lv.beam(x0, x0 + 180, 260)
     lv.pickup('armour', 2950, 0)
     lv.cash(2650, 0)
-    lv.ground(3200, 3460, 0)
+    lv.ground(3200, 3524, 0)
     lv.ledge(3396, 3460, 200)
     lv.turret(3428, 200)
     lv.message(2330, 0, 'Swing from beam to beam', width=40, height=96)
@@ -258,8 +259,8 @@ def stores():
     # Beat three: the cistern, too deep to wade and too wide to jump,
     # with beams to hook; rocket drones fire from the far side.
     lv.ground(1860, 2300, -220)
-    lv.water(1860, 2300, -220, -24)
-    lv.stairs(2300 - 192, -220, 8, rise=27.5, run=24)
+    lv.water(1860, 2300, -220, -120)
+    lv.stairs(1860 + 160, -220, 8, direction=-1, rise=27.5, run=20)
     for x0 in (1920, 2120):
         lv.beam(x0, x0 + 120, 200)
         lv.detail(x0 + 56, 216, x0 + 64, H, 'metal1')
