@@ -70,6 +70,7 @@ def quay():
     lv.ledge(1240, 1320, 200, hang=280)
     lv.cash(1270, 200, 25)
     lv.pickup('health', 1500, 0)
+    lv.effect(1300, -150, 'bubbles')
     lv.message(1000, 0, 'Too wide to jump: hook the jib', width=40, height=96)
 
     lv.spawn(1620, 8, 'yard')
@@ -171,6 +172,7 @@ def armoury():
     lv.beam(1760, 1900, 200)
     lv.message(1770, 0, 'The switch is up there: hook it', width=32)
     lv.lamp(1860, 176, 40)
+    lv.sound(1880, 100, 'world/hum.wav', 50)
     lv.cash(1800, 150)
 
     # Behind the shutter: the plasma gun, then a turret behind crates.
@@ -266,6 +268,9 @@ def stores():
         lv.detail(x0 + 56, 216, x0 + 64, H, 'metal1')
     lv.grunt('rocketgrunt', 2420, 0, 1)
     lv.cash(2060, 200, 25)
+    lv.effect(2280, 200, 'steam')
+    lv.effect(2000, -200, 'bubbles')
+    lv.sound(2080, 0, 'world/hum.wav', 40)
     lv.pickup('armour', 2360, 0)
     lv.pickup('health', 2400, 0)
     lv.checkpoint(2480, 0)

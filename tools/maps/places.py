@@ -164,6 +164,16 @@ class Place(Level):
         self.body('detail', x, y, x + width, y + 6, 'data/images/hazard1.png', solid=False, tile=False,
                   outlined=False, colour='255,230,170,255', attributes={'glow': 'true'})
 
+    def sound(self, x, y, sample, volume=50):
+        """A looping sound heard within about 500 units."""
+        self.body('soundbody', x, y, x + 8, y + 8, solid=False, entity=True, visible=False, outlined=False,
+                  attributes={'sound': 'data/sounds/%s' % sample, 'volume': str(volume), 'loops': '-1'})
+
+    def effect(self, x, y, system):
+        """A particle effect that runs from the start (steam, sparks, bubbles)."""
+        self.body('particlesystembody', x, y, x + 8, y + 8, solid=False, entity=True, visible=False,
+                  outlined=False, attributes={'systemid': system, 'on': 'true'})
+
     def sign(self, x, y, text, size=12):
         self.body('textbody', x, y, x + 8 * len(text), y + 20, solid=False, entity=True, outlined=False,
                   attributes={'text': text, 'font': 'vera', 'size': str(size), 'shadow': 'true'})
