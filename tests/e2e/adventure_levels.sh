@@ -3,7 +3,7 @@
 # or level target) loads with all its textures, types and target names: no
 # fallback texture, unknown body type, missing particle or sound, and every
 # "targets" name is some body's id. The level picture draws every body, so
-# every texture is loaded.
+# every texture is loaded. No body is dropped for a degenerate polygon.
 set -euo pipefail
 game_dir=$1
 source "$(dirname "$0")/lib.bash"
@@ -42,7 +42,7 @@ for level in $levels; do
   sleep 2
   stop_game
   log="$work/outputlog.txt"
-  if bad=$(grep -E "FAILED to load texture|Defaulting to Body for: |Couldn't find particle def|Couldn't find sound|insertion failed at|Could not load" "$log"); then
+  if bad=$(grep -E "FAILED to load texture|Defaulting to Body for: |Couldn't find particle def|Couldn't find sound|insertion failed at|Skipping body|Could not load" "$log"); then
     fail "$level: $bad"
   fi
   kill "$XVFB_PID" 2>/dev/null || true
