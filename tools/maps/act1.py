@@ -151,10 +151,15 @@ def armoury():
 
     lv.spawn(1160, 8, 'hall')
     # Beat two: the brawlers' hall, one drone, then a pair.
+    # A walkway over the hall; the shotgunner holds it.
     lv.grunt('meleegrunt', 1300, 0, 1)
     lv.grunt('meleegrunt', 1560, 0, 1)
-    lv.grunt('shotgungrunt', 1640, 0, 1)
-    lv.crate(1450, 0, 32, mass=0)
+    lv.stairs(1380, 0, 3, rise=24, run=24)
+    lv.block(1452, 56, 1660, 72, 'deck')
+    for x in (1470, 1640):
+        lv.detail(x, 0, x + 8, 56, 'metal1')
+    lv.grunt('shotgungrunt', 1600, 72, 1)
+    lv.cash(1620, 72)
     lv.pickup('health', 1720, 0)
     lv.pickup('shotgunammo', 1750, 0, 20, attributes={'ammo': '12'})
     lv.lamp(1400, H - 6, 96)
