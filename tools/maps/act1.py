@@ -257,7 +257,7 @@ def stores():
     lv.grunt('plasmagrunt', 1560, 0, 1)
     lv.ledge(1600, 1760, 160, hang=H)
     lv.grunt('sniper', 1700, 160, 1)
-    lv.message(1000, 0, 'Snipers show their aim: keep out of the line', width=32)
+    lv.message(1000, 0, 'Sniper: keep out of its aim line', width=32)
     lv.pickup('health', 1520, 0)
     lv.pickup('chaingunammo', 1550, 0, 20, attributes={'ammo': '60'})
     lv.lamp(1200, H - 6, 96)
