@@ -480,6 +480,8 @@ void Game::runFrame()
         return;
     }
     tickTimer();
+    if (!pendingLevelShot.empty() && levelLoaded && !levelPending)
+        writeLevelShot();
     renderer->beginFrame();
     if (levelLoaded && worldRunning) {
         if (runPendingRequests())
@@ -508,6 +510,20 @@ bool Game::runPendingRequests()
         return true;
     }
     return false;
+}
+
+void Game::writeLevelShot()
+{
+    const std::string path = pendingLevelShot;
+    pendingLevelShot.clear();
+    const std::vector<Body*> all(bodies.begin(), bodies.end());
+    if (renderer->drawLevelShot(all, path)) {
+        conPrint("Wrote level picture " + path);
+        std::printf("Wrote level picture %s\n", path.c_str());
+    } else {
+        conPrint("Could not write level picture " + path);
+        std::printf("Could not write level picture %s\n", path.c_str());
+    }
 }
 
 void Game::drawGameplayOverlay()

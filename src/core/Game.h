@@ -172,6 +172,7 @@ public:
     IGameplay* getGameplay() const { return gameplay.get(); }
     // The controller's level timer and HUD over the picture, every frame.
     void drawGameplayOverlay();
+    void writeLevelShot();
     // Start-up of play: the DefaultGameplay controller, its input target
     // "game", and the player (id 1, 16 x 16, mass 100). Part of init; headless
     // tests call it on their own.
@@ -205,6 +206,9 @@ public:
     void dumpTextures(std::ostream& out) const;
     // Grabs the screen at the next buffer swap.
     void requestCapture() { captureRequested = true; }
+    // Saves a picture of the whole level once one is loaded (path under screenshots/).
+    void requestLevelShot(const std::string& path) { pendingLevelShot = path; }
+    const std::string& getPendingLevelShot() const { return pendingLevelShot; }
     void setPendingSaveName(const std::string& name) { pendingSaveName = name; }
     const std::string& getPendingSaveName() const { return pendingSaveName; }
     // Loads the given sky file and makes it the current sky.
@@ -295,6 +299,7 @@ protected:
     std::string pendingLevelEntry;
     float movieClock = 0.0f;
     bool captureRequested = false;
+    std::string pendingLevelShot;
     std::string pendingSaveName;
     std::string currentLevel;
     bool loadPending = false;

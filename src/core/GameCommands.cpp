@@ -13,6 +13,7 @@
 #include "core/Game.h"
 #include "gui/WidgetGallery.h"
 #include "particles/ParticleCommands.h"
+#include "render/LevelShot.h"
 #include "world/body/Body.h"
 
 namespace {
@@ -73,6 +74,14 @@ void GameCommands::registerAll(Game& game)
     registerCommand("unload a map", "unmap", [&game] { game.unloadLevel(); });
 
     registerCommand("take a screenshot", "screenshot", [&game] { game.requestCapture(); });
+    registerCommand("picture of the whole level: levelshot <file>", "levelshot", [&game] {
+        const std::string name = registry().argumentCount > 0 ? registry().arguments[0] : std::string();
+        const std::string path = LevelShot::outputPath(name);
+        if (path.empty())
+            conPrint("usage: levelshot <file>, a plain file name such as quay.png");
+        else
+            game.requestLevelShot(path);
+    });
 
     registerCommand("save game", "savegame", [&game] {
         game.setPendingSaveName(registry().argumentCount > 0 ? Game::saveNameFromArguments(registry().argumentLine)

@@ -155,5 +155,7 @@ public:
     virtual void grabScreen() = 0;
     virtual bool saveGrab(const std::string& path, int width, int height) = 0;
     virtual void printGlowTextureId(std::ostream& out) = 0;
+    // Draws every body into one picture of the whole level and saves it as a PNG.
+    virtual bool drawLevelShot(const std::vector<Body*>& /*bodies*/, const std::string& /*path*/) { return false; }
     virtual const std::vector<std::unique_ptr<Dimension>>& getVideoModes() const = 0;
 };

@@ -118,6 +118,7 @@ public:
     void grabScreen() override;
     bool saveGrab(const std::string& path, int width, int height) override;
     void printGlowTextureId(std::ostream& out) override;
+    bool drawLevelShot(const std::vector<Body*>& bodies, const std::string& path) override;
     const std::vector<std::unique_ptr<Dimension>>& getVideoModes() const override
     {
         return videoModes;

@@ -409,10 +409,10 @@ TEST(ShippedAdventure, ChainsItsLevelsThroughScenesWhosePicturesExist)
 {
     Adventure adventure;
     ASSERT_TRUE(Adventure::load(testSourceDir() + "/data/adventures/brindlequay.xml", adventure));
-    EXPECT_EQ(adventure.startlevel, "weapons");
+    EXPECT_EQ(adventure.startlevel, "quay");
     EXPECT_FALSE(adventure.description.empty());
     auto exists = [](const std::string& path) { return std::ifstream(path).good(); };
-    for (const char* name : {"intro", "armoury", "stores", "gates", "finale"}) {
+    for (const char* name : {"intro", "pierone", "lowerquay", "armoury", "stores", "gates", "finale"}) {
         CutScene scene;
         testing::internal::CaptureStdout();
         ASSERT_TRUE(scene.load(testSourceDir() + "/data/adventures/brindlequay/" + name + ".xml")) << name;

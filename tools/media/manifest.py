@@ -126,6 +126,8 @@ def _images():
     add(_img(IMG + 'techpanel2.png', 'textures.techpanel', variant=2))
     add(_img(IMG + 'grate1.png', 'textures.grate'))
     add(_img(IMG + 'hazard1.png', 'textures.hazard'))
+    add(_img(IMG + 'planks1.png', 'textures.planks'))
+    add(_img(IMG + 'quaystone1.png', 'textures.quaystone'))
     add(_img(IMG + 'water1.png', 'textures.water'))
     add(_img(IMG + 'lava1.png', 'textures.lava'))
     # Sky layers.

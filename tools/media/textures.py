@@ -152,6 +152,53 @@ def techpanel(rng, n=256, variant=1):
     return straight_image(col)
 
 
+def planks(rng, n=256):
+    """Weathered deck boards for piers and crates: rows of planks with
+    staggered joints, grain along the boards and a nail at each end."""
+    xs, ys = grid(n)
+    board, length = 32, 128
+    row = np.floor(ys / board)
+    fy = np.mod(ys, board)
+    shifted = np.mod(xs - np.mod(row * 80, n), n)
+    fx = np.mod(shifted, length)
+    plank = (row * (n // length) + np.floor(shifted / length)).astype(int)
+    tone = rng.random(int(plank.max()) + 1)[plank]
+    noise = fbm(rng, n, beta=1.4, lo=2)
+    # Smear the noise along x into grain; rolling keeps it periodic.
+    grain = sum(np.roll(noise, k, 1) for k in range(0, 24, 3)) / 8.0
+    grain = clamp01((grain - grain.min()) / max(grain.max() - grain.min(), 1e-6))
+    seam = np.minimum(np.minimum(fy, board - 1 - fy), np.minimum(fx, length - 1 - fx))
+    edge = clamp01(seam / 1.6)
+    col = colourise(clamp01(grain * 0.6 + tone * 0.4), [(0, '4a3423'), (0.5, '7a5a3c'), (1, 'a48058')])
+    col = col * shade(edge * 4 + grain * 2, 0.3)[..., None] * (0.35 + 0.65 * edge)[..., None]
+    nail = np.zeros((n, n), F)
+    for cx in (6, length - 7):
+        d = np.sqrt((fx - cx) ** 2 + (fy - board / 2) ** 2)
+        nail = np.maximum(nail, clamp01(1.0 - d / 1.8))
+    col = mix(col, rgb('2a2624'), (nail * 0.8)[..., None])
+    return straight_image(col)
+
+
+def quaystone(rng, n=256):
+    """Dressed stone blocks in courses, for quay walls: staggered joints,
+    a tone per block and worn, recessed mortar."""
+    xs, ys = grid(n)
+    course, length = 64, 128
+    row = np.floor(ys / course)
+    fy = np.mod(ys, course)
+    shifted = np.mod(xs + np.mod(row, 2) * (length / 2), n)
+    fx = np.mod(shifted, length)
+    block = (row * (n // length) + np.floor(shifted / length)).astype(int)
+    tone = rng.random(int(block.max()) + 1)[block]
+    noise = fbm(rng, n, beta=1.8, lo=2)
+    mortar = np.minimum(np.minimum(fy, course - 1 - fy), np.minimum(fx, length - 1 - fx))
+    edge = clamp01((mortar - 1.0) / 3.0)
+    height = edge * 0.8 + noise * 0.3
+    col = colourise(clamp01(tone * 0.4 + noise * 0.6), [(0, '575049'), (0.5, '7e766b'), (1, 'a59c8f')])
+    col = col * shade(height * 8, 0.4)[..., None] * (0.45 + 0.55 * edge)[..., None]
+    return straight_image(col)
+
+
 def grate(rng, n=128):
     """Floor grating with see-through holes (RGBA)."""
     xs, ys = grid(n)

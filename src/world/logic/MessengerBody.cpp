@@ -1,6 +1,8 @@
 #include "world/logic/MessengerBody.h"
 
+#include "core/Game.h"
 #include "gameplay/GameplaySingleton.h"
+#include "input/BindingText.h"
 #include "render/GameHUD.h"
 #include "world/level/LevelValues.h"
 
@@ -24,6 +26,8 @@ void MessengerBody::onTriggered(GameBody*)
 
 void MessengerBody::showOnHud(const std::string& text)
 {
-    if (GameHUD* hud = GameplaySingleton::get().hud)
-        hud->showMessage(text);
+    if (GameHUD* hud = GameplaySingleton::get().hud) {
+        const Game* game = Game::current();
+        hud->showMessage(BindingText::expand(text, game ? game->getGameInput() : nullptr));
+    }
 }

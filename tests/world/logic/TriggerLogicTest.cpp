@@ -2,6 +2,7 @@
 // they fire, whom they tell and when they re-arm.
 #include <gtest/gtest.h>
 
+#include "input/GameInput.h"
 #include "world/logic/LogicFixture.h"
 #include "world/logic/BatterySlot.h"
 #include "world/logic/Checkpoint.h"
@@ -163,4 +164,19 @@ TEST_F(TriggerLogicTest, CheckpointAsksForASaveAndSaysSo)
     EXPECT_EQ(lastHudMessage(), "Saving Checkpoint...");
     EXPECT_TRUE(cp->triggered);
     EXPECT_TRUE(cp->isTraceThrough());
+}
+
+TEST_F(TriggerLogicTest, MessagesNameThePlayersOwnKeys)
+{
+    loadLevel(entity("messagebody", "msg", 0, 200, attribute("message", "Fire: $bind:+attack")) +
+              entity("messengerbody", "herald", 0, 300, attribute("message", "Save: $bind{savegame quicksave}")));
+    GameInput* keys = game->getGameInput();
+    ASSERT_NE(keys, nullptr);
+    keys->setBinding("x", "+attack");
+    keys->setBinding("f5", "savegame quicksave");
+    at(0);
+    touch(*find<MessageBody>("msg"), *player);
+    EXPECT_EQ(lastHudMessage(), "Fire: X");
+    find<MessengerBody>("herald")->onTriggered(nullptr);
+    EXPECT_EQ(lastHudMessage(), "Save: F5");
 }

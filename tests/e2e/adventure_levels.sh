@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# Every level the adventure reaches (start level, then each exit's cut scene
+# or level target) loads with all its textures, types and target names: no
+# fallback texture, unknown body type, missing particle or sound, and every
+# "targets" name is some body's id. The level picture draws every body, so
+# every texture is loaded. No body is dropped for a degenerate polygon.
+set -euo pipefail
+game_dir=$1
+source "$(dirname "$0")/lib.bash"
+levels=$(python3 - "$game_dir" <<'PY'
+import os, sys
+import xml.etree.ElementTree as ET
+root = sys.argv[1]
+level = ET.parse(os.path.join(root, 'data/adventures/brindlequay.xml')).getroot().get('startlevel')
+seen = []
+while level and level not in seen:
+    seen.append(level)
+    doc = ET.parse(os.path.join(root, 'maps', level + '.xml')).getroot()
+    ids = {p.get('idname') for p in doc.iter('P')}
+    for p in doc.iter('P'):
+        params = p.find('params')
+        for t in (params.get('targets') if params is not None else '').split(','):
+            if t and t not in ids:
+                sys.exit('%s: %s targets missing id %s' % (level, p.get('idname'), t))
+    nxt = None
+    for p in doc.iter('P'):
+        if p.get('type') == 'levelchange':
+            attrs = {a.get('name').lower(): a.get('value') for a in p.iter('a')}
+            nxt = attrs.get('leveltarget')
+            if attrs.get('iscutscene') == 'true':
+                scene = ET.parse(os.path.join(root, 'data/adventures', attrs['cutscene'] + '.xml')).getroot()
+                nxt = scene.get('level') if scene.get('onend') == 'level' else None
+    level = nxt
+print(' '.join(seen))
+PY
+) || fail "adventure chain: $levels"
+[ "$(wc -w <<<"$levels")" -ge 3 ] || fail "adventure reaches only: $levels"
+for level in $levels; do
+  work=$(make_game_copy "$game_dir")
+  start_game "$work" +map "$level" +levelshot "$level.png"
+  wait_for_log "$work" "Wrote level picture screenshots/$level.png" 40
+  sleep 2
+  stop_game
+  log="$work/outputlog.txt"
+  if bad=$(grep -E "FAILED to load texture|Defaulting to Body for: |Couldn't find particle def|Couldn't find sound|insertion failed at|Skipping body|Could not load" "$log"); then
+    fail "$level: $bad"
+  fi
+  kill "$XVFB_PID" 2>/dev/null || true
+  rm -rf "$work"
+done
+echo "adventure_levels ok: $levels"
