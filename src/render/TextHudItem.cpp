@@ -19,9 +19,13 @@ void TextHudItem::draw(IRenderer& renderer)
     // The position is the baseline: the layout sets each value 12 units below
     // its 16-unit icon's top so the two line up.
     const float baseline = static_cast<float>(pixelY);
-    if (shadow)
-        font->drawTextShadowed(static_cast<float>(pixelX), baseline, text);
-    else
-        font->drawText(static_cast<float>(pixelX), baseline, text);
+    // The font's own shadowed call draws white: the HUD's red values and
+    // greyed upgrades keep their colour over a black shadow.
+    if (shadow) {
+        renderer.setColour(0.0f, 0.0f, 0.0f);
+        font->drawText(static_cast<float>(pixelX) + 1.0f, baseline - 1.0f, text);
+        renderer.setColour(colour);
+    }
+    font->drawText(static_cast<float>(pixelX), baseline, text);
     font->setScale(oldScale);
 }

@@ -1,11 +1,13 @@
 #include "gameplay/player/GameplayInput.h"
 
+#include <cmath>
 #include <cstdio>
 
 #include "console/CommandRegistry.h"
 #include "console/ConsolePrint.h"
 #include "console/GameVar.h"
 #include "console/VariableRegistry.h"
+#include "core/Game.h"
 #include "gameplay/GameplaySingleton.h"
 #include "gameplay/player/Player.h"
 
@@ -122,8 +124,10 @@ Vector GameplayInput::computeForce(Player& player, float stepTime)
     const float down = moveDown ? 1.0f : 0.0f;
     Vector force;
 
+    grounded = false;
     if (moveMode && moveMode->intValue == platformMode) {
-        if (player.takeGroundContact()) {
+        grounded = player.takeGroundContact();
+        if (grounded) {
             force.x = horizontal * 190.0f * m;
             player.canJump = true;
             player.airTime = 0.0f;
@@ -133,8 +137,14 @@ Vector GameplayInput::computeForce(Player& player, float stepTime)
         if (player.airTime > jumpAllowance)
             player.canJump = false;
         force.y = down * -320.0f * m;
-        if (player.canJump)
+        if (player.inliquidlastframe) {
+            // Swimming: up strokes at any depth, up to a gentle rising speed,
+            // enough to leave the water with a hop over a low rim.
+            if (player.vel.y < swimSpeed)
+                force.y += up * 320.0f * m;
+        } else if (player.canJump) {
             force.y += up * 320.0f * m;
+        }
         player.airTime += stepTime;
     } else {
         force.x = horizontal * 300.0f * m;
@@ -153,7 +163,55 @@ void GameplayInput::applyControls(Player* player, float stepTime)
 {
     if (!player || player->dead)
         return;
-    player->applyForce(computeForce(*player, stepTime), stepTime);
+    const Vector force = computeForce(*player, stepTime);
+    const float direction = static_cast<float>(moveRight) - static_cast<float>(moveLeft);
+    if (grounded && direction != 0.0f)
+        stepUp(*player, direction, stepTime);
+    player->applyForce(force, stepTime);
+}
+
+bool GameplayInput::blockedAt(Player& player, const Vector& shift, const std::vector<Body*>& near)
+{
+    Collision::Hit hit;
+    const Vector at = player.pos + shift;
+    for (Body* other : near) {
+        if (other == &player || !other->solid || other->isMovable() || !other->collidesWith(&player) ||
+            !player.collidesWith(other))
+            continue;
+        if (overlapTest.sweptTest(player.localVertices, at, Vector(), other->localVertices, other->pos, Vector(), hit))
+            return true;
+    }
+    return false;
+}
+
+bool GameplayInput::stepUp(Player& player, float direction, float stepTime)
+{
+    Game* game = Game::current();
+    if (!game || player.localVertices.size() < 3 || player.rotation != 0.0f)
+        return false;
+    // Where this step's walk would take the feet, and at least a unit ahead.
+    const float reach = std::fabs(player.vel.x) * stepTime + 1.0f;
+    const Vector ahead(direction > 0.0f ? reach : -reach, 0.0f);
+    nearby.clear();
+    game->getQuadTree().withinRadius(player.pos, player.radius + reach + stepHeight, nearby);
+    if (!blockedAt(player, ahead, nearby))
+        return false;
+    for (float lift = 1.0f; lift <= stepHeight; lift += 1.0f) {
+        const Vector up(0.0f, lift);
+        // Room overhead where the player stands, and on top of the ledge.
+        if (blockedAt(player, up, nearby))
+            return false;
+        if (!blockedAt(player, ahead + up, nearby)) {
+            player.pos.y += lift;
+            player.transform();
+            player.updateBounds();
+            game->getQuadTree().update(&player);
+            if (player.vel.y < 0.0f)
+                player.vel.y = 0.0f;
+            return true;
+        }
+    }
+    return false;
 }
 
 void GameplayInput::updatePlayer(Player* player)
