@@ -124,10 +124,8 @@ Vector GameplayInput::computeForce(Player& player, float stepTime)
     const float down = moveDown ? 1.0f : 0.0f;
     Vector force;
 
-    grounded = false;
     if (moveMode && moveMode->intValue == platformMode) {
-        grounded = player.takeGroundContact();
-        if (grounded) {
+        if (player.takeGroundContact()) {
             force.x = horizontal * 190.0f * m;
             player.canJump = true;
             player.airTime = 0.0f;
@@ -165,7 +163,10 @@ void GameplayInput::applyControls(Player* player, float stepTime)
         return;
     const Vector force = computeForce(*player, stepTime);
     const float direction = static_cast<float>(moveRight) - static_cast<float>(moveLeft);
-    if (grounded && direction != 0.0f)
+    // Ground contacts are only reported every few steps while resting, so
+    // "walking" means a contact within the last few steps.
+    const bool walking = moveMode && moveMode->intValue == platformMode && player->airTime <= walkingAirTime;
+    if (walking && direction != 0.0f)
         stepUp(*player, direction, stepTime);
     player->applyForce(force, stepTime);
 }
@@ -194,15 +195,19 @@ bool GameplayInput::stepUp(Player& player, float direction, float stepTime)
     const Vector ahead(direction > 0.0f ? reach : -reach, 0.0f);
     nearby.clear();
     game->getQuadTree().withinRadius(player.pos, player.radius + reach + stepHeight, nearby);
-    if (!blockedAt(player, ahead, nearby))
+    // A resting body sinks a little into its floor: only what stands above
+    // that blocks the way.
+    const Vector sink(0.0f, restingSink);
+    if (!blockedAt(player, ahead + sink, nearby))
         return false;
-    for (float lift = 1.0f; lift <= stepHeight; lift += 1.0f) {
+    for (float lift = 2.0f * restingSink; lift <= stepHeight + restingSink; lift += restingSink) {
         const Vector up(0.0f, lift);
         // Room overhead where the player stands, and on top of the ledge.
         if (blockedAt(player, up, nearby))
             return false;
         if (!blockedAt(player, ahead + up, nearby)) {
-            player.pos.y += lift;
+            // A little over, to land on the ledge rather than clip its edge.
+            player.pos.y += lift + 0.5f * restingSink;
             player.transform();
             player.updateBounds();
             game->getQuadTree().update(&player);

@@ -21,6 +21,10 @@ public:
     static constexpr float stepHeight = 8.0f;
     // Holding up in water swims upward no faster than this (units/s).
     static constexpr float swimSpeed = 60.0f;
+    // Seconds since the last ground contact that still count as walking.
+    static constexpr float walkingAirTime = 0.1f;
+    // How deep a resting body may sit in its floor, and the step-up's grain.
+    static constexpr float restingSink = 0.5f;
 
     GameplayInput() = default;
     ~GameplayInput() override = default;
@@ -59,8 +63,6 @@ private:
     bool blockedAt(Player& player, const Vector& shift, const std::vector<Body*>& near);
 
     GameVar* moveMode = nullptr;
-    // Ground contact as the last computeForce saw it.
-    bool grounded = false;
     Collision overlapTest;
     std::vector<Body*> nearby;
 };

@@ -1,5 +1,7 @@
 #include <cmath>
+#include <filesystem>
 
+#include "TestPaths.h"
 #include "gameplay/GameplayFixture.h"
 
 class PlayerControlsTest : public GameplayFixture {
@@ -229,4 +231,37 @@ TEST_F(PlayerControlsTest, FallingFarBelowTheLevelKillsThePlayer)
     player->setPosition(Vector(2000.0f, -1110.0f));
     frames(2);
     EXPECT_TRUE(player->dead);
+}
+
+// The shipped test level on foot: its stairs of 8-unit steps need no jump,
+// and its pool can be left by swimming up to the step and out.
+TEST_F(PlayerControlsTest, TheTestLevelsStairsAndPoolNeedNoTricks)
+{
+    setMode(2);
+    std::filesystem::create_directories("maps");
+    std::filesystem::copy_file(testSourceDir() + "/maps/test.xml", "maps/test.xml",
+                               std::filesystem::copy_options::overwrite_existing);
+    struct Case {
+        const char* name;
+        Vector from;
+        bool up;
+        float passX, aboveY;
+    };
+    for (const Case& c : {Case{"stairs", Vector(1216.0f, 8.0f), false, 1390.0f, 55.0f},
+                          Case{"pool", Vector(1040.0f, -40.0f), true, 1126.0f, 7.0f}}) {
+        SCOPED_TRACE(c.name);
+        game->loadLevel("test", "");
+        ASSERT_TRUE(game->isLevelLoaded());
+        player->setPosition(c.from);
+        frames(20);
+        GameplayInput::moveRight = true;
+        GameplayInput::moveUp = c.up;
+        bool made = false;
+        for (int i = 0; i < 240 && !made; ++i) {
+            frames(1);
+            made = player->pos.x > c.passX && player->pos.y > c.aboveY;
+        }
+        input->releaseAll();
+        EXPECT_TRUE(made) << "x " << player->pos.x << " y " << player->pos.y;
+    }
 }
