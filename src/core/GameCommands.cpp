@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <set>
 #include <string>
 
 #include "console/CommandRegistry.h"
@@ -14,6 +15,9 @@
 #include "gui/WidgetGallery.h"
 #include "particles/ParticleCommands.h"
 #include "render/LevelShot.h"
+#include "render/SkyManager.h"
+#include "resources/FileOps.h"
+#include "resources/ResourceManager.h"
 #include "world/body/Body.h"
 
 namespace {
@@ -23,6 +27,23 @@ std::string versionText(const SDL_version& v)
 }
 
 const CommandRegistry& registry() { return CommandRegistry::instance(); }
+
+// A mistyped sky name would otherwise change nothing without a word.
+void reportUnknownSky(const std::string& name)
+{
+    std::set<std::string> files;
+    FileOps::listFolder("data/sky", "*.xml", files);
+    ResourceManager::instance().listFiles("data/sky", "*.xml", files);
+    std::string known;
+    for (const std::string& file : files) {
+        if (file.size() <= 4)
+            continue;
+        known += (known.empty() ? "" : ", ") + file.substr(0, file.size() - 4);
+    }
+    const std::string text = "No sky called \"" + name + "\". Skies: " + (known.empty() ? "none" : known);
+    conPrint(text);
+    std::printf("%s\n", text.c_str());
+}
 
 int varInt(const char* name)
 {
@@ -94,8 +115,11 @@ void GameCommands::registerAll(Game& game)
     });
 
     registerCommand("load a specified sky", "sky", [&game] {
-        game.loadSky(registry().argumentCount > 0 ? "data/sky/" + registry().arguments[0] + ".xml"
-                                                  : std::string("data/sky/default.xml"));
+        const std::string path = registry().argumentCount > 0 ? "data/sky/" + registry().arguments[0] + ".xml"
+                                                              : std::string("data/sky/default.xml");
+        game.loadSky(path);
+        if (game.getSkyManager() && !game.getSkyManager()->isLoaded(path))
+            reportUnknownSky(registry().argumentCount > 0 ? registry().arguments[0] : "default");
     });
 
     registerCommand("change the video mode based on vars", "vidrestart", [&game] {

@@ -3,6 +3,7 @@
 #include <tinyxml.h>
 
 #include <cctype>
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <sstream>
@@ -149,6 +150,11 @@ void DefaultGameplay::update(float stepTime)
             body->nextthink = t + body->thinkInterval;
         }
     }
+    // Out through a gap in a broken level: nothing below will ever stop
+    // the fall, so end it (god mode cannot help here).
+    Player* p = s.resources.player;
+    if (p && hasFallLimit && !p->dead && p->pos.y < fallLimit)
+        p->die();
 }
 
 void DefaultGameplay::startLevel(const std::string& spawnPointId)
@@ -176,10 +182,19 @@ void DefaultGameplay::startLevel(const std::string& spawnPointId)
     loadedFromSave = false;
 
     spawnPoints.clear();
+    hasFallLimit = false;
     if (Game* game = s.resources.game) {
-        for (Body* body : game->getBodies())
+        for (Body* body : game->getBodies()) {
             if (body->type == "spawnpoint")
                 spawnPoints.push_back(body);
+            if (body == p)
+                continue;
+            for (const Vector& v : body->worldVertices)
+                if (std::isfinite(v.y) && (!hasFallLimit || v.y - fallDepth < fallLimit)) {
+                    fallLimit = v.y - fallDepth;
+                    hasFallLimit = true;
+                }
+        }
     }
 
     Body* chosen = nullptr;

@@ -67,6 +67,8 @@ public:
     Player* getPlayer() const { return player; }
     const std::vector<Body*>& getSpawnPoints() const { return spawnPoints; }
     int getGibCount() const { return gibCount; }
+    // How far below the level's lowest geometry a falling player dies.
+    static constexpr float fallDepth = 1000.0f;
 
     // Clock text form: "start,current,previous,ticksPerSecond,paused".
     static std::string clockToText(const BasicTimer& clock);
@@ -105,4 +107,7 @@ private:
     bool raceActive = false;
     BasicTimer raceTimer;
     int gibCount = 0;
+    // Below this y the player has left the level for good and dies.
+    float fallLimit = 0.0f;
+    bool hasFallLimit = false;
 };

@@ -34,8 +34,9 @@ bool Particle::update(float dt)
     colour.g = clampColour(colour.g + colourVel.g * dt);
     colour.b = clampColour(colour.b + colourVel.b * dt);
     colour.a = clampColour(colour.a + colourVel.a * dt);
-    width += widthVel * dt;
-    height += heightVel * dt;
+    // A shrinking particle ends at nothing rather than turning inside out.
+    width = std::max(0.0f, width + widthVel * dt);
+    height = std::max(0.0f, height + heightVel * dt);
     halfWidth = width * 0.5f;
     halfHeight = height * 0.5f;
     age += dt;
@@ -47,10 +48,10 @@ bool Particle::update(float dt)
 void Particle::setSize(float w, float h)
 {
     size.set(w, h);
-    width = w;
-    height = h;
-    halfWidth = w * 0.5f;
-    halfHeight = h * 0.5f;
+    width = std::max(0.0f, w);
+    height = std::max(0.0f, h);
+    halfWidth = width * 0.5f;
+    halfHeight = height * 0.5f;
 }
 
 void Particle::setEndSize(float w, float h)

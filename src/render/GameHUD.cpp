@@ -10,6 +10,7 @@
 #include "gameplay/DefaultGameplay.h"
 #include "gameplay/GameplaySingleton.h"
 #include "gameplay/player/Player.h"
+#include "gameplay/weapons/FireableWeapon.h"
 #include "gameplay/weapons/WeaponMapping.h"
 #include "render/FontRenderer.h"
 #include "render/IRenderer.h"
@@ -137,6 +138,8 @@ void GameHUD::createItems()
     // Long names stay inside the weapon panel.
     weaponName->setSize(130, 0);
     ammoValue = addText(504 + 72, 462 - 24, 14, true, true);
+    cooldownValue = addText(504 + 72, 462 - 6, 14, true, true);
+    cooldownValue->visible = false;
     messageLine = addText(504, 462 - 44 - 24, 18, true, false);
     messageLine->visible = false;
     positionedMessage = addText(0, 0, 18, true, true);
@@ -328,6 +331,15 @@ void GameHUD::refresh()
         const int count = inv.ammoOf(row->ammoType);
         ammoValue->setText(count == Inventory::unlimited ? "INF" : std::to_string(count));
     }
+    // Quick weapons are ready again before anyone could read a countdown.
+    const FireableWeapon* weapon = inv.current();
+    const float cooldown = weapon ? weapon->nextFireTime - now : 0.0f;
+    cooldownValue->visible = weapon && weapon->delay >= slowWeaponMs && cooldown > 0.0f;
+    if (cooldownValue->visible) {
+        char text[32];
+        std::snprintf(text, sizeof text, "%.1f", std::min(cooldown, 999000.0f) / 1000.0f);
+        cooldownValue->setText(text);
+    }
     updateWeaponStrip();
     setWeaponStripVisible(weaponStripExpiry > now);
     if (upgradeScreenVisible)
@@ -353,7 +365,7 @@ void GameHUD::updateUpgradeScreen()
     if (!player || !upgradeCurrentLevel)
         return;
     const PlayerProperties& props = player->properties;
-    upgradeCurrentLevel->setText("Current Level : " + std::to_string(std::max(1, props.currentLevel)));
+    upgradeCurrentLevel->setText("Current Level : " + std::to_string(std::max(0, props.currentLevel)));
     upgradeCash->setText("Current Cash : " + std::to_string(props.cash));
     upgradeUntilNext->setText("Cash Until Next Level : " + std::to_string(props.cashUntilNextLevel()));
     dimUnaffordableUpgrades();

@@ -32,6 +32,8 @@ public:
     static constexpr float positionedMessageMs = 5000.0f;
     static constexpr float weaponStripMs = 2000.0f;
     static constexpr float flashSeconds = 0.5f;
+    // Weapons at least this slow between shots show their cooldown.
+    static constexpr float slowWeaponMs = 900.0f;
 
     GameHUD();
     ~GameHUD() override;
@@ -96,6 +98,8 @@ public:
     ImageHudItem* weaponIcon = nullptr;
     TextHudItem* weaponName = nullptr;
     TextHudItem* ammoValue = nullptr;
+    // Seconds until a slow weapon can fire again; hidden when it can.
+    TextHudItem* cooldownValue = nullptr;
     TextHudItem* messageLine = nullptr;
     TextHudItem* positionedMessage = nullptr;
     std::array<ImageHudItem*, 10> stripIcons{};

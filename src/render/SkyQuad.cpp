@@ -26,9 +26,17 @@ void SkyQuad::advanceCorner(size_t corner, float dt, float alphaWeight)
         return;
     Vertex& v = *corners[corner];
     RGBAColour& vel = velocities[corner];
-    stepComponent(v.r, vel.r, vel.r * dt, minColour.r, maxColour.r);
-    stepComponent(v.g, vel.g, vel.g * dt, minColour.g, maxColour.g);
-    stepComponent(v.b, vel.b, vel.b * dt, minColour.b, maxColour.b);
+    // The colour turns back as a whole when any component reaches a bound:
+    // left to bounce apart, the components would wander off the sky's hues.
+    float vr = vel.r, vg = vel.g, vb = vel.b;
+    stepComponent(v.r, vr, vel.r * dt, minColour.r, maxColour.r);
+    stepComponent(v.g, vg, vel.g * dt, minColour.g, maxColour.g);
+    stepComponent(v.b, vb, vel.b * dt, minColour.b, maxColour.b);
+    if (vr != vel.r || vg != vel.g || vb != vel.b) {
+        vel.r = -vel.r;
+        vel.g = -vel.g;
+        vel.b = -vel.b;
+    }
     stepComponent(v.a, vel.a, vel.a * dt * alphaWeight, minColour.a, maxColour.a);
 }
 

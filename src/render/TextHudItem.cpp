@@ -39,11 +39,15 @@ void TextHudItem::draw(IRenderer& renderer)
     // The position is the baseline: the layout sets each value 12 units below
     // its 16-unit icon's top so the two line up.
     float baseline = static_cast<float>(pixelY);
+    // The font's own shadowed call draws white: the HUD's red values and
+    // greyed upgrades keep their colour over a black shadow.
     for (const std::string& line : layoutLines(*font)) {
-        if (shadow)
-            font->drawTextShadowed(static_cast<float>(pixelX), baseline, line);
-        else
-            font->drawText(static_cast<float>(pixelX), baseline, line);
+        if (shadow) {
+            renderer.setColour(0.0f, 0.0f, 0.0f);
+            font->drawText(static_cast<float>(pixelX) + 1.0f, baseline - 1.0f, line);
+            renderer.setColour(colour);
+        }
+        font->drawText(static_cast<float>(pixelX), baseline, line);
         baseline -= lineHeight();
     }
     font->setScale(oldScale);

@@ -59,6 +59,7 @@ sleep 0.5
 stop_game
 log="$work/outputlog.txt"
 grep -q "Could not load sky file: data/sky/nosuchsky.xml" "$log" || fail "missing sky not reported"
+grep -q '^No sky called "nosuchsky". Skies: default, haze, hcsky1' "$log" || fail "the sky command did not name the known skies"
 grep -q "FAILED to load texture" "$log" && fail "a texture is missing"
 python3 - "$work" $skies <<'PY' || fail "sky screenshots look wrong"
 import sys, zlib, struct

@@ -147,6 +147,11 @@ TEST_F(ParticleSystemTest, ParticleMovesRecoloursAndResizes)
     EXPECT_FLOAT_EQ(q.width, 6.0f);
     EXPECT_FLOAT_EQ(q.halfHeight, 1.5f);
     EXPECT_FALSE(q.update(1.6f));
+    // Shrinking stops at nothing: never a negative, inside-out size.
+    EXPECT_FLOAT_EQ(q.height, 0.0f);
+    EXPECT_FLOAT_EQ(q.halfHeight, 0.0f);
+    q.setSize(-3, 2);
+    EXPECT_FLOAT_EQ(q.width, 0.0f);
 }
 
 TEST_F(ParticleSystemTest, FaintParticlesAreNotDrawnAndGlowStepsFadeOut)

@@ -52,3 +52,29 @@ TEST(ShippedParticlesTest, EveryEffectTheGameStartsIsDefinedCompletelyWithItsTex
     for (const char* name : startedByTheGame)
         EXPECT_EQ(ids.count(name), 1u) << name;
 }
+
+// A size changes by (end - start) every second for the particle's whole
+// life; with start and end drawn apart, a long-lived particle could shrink
+// through zero to a line and grow back inside out.
+TEST(ShippedParticlesTest, NoParticleShrinksThroughZeroWithinItsLife)
+{
+    const std::string path = gameDir() + "/data/particles/particles.xml";
+    TiXmlDocument doc(path.c_str());
+    ASSERT_TRUE(doc.LoadFile()) << path;
+    for (const TiXmlElement* e = doc.FirstChildElement()->FirstChildElement(); e; e = e->NextSiblingElement()) {
+        ParticleSystemParams p;
+        std::vector<std::string> missing;
+        p.read(*e, missing);
+        if (p.particleLifeTime <= 0.0f)
+            continue;
+        auto check = [&](float start, float lo, float hi, float end, float endLo, float endHi, const char* axis) {
+            for (float s : {start + lo, start + hi})
+                for (float f : {end + endLo, end + endHi})
+                    EXPECT_GE(s + (f - s) * p.particleLifeTime, 0.0f) << p.id << " " << axis;
+        };
+        check(p.dimension.width, p.dimensionVarLow.width, p.dimensionVarHigh.width, p.endDimension.width,
+              p.endDimensionVarLow.width, p.endDimensionVarHigh.width, "width");
+        check(p.dimension.height, p.dimensionVarLow.height, p.dimensionVarHigh.height, p.endDimension.height,
+              p.endDimensionVarLow.height, p.endDimensionVarHigh.height, "height");
+    }
+}

@@ -174,3 +174,40 @@ TEST_F(GameHUDTest, HealthBelowZeroAndAbsurdTimesShowSensibleNumbers)
     EXPECT_LE(quadSeconds, 1000000);
     EXPECT_EQ(hud().invincibilityValue->text, "0");
 }
+
+TEST_F(GameHUDTest, SlowWeaponsShowTheirCooldown)
+{
+    struct Case {
+        const char* weapon;
+        bool shows;
+    };
+    for (const Case& c : {Case{"railgun", true}, Case{"rocketlauncher", true}, Case{"swarm", true},
+                          Case{"pistol", false}}) {
+        SCOPED_TRACE(c.weapon);
+        run(std::string("give ") + c.weapon);
+        run(std::string("useitem ") + c.weapon);
+        frames(20);
+        FireableWeapon* weapon = player->inventory.current();
+        ASSERT_NE(weapon, nullptr);
+        EXPECT_FALSE(hud().cooldownValue->visible);
+        weapon->nextFireTime = levelTime() + weapon->delay;
+        frame();
+        EXPECT_EQ(hud().cooldownValue->visible, c.shows);
+        if (c.shows) {
+            const float shown = std::stof(hud().cooldownValue->text);
+            EXPECT_GT(shown, 0.0f);
+            EXPECT_LE(shown, weapon->delay / 1000.0f);
+        }
+        weapon->nextFireTime = levelTime() - 1.0f;
+        frame();
+        EXPECT_FALSE(hud().cooldownValue->visible);
+    }
+}
+
+TEST_F(GameHUDTest, UpgradeScreenAtLevelZeroSaysSo)
+{
+    ASSERT_EQ(player->properties.currentLevel, 0);
+    run("+showupgrades");
+    EXPECT_EQ(hud().upgradeCurrentLevel->text, "Current Level : 0");
+    run("-showupgrades");
+}

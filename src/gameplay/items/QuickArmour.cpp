@@ -7,7 +7,8 @@ QuickArmour::QuickArmour()
     type = "quickarmour";
     kind = 3;
     respawnDelay = 5000.0f;
-    amount = 0;
+    // A level's "amount" overrides this.
+    amount = 20;
 }
 
 std::unique_ptr<Body> QuickArmour::clone() const { return std::make_unique<QuickArmour>(); }

@@ -1,11 +1,13 @@
 #include "gameplay/player/GameplayInput.h"
 
+#include <cmath>
 #include <cstdio>
 
 #include "console/CommandRegistry.h"
 #include "console/ConsolePrint.h"
 #include "console/GameVar.h"
 #include "console/VariableRegistry.h"
+#include "core/Game.h"
 #include "gameplay/GameplaySingleton.h"
 #include "gameplay/player/Player.h"
 
@@ -133,8 +135,14 @@ Vector GameplayInput::computeForce(Player& player, float stepTime)
         if (player.airTime > jumpAllowance)
             player.canJump = false;
         force.y = down * -320.0f * m;
-        if (player.canJump)
+        if (player.inliquidlastframe) {
+            // Swimming: up strokes at any depth, up to a gentle rising speed,
+            // enough to leave the water with a hop over a low rim.
+            if (player.vel.y < swimSpeed)
+                force.y += up * 320.0f * m;
+        } else if (player.canJump) {
             force.y += up * 320.0f * m;
+        }
         player.airTime += stepTime;
     } else {
         force.x = horizontal * 300.0f * m;
@@ -153,7 +161,62 @@ void GameplayInput::applyControls(Player* player, float stepTime)
 {
     if (!player || player->dead)
         return;
-    player->applyForce(computeForce(*player, stepTime), stepTime);
+    const Vector force = computeForce(*player, stepTime);
+    const float direction = static_cast<float>(moveRight) - static_cast<float>(moveLeft);
+    // Ground contacts are only reported every few steps while resting, so
+    // "walking" means a contact within the last few steps.
+    const bool walking = moveMode && moveMode->intValue == platformMode && player->airTime <= walkingAirTime;
+    if (walking && direction != 0.0f)
+        stepUp(*player, direction, stepTime);
+    player->applyForce(force, stepTime);
+}
+
+bool GameplayInput::blockedAt(Player& player, const Vector& shift, const std::vector<Body*>& near)
+{
+    Collision::Hit hit;
+    const Vector at = player.pos + shift;
+    for (Body* other : near) {
+        if (other == &player || !other->solid || other->isMovable() || !other->collidesWith(&player) ||
+            !player.collidesWith(other))
+            continue;
+        if (overlapTest.sweptTest(player.localVertices, at, Vector(), other->localVertices, other->pos, Vector(), hit))
+            return true;
+    }
+    return false;
+}
+
+bool GameplayInput::stepUp(Player& player, float direction, float stepTime)
+{
+    Game* game = Game::current();
+    if (!game || player.localVertices.size() < 3 || player.rotation != 0.0f)
+        return false;
+    // Where this step's walk would take the feet, and at least a unit ahead.
+    const float reach = std::fabs(player.vel.x) * stepTime + 1.0f;
+    const Vector ahead(direction > 0.0f ? reach : -reach, 0.0f);
+    nearby.clear();
+    game->getQuadTree().withinRadius(player.pos, player.radius + reach + stepHeight, nearby);
+    // A resting body sinks a little into its floor: only what stands above
+    // that blocks the way.
+    const Vector sink(0.0f, restingSink);
+    if (!blockedAt(player, ahead + sink, nearby))
+        return false;
+    for (float lift = 2.0f * restingSink; lift <= stepHeight + restingSink; lift += restingSink) {
+        const Vector up(0.0f, lift);
+        // Room overhead where the player stands, and on top of the ledge.
+        if (blockedAt(player, up, nearby))
+            return false;
+        if (!blockedAt(player, ahead + up, nearby)) {
+            // A little over, to land on the ledge rather than clip its edge.
+            player.pos.y += lift + 0.5f * restingSink;
+            player.transform();
+            player.updateBounds();
+            game->getQuadTree().update(&player);
+            if (player.vel.y < 0.0f)
+                player.vel.y = 0.0f;
+            return true;
+        }
+    }
+    return false;
 }
 
 void GameplayInput::updatePlayer(Player* player)

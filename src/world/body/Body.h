@@ -179,6 +179,10 @@ public:
     bool solid = true;
     bool entity = false;
     bool onGround = false;
+    // Displacement this step of the mover it stands on; the move pass adds
+    // it so riders go along with doors and lifts.
+    Vector carry;
+    bool carried = false;
     bool outlined = true;
     int outlinewidth = 1;
     float texhshift = 0.0f, texvshift = 0.0f;

@@ -3,6 +3,7 @@
 #include <tinyxml.h>
 
 #include <algorithm>
+#include <climits>
 
 #include "core/Game.h"
 #include "gameplay/projectiles/Gib.h"
@@ -39,9 +40,9 @@ float GameBody::now() { return levelTime(); }
 
 void GameBody::addHealth(int n)
 {
-    health += n;
-    if (health > maxhealth)
-        health = maxhealth;
+    // Wide sums: a level's amount may be anything an int holds.
+    const long long sum = static_cast<long long>(health) + n;
+    health = static_cast<int>(std::clamp<long long>(sum, INT_MIN, maxhealth));
 }
 
 void GameBody::takeDamage(int amount, int damageType)
@@ -58,6 +59,12 @@ void GameBody::takeDamage(int amount, int damageType)
         d = static_cast<int>(damagetakenfactor * static_cast<float>(d));
         if (d == 0)
             return;
+    }
+    if (d < 0) {
+        // Negative pain heals, but never past the cap.
+        if (health < maxhealth)
+            addHealth(static_cast<int>(std::min<long long>(-static_cast<long long>(d), maxhealth)));
+        return;
     }
     int absorbed = 0;
     absorbArmour(d, absorbed);
@@ -76,15 +83,15 @@ int GameBody::getHealth() const { return health; }
 
 void GameBody::addArmour(int n)
 {
-    armour += n;
-    if (armour > maxarmour)
-        armour = maxarmour;
+    const long long sum = static_cast<long long>(armour) + n;
+    armour = static_cast<int>(std::clamp<long long>(sum, 0, std::max(maxarmour, 0)));
 }
 
 int GameBody::absorbArmour(int n, int& absorbed)
 {
     const int before = armour;
-    armour = std::max(armour - n, 0);
+    if (n > 0)
+        armour = std::max(armour - n, 0);
     absorbed = before - armour;
     return absorbed;
 }

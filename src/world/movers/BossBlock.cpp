@@ -13,7 +13,10 @@ void BossBlock::readAttributes(const std::map<std::string, std::string>& attrs)
         if (!sameName(name, "blocktype"))
             continue;
         blocktype = readInt(value);
-        if (blocktype >= 0 && blocktype <= 2)
+        if (blocktype >= 0 && blocktype <= 2) {
             setTexture("data/images/bossblock" + std::to_string(blocktype + 1) + ".png");
+            // The level's params said untextured; without this it is a white box.
+            textured = true;
+        }
     }
 }

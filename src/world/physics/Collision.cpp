@@ -110,9 +110,10 @@ bool Collision::sweptTest(const std::vector<Vector>& a, const Vector& posA, cons
             best = i;
     }
 
+    hit.touching = false;
     const float value = axes[best].value;
     const float t = std::trunc(value * 8.0f) / 8.0f;
-    if (!std::isfinite(t) || (t > -0.1f && t < tiny))
+    if (!std::isfinite(t))
         return false;
 
     const float len = std::sqrt(axes[best].x * axes[best].x + axes[best].y * axes[best].y);
@@ -125,6 +126,10 @@ bool Collision::sweptTest(const std::vector<Vector>& a, const Vector& posA, cons
         return false;
     hit.normal = n;
     hit.time = t;
+    if (t > -0.1f && t < tiny) {
+        hit.touching = true;
+        return false;
+    }
     return true;
 }
 
@@ -150,8 +155,13 @@ void Collision::collide(Body& m, Body& o, float dt)
     const std::vector<Vector>& polyM = m.rotation == 0.0f ? m.localVertices : shapeOf(m, shapeM);
     const std::vector<Vector>& polyO = o.rotation == 0.0f ? o.localVertices : shapeOf(o, shapeO);
     Hit hit;
-    if (!sweptTest(polyM, m.pos, dM, polyO, o.pos, dO, hit))
+    if (!sweptTest(polyM, m.pos, dM, polyO, o.pos, dO, hit)) {
+        // Resting on a mover is mostly touching, not contact: it still carries.
+        if (hit.touching && m.solid && o.solid && (isMover(o) || isMover(m)) && o.collidesWith(&m) &&
+            m.collidesWith(&o))
+            carryIfRiding(m, o, hit.normal, dt);
         return;
+    }
 
     bool solidResponse = m.solid && o.solid;
     if (solidResponse && (!o.collidesWith(&m) || !m.collidesWith(&o)))
@@ -167,6 +177,7 @@ void Collision::collide(Body& m, Body& o, float dt)
 
     if (n.y >= 0.5f && n.y <= 1.0f)
         m.onGround = true;
+    const Body* rider = carryIfRiding(m, o, n, dt);
 
     if (t < 0.0f) {
         const Vector d = n * -t;
@@ -181,16 +192,49 @@ void Collision::collide(Body& m, Body& o, float dt)
             m.pos = m.pos + d;
         }
     }
-    applyImpulse(m, o, n);
+    if (rider == &m)
+        impulse(m, o, n, 0.0f, 0.0f);
+    else if (rider == &o)
+        impulse(m, o, n, o.vel.x + m.vel.x, o.vel.y + m.vel.y);
+    else
+        applyImpulse(m, o, n);
 }
 
-void Collision::applyImpulse(Body& m, Body& o, const Vector& n)
+const Body* Collision::carryIfRiding(Body& m, Body& o, const Vector& n, float dt)
+{
+    // n points from o towards m.
+    if (n.y >= 0.5f && m.isMovable() && isMover(o)) {
+        carryRider(m, o, dt);
+        return &m;
+    }
+    if (n.y <= -0.5f && o.isMovable() && isMover(m)) {
+        carryRider(o, m, dt);
+        return &o;
+    }
+    return nullptr;
+}
+
+bool Collision::isMover(const Body& body) { return body.nonmassmover && !body.isMovable(); }
+
+void Collision::carryRider(Body& rider, const Body& mover, float dt)
+{
+    const float scale = mover.inliquid ? mover.liquidfriction : 1.0f;
+    const Vector d = (mover.frozenvel + mover.constantvelocity) * (dt * scale);
+    if (!finite2(d))
+        return;
+    rider.carry = Vector(d.x, d.y);
+    rider.carried = true;
+}
+
+void Collision::applyImpulse(Body& m, Body& o, const Vector& n) { impulse(m, o, n, o.vel.x, o.vel.y); }
+
+void Collision::impulse(Body& m, Body& o, const Vector& n, float ovx, float ovy)
 {
     const float invSum = m.invMass + o.invMass;
     if (!(invSum > 0.0f))
         return;
-    const float rvx = m.vel.x - o.vel.x;
-    const float rvy = m.vel.y - o.vel.y;
+    const float rvx = m.vel.x - ovx;
+    const float rvy = m.vel.y - ovy;
     const float vn = rvx * n.x + rvy * n.y;
     float vNx = n.x * vn, vNy = n.y * vn;
     const float vTx = rvx - vNx, vTy = rvy - vNy;
@@ -223,10 +267,15 @@ void Collision::freezeVelocity(Body& body) { body.frozenvel = body.vel; }
 void Collision::integrate(Body& body, float dt)
 {
     if (body.mass < Body::minMass && !body.nonmassmover) {
+        body.carried = false;
         body.vel.set(0.0f, 0.0f, 0.0f);
         return;
     }
     body.oldpos = body.pos;
+    if (body.carried) {
+        body.pos += body.carry;
+        body.carried = false;
+    }
     const float scale = body.inliquid ? body.liquidfriction : 1.0f;
     body.pos += body.frozenvel * (dt * scale);
     body.pos += body.constantvelocity * (dt * scale);

@@ -24,6 +24,9 @@ public:
         // Fraction of the step at first contact (>= 0), or minus the depth
         // of an existing overlap.
         float time = 0.0f;
+        // Set, with the normal, when the test answered no contact only
+        // because the polygons merely touch.
+        bool touching = false;
     };
 
     virtual ~Collision() = default;
@@ -40,6 +43,9 @@ public:
 
     // m's velocity change against o along the unit normal n (x and y only).
     static void applyImpulse(Body& m, Body& o, const Vector& n);
+    // Riders take on a mover's displacement, so their contact with it is
+    // answered as if it stood still.
+    static bool isMover(const Body& body);
     // Pull of the `gravity` variable: y grows upwards, so a negative value
     // pulls down. Immovable bodies are left alone.
     static void applyGravity(Body& body, float gravity, float dt);
@@ -50,6 +56,14 @@ public:
     static void integrate(Body& body, float dt);
 
 private:
+    // The impulse with o taken to move at (ovx, ovy).
+    static void impulse(Body& m, Body& o, const Vector& n, float ovx, float ovy);
+    // `rider` stands on `mover`: it goes along with it this step.
+    static void carryRider(Body& rider, const Body& mover, float dt);
+    // Carries whichever of the two stands on the other when that one is a
+    // mover; returns the rider, or null.
+    static const Body* carryIfRiding(Body& m, Body& o, const Vector& n, float dt);
+
     struct Axis {
         float x = 0.0f, y = 0.0f;
         float value = 0.0f;

@@ -8,8 +8,10 @@
 #include "gameplay/items/Health.h"
 #include "gameplay/items/MegaHealth.h"
 #include "gameplay/items/QuadDamage.h"
+#include "gameplay/items/QuickArmour.h"
 #include "gameplay/items/ScreenWiper.h"
 #include "gameplay/items/WeaponBase.h"
+#include "world/movers/PainBody.h"
 
 class PickupsTest : public WeaponsFixture {
 protected:
@@ -138,4 +140,53 @@ TEST_F(PickupsTest, OnlyTheLivingPlayerCollects)
     EXPECT_TRUE(health->visible);
     // And the player walks through pickups instead of bumping into them.
     EXPECT_FALSE(health->collidesWith(player));
+}
+
+TEST_F(PickupsTest, QuickArmourGivesTwentyUnlessTheLevelSaysOtherwise)
+{
+    player->armour = 0;
+    QuickArmour* shard = pickup<QuickArmour>();
+    touch(*shard);
+    EXPECT_EQ(player->armour, 20);
+
+    QuickArmour level;
+    level.readAttributes({});
+    EXPECT_EQ(level.amount, 20);
+    level.readAttributes({{"amount", "5"}});
+    EXPECT_EQ(level.amount, 5);
+}
+
+// Whatever pain a level gives, negative included, health and armour stay
+// within their caps.
+TEST_F(PickupsTest, PainNeverPushesHealthOrArmourPastTheirCaps)
+{
+    for (int pain : {-1, -30, -2000000000, 2000000000}) {
+        SCOPED_TRACE(pain);
+        player->maxhealth = player->maxarmour = 100;
+        player->health = 60;
+        player->armour = 50;
+        PainBody zone;
+        zone.readAttributes({{"on", "true"}, {"pain", std::to_string(pain)}});
+        for (int i = 0; i < 50; ++i) {
+            player->nextpaintime = -1.0f;
+            player->dying = false;
+            TouchInfo info;
+            info.other = player;
+            info.self = &zone;
+            zone.onTouch(info);
+            ASSERT_LE(player->health, 100);
+            ASSERT_GE(player->armour, 0);
+            ASSERT_LE(player->armour, 100);
+        }
+        if (pain < 0) {
+            EXPECT_EQ(player->health, 100);
+            EXPECT_EQ(player->armour, 50);
+        }
+    }
+    player->armour = 90;
+    player->addArmour(2000000000);
+    EXPECT_EQ(player->armour, 100);
+    player->health = 90;
+    player->addHealth(2000000000);
+    EXPECT_EQ(player->health, 100);
 }

@@ -1,5 +1,7 @@
 #include <cmath>
+#include <filesystem>
 
+#include "TestPaths.h"
 #include "gameplay/GameplayFixture.h"
 
 class PlayerControlsTest : public GameplayFixture {
@@ -173,4 +175,93 @@ TEST_F(PlayerControlsTest, FreeModeFliesAgainstGravity)
     GameplayInput::moveLeft = true;
     frames(20);
     EXPECT_LT(player->pos.x, -510.0f);
+}
+
+// A pool 48 deep between two rims: deeper than the best jump (32).
+TEST_F(PlayerControlsTest, HoldingJumpSwimsUpOutOfDeepWater)
+{
+    setMode(2);
+    loadLevel(box("default", "rim_west", 400, 0, 480, 48) + box("default", "rim_east", 560, 0, 640, 48) +
+              box("water", "pool", 480, 0, 560, 40, "mass=\"0\" solid=\"false\" entity=\"true\""));
+    player->setPosition(Vector(520.0f, 8.0f));
+    frames(20);
+    GameplayInput::moveUp = true;
+    GameplayInput::moveRight = true;
+    bool out = false;
+    for (int i = 0; i < 200 && !out; ++i) {
+        frames(1);
+        out = player->pos.x > 568.0f && std::fabs(player->pos.y - 56.0f) < 1.0f;
+    }
+    EXPECT_TRUE(out) << "x " << player->pos.x << " y " << player->pos.y;
+}
+
+TEST_F(PlayerControlsTest, WalkingClimbsLedgesUpToEightUnits)
+{
+    struct Case {
+        float height;
+        bool climbs;
+    };
+    for (const Case& c : {Case{4.0f, true}, Case{8.0f, true}, Case{12.0f, false}}) {
+        SCOPED_TRACE(c.height);
+        setMode(2);
+        loadLevel(box("default", "stepblock", -400, 0, -200, c.height));
+        player->setPosition(Vector(-500.0f, 8.0f));
+        frames(20);
+        GameplayInput::moveRight = true;
+        frames(60);
+        GameplayInput::moveRight = false;
+        if (c.climbs) {
+            EXPECT_GT(player->pos.x, -400.0f);
+        } else {
+            EXPECT_LT(player->pos.x, -400.0f);
+            // Pushing the wall does not creep up it either.
+            EXPECT_NEAR(player->pos.y, 8.0f, 0.5f);
+        }
+    }
+}
+
+TEST_F(PlayerControlsTest, FallingFarBelowTheLevelKillsThePlayer)
+{
+    setMode(2);
+    loadLevel();
+    // The fixture floor's bottom is at -100.
+    player->setPosition(Vector(2000.0f, -1000.0f));
+    frames(4);
+    EXPECT_FALSE(player->dead);
+    player->setPosition(Vector(2000.0f, -1110.0f));
+    frames(2);
+    EXPECT_TRUE(player->dead);
+}
+
+// The shipped test level on foot: its stairs of 8-unit steps need no jump,
+// and its pool can be left by swimming up to the step and out.
+TEST_F(PlayerControlsTest, TheTestLevelsStairsAndPoolNeedNoTricks)
+{
+    setMode(2);
+    std::filesystem::create_directories("maps");
+    std::filesystem::copy_file(testSourceDir() + "/maps/test.xml", "maps/test.xml",
+                               std::filesystem::copy_options::overwrite_existing);
+    struct Case {
+        const char* name;
+        Vector from;
+        bool up;
+        float passX, aboveY;
+    };
+    for (const Case& c : {Case{"stairs", Vector(1216.0f, 8.0f), false, 1390.0f, 55.0f},
+                          Case{"pool", Vector(1040.0f, -40.0f), true, 1126.0f, 7.0f}}) {
+        SCOPED_TRACE(c.name);
+        game->loadLevel("test", "");
+        ASSERT_TRUE(game->isLevelLoaded());
+        player->setPosition(c.from);
+        frames(20);
+        GameplayInput::moveRight = true;
+        GameplayInput::moveUp = c.up;
+        bool made = false;
+        for (int i = 0; i < 240 && !made; ++i) {
+            frames(1);
+            made = player->pos.x > c.passX && player->pos.y > c.aboveY;
+        }
+        input->releaseAll();
+        EXPECT_TRUE(made) << "x " << player->pos.x << " y " << player->pos.y;
+    }
 }

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "world/gamebody/GameBody.h"
+#include "world/logic/Spawner.h"
 #include "world/level/LevelFixture.h"
 
 namespace {
@@ -123,5 +124,26 @@ TEST_F(LevelFilesTest, EveryFuzzSeedLoadsOrIsRefusedSafely)
         }
         game.unloadLevel();
         EXPECT_TRUE(game.getBodies().empty());
+    }
+}
+
+// Untextured bodies draw as plain white boxes: every visible body of the
+// logic level, and every body its spawners make, has its image.
+TEST_F(LevelFilesTest, LogicLevelDrawsNoPlainWhiteBoxes)
+{
+    dir.write("maps/logic.xml", readFile(sourceDir() + "/maps/logic.xml"));
+    game.setGravityOverride(-80.0f);
+    captured([&] { game.loadLevel("logic.xml", ""); });
+    ASSERT_TRUE(game.isLevelLoaded());
+    std::vector<Body*> spawned;
+    for (Body* b : std::vector<Body*>(game.getBodies().begin(), game.getBodies().end()))
+        if (auto* spawner = dynamic_cast<Spawner*>(b))
+            if (Body* made = spawner->spawn())
+                spawned.push_back(made);
+    EXPECT_FALSE(spawned.empty());
+    for (Body* b : game.getBodies()) {
+        if (!b->visible || b->type == "textbody")
+            continue;
+        EXPECT_TRUE(b->textured && !b->texture.empty()) << b->type << " " << b->id;
     }
 }

@@ -103,6 +103,35 @@ TEST_F(WorldStepTest, BodiesPushEachOther)
     EXPECT_GT(crate->pos.x - pusher->pos.x, 15.0f);
 }
 
+// A door or lift: never pushed, moved by its own velocity.
+TEST_F(WorldStepTest, MoversCarryTheBodiesStandingOnThem)
+{
+    struct Case {
+        const char* name;
+        Vector moverVel;
+    };
+    for (const Case& c : {Case{"sideways", Vector(60, 0)}, Case{"up", Vector(0, 40)}, Case{"down", Vector(0, -40)}}) {
+        SCOPED_TRACE(c.name);
+        game->unloadLevel();
+        game->getQuadTree().build(Vector(0, 0), 4096, 2);
+        Body* mover = spawnBox(0, 0, 200, 20, 0);
+        mover->nonmassmover = true;
+        Body* rider = spawnBox(0, 18, 16, 16, 100);
+        step(20);  // settle
+        const Vector moverStart = mover->pos;
+        const Vector riderStart = rider->pos;
+        for (int i = 0; i < 80; ++i) {
+            mover->vel = c.moverVel;
+            step();
+        }
+        const Vector moved = mover->pos - moverStart;
+        EXPECT_NEAR((rider->pos - riderStart).x, moved.x, 1.0f);
+        EXPECT_NEAR((rider->pos - riderStart).y, moved.y, 1.0f);
+        // Still standing on it, not thrown off or sunk in.
+        EXPECT_NEAR(rider->pos.y - mover->pos.y, 18.0f, 1.0f);
+    }
+}
+
 TEST_F(WorldStepTest, RemovalDuringTheMovePassKeepsTheWalkValid)
 {
     game->setGravityOverride(0.0f);
