@@ -842,6 +842,9 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     levelPending = false;
     pendingLevel.clear();
     pendingLevelEntry.clear();
+    // The menus (or a cut scene) give way to the level they asked for.
+    if (guiManager)
+        guiManager->setVisible(false);
     inputManager.setTarget("game");
     // Leaves do not split while the game runs.
     quadTree.setSplitAllowed(false);

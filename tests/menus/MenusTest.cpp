@@ -169,12 +169,17 @@ TEST_F(MenusTest, ResumeWithoutALevelKeepsTheGUI)
 TEST_F(MenusTest, MainInterfaceShowsWhileTheGUIHasTheInput)
 {
     game.loadLevel("first", "");
-    EXPECT_FALSE(mainInterface->isEnabled());
-    // The level has the input; the first Escape puts the idle GUI layer away.
-    key(27);
     EXPECT_FALSE(gui().isVisible());
-    key(27);  // the next opens the menus over the stopped game
+    // The first Escape opens the menus over the stopped game.
+    key(27);
+    EXPECT_TRUE(gui().isVisible());
     EXPECT_TRUE(mainInterface->isEnabled());
+    // The console over them leaves them on screen, and closing it too.
+    key('`');
+    EXPECT_TRUE(mainInterface->isEnabled());
+    key('`');
+    EXPECT_TRUE(mainInterface->isEnabled());
+    EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
     EXPECT_FALSE(game.isWorldRunning());
     click(screen<Button>("resumebutton"));
     EXPECT_FALSE(gui().isVisible());
