@@ -83,9 +83,7 @@ void GUIManager::keyDown(int symbol, int character, const std::string& keyName)
 {
     dropStale();
     keyRepeat = !heldKeys.insert(symbol).second;
-    // A hidden widget keeps no keys: they go to the root.
-    GUIComponent* target = focus && focus->isShown() ? focus : &root;
-    target->keyDown(symbol, character, keyName);
+    keyTarget()->keyDown(symbol, character, keyName);
     keyRepeat = false;
 }
 
@@ -93,8 +91,17 @@ void GUIManager::keyUp(int symbol, int character, const std::string& keyName)
 {
     dropStale();
     heldKeys.erase(symbol);
-    GUIComponent* target = focus && focus->isShown() ? focus : &root;
-    target->keyUp(symbol, character, keyName);
+    keyTarget()->keyUp(symbol, character, keyName);
+}
+
+GUIComponent* GUIManager::keyTarget()
+{
+    // A hidden widget keeps no keys: the nearest shown frame around it takes
+    // them (a cut scene whose back arrow just hid itself still hears Escape).
+    GUIComponent* target = focus ? focus : &root;
+    while (target != &root && target->getParent() && !target->isShown())
+        target = target->getParent();
+    return target->isShown() ? target : &root;
 }
 
 void GUIManager::activate()

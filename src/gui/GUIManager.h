@@ -70,6 +70,8 @@ private:
     void dropStale();
     // Drops stale pointers and moves the cursor to window pixel (x, y).
     void placeCursor(float x, float y);
+    // Who hears the keys: the focus, or its nearest shown ancestor.
+    GUIComponent* keyTarget();
 
     GUIComponent root;
     GUIComponent* hovered = nullptr;
