@@ -27,6 +27,7 @@
 #include "menus/MainInterface.h"
 #include "menus/MainMenu.h"
 #include "menus/NewAdventureMenu.h"
+#include "menus/OptionsMenu.h"
 #include "menus/VideoMenu.h"
 
 namespace {
@@ -83,6 +84,27 @@ TEST_F(MenusTest, MainMenuButtonsOpenTheirScreensAndExitQuits)
     MenuFrame::showScreen(MainMenu::screenName);
     click(screen<Button>("exitbutton"));
     EXPECT_TRUE(game.isQuitting());
+}
+
+TEST_F(MenusTest, OneScreenAtATimeAndClosingGoesBack)
+{
+    auto shown = [this] {
+        std::vector<std::string> names;
+        for (const auto& child : mainInterface->getChildren())
+            if (child->isEnabled() && dynamic_cast<MenuFrame*>(child.get()))
+                names.push_back(child->getName());
+        return names;
+    };
+    click(screen<Button>("optionsbutton"));
+    EXPECT_EQ(shown(), std::vector<std::string>{OptionsMenu::screenName});
+    click(screen<Button>("controlsbutton"));
+    EXPECT_EQ(shown(), std::vector<std::string>{ControlsMenu::screenName});
+    key(27);
+    EXPECT_EQ(shown(), std::vector<std::string>{OptionsMenu::screenName});
+    key(27);
+    EXPECT_EQ(shown(), std::vector<std::string>{MainMenu::screenName});
+    click(screen<Button>("newgamebutton"));
+    EXPECT_EQ(shown(), std::vector<std::string>{NewAdventureMenu::screenName});
 }
 
 TEST_F(MenusTest, BeginWithATakenSaveNameShowsTheMessageAndStartsNothing)
