@@ -115,6 +115,9 @@ bool NewAdventureMenu::begin()
     const Adventure& adventure = adventures[i >= 0 && i < static_cast<int>(adventures.size())
                                                 ? static_cast<size_t>(i)
                                                 : 0];
+    // A new adventure starts a new player, not the last run's.
+    if (game->canLoadLevel(adventure.startlevel))
+        game->resetPlayer();
     game->loadLevel(adventure.startlevel, "");
     if (!game->isLevelLoaded() || game->getCurrentLevel() != adventure.startlevel) {
         say("The adventure could not start: its first level " + adventure.startlevel + " did not load");

@@ -29,6 +29,7 @@
 #include "menus/NewAdventureMenu.h"
 #include "menus/OptionsMenu.h"
 #include "menus/VideoMenu.h"
+#include "gameplay/player/Player.h"
 
 namespace {
 const char* const tinyLevel =
@@ -143,6 +144,26 @@ TEST_F(MenusTest, BeginLoadsTheStartLevelRequestsTheSaveAndPlaysTheOpening)
     EXPECT_FALSE(scene.isEnabled());
     EXPECT_TRUE(game.isWorldRunning());
     EXPECT_TRUE(game.isSaveRequested());
+}
+
+TEST_F(MenusTest, BeginStartsANewPlayer)
+{
+    game.startGameplay();
+    auto* veteran = dynamic_cast<Player*>(game.getPlayer());
+    ASSERT_NE(veteran, nullptr);
+    veteran->properties.maxHealth = 500;
+    veteran->properties.cash = 9000;
+    veteran->properties.currentLevel = 12;
+    veteran->inventory.giveAllWeapons();
+    MenuFrame::showScreen(NewAdventureMenu::screenName);
+    screen<NewAdventureMenu>(NewAdventureMenu::screenName).getSaveName().setText("fresh");
+    ASSERT_TRUE(screen<NewAdventureMenu>(NewAdventureMenu::screenName).begin());
+    auto* player = dynamic_cast<Player*>(game.getPlayer());
+    ASSERT_NE(player, nullptr);
+    EXPECT_EQ(player->properties.maxHealth, 100);
+    EXPECT_EQ(player->properties.cash, 0);
+    EXPECT_EQ(player->properties.currentLevel, 0);
+    EXPECT_FALSE(player->inventory.owns(8));
 }
 
 TEST_F(MenusTest, BeginWithAMissingStartLevelSaysSoAndStaysInTheMenu)
