@@ -473,9 +473,14 @@ void Game::runFrame()
         return;
     }
 
-    if (saveRequested) {
+    // A new adventure's level is shown once before its first save, so the
+    // thumbnail and the HUD in it are what the player sees.
+    const bool firstFrameOwed = !cutsceneAfterSave.empty() && levelLoaded && worldRunning && levelFramesDrawn == 0;
+    if (saveRequested && !firstFrameOwed) {
         saveGame();
         tickTimer();
+        if (!cutsceneAfterSave.empty())
+            showCutscene(std::exchange(cutsceneAfterSave, std::string()));
         return;
     }
     tickTimer();
@@ -485,6 +490,7 @@ void Game::runFrame()
             return;
         updateWorld();
         drawWorld();
+        ++levelFramesDrawn;
     }
     if (overlay) {
         overlay->update(timer.frameTime());
@@ -886,6 +892,7 @@ void Game::requestLevel(const std::string& name, const std::string& entry)
 
 void Game::unloadLevel()
 {
+    levelFramesDrawn = 0;
     if (gameplay)
         gameplay->endLevel();
     if (player && player->quadTreeNode) {

@@ -149,6 +149,9 @@ public:
     // Plays the named cut scene in the GUI component "cutscene": the GUI
     // takes the input and the world stops until the scene ends.
     virtual void showCutscene(const std::string& name);
+    // Plays the cut scene once the requested save is written (a new
+    // adventure saves its first level before the opening story).
+    void showCutsceneAfterSave(const std::string& name) { cutsceneAfterSave = name; }
     virtual void clearOverlay();
     virtual void startFade();
     virtual void pause();
@@ -286,6 +289,9 @@ protected:
     float movieClock = 0.0f;
     bool captureRequested = false;
     std::string pendingSaveName;
+    std::string cutsceneAfterSave;
+    // World frames drawn since the level was loaded.
+    int levelFramesDrawn = 0;
     std::string currentLevel;
     bool loadPending = false;
     int nextBodyId = 2;

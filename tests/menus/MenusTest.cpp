@@ -134,16 +134,24 @@ TEST_F(MenusTest, BeginLoadsTheStartLevelRequestsTheSaveAndPlaysTheOpening)
     EXPECT_EQ(game.getCurrentLevel(), "first");
     EXPECT_EQ(game.getPendingSaveName(), "mine");
     EXPECT_FALSE(menu.isEnabled());
-    // The opening scene holds the world until it ends; the save follows it.
+    // The level is shown once and saved as it starts; then the opening
+    // scene holds the world until it ends.
     auto& scene = mainInterface->getCutScene();
+    EXPECT_TRUE(game.isSaveRequested());
+    EXPECT_FALSE(scene.isEnabled());
+    game.runFrame();
+    EXPECT_TRUE(game.isSaveRequested());
+    EXPECT_FALSE(scene.isEnabled());
+    game.runFrame();
+    EXPECT_FALSE(game.isSaveRequested());
+    EXPECT_TRUE(std::ifstream("saves/mine.xml").good());
     EXPECT_TRUE(scene.isEnabled());
     EXPECT_FALSE(game.isWorldRunning());
-    EXPECT_FALSE(game.isSaveRequested());
     EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
     key(27);
     EXPECT_FALSE(scene.isEnabled());
     EXPECT_TRUE(game.isWorldRunning());
-    EXPECT_TRUE(game.isSaveRequested());
+    EXPECT_FALSE(game.isSaveRequested());
 }
 
 TEST_F(MenusTest, BeginStartsANewPlayer)
@@ -320,6 +328,32 @@ TEST_F(MenusTest, ControlsTabsSwitchGroupsAndABindingRefreshesEveryBox)
     left.bind("a");
     EXPECT_EQ(left.getShown(), "a");
     EXPECT_EQ(right.getShown(), "unbound");
+}
+
+TEST_F(MenusTest, ControlsShowKeyboardAndMouseFirstAndTheGamepadApart)
+{
+    auto& controls = screen<ControlsMenu>(ControlsMenu::screenName);
+    MenuFrame::showScreen(ControlsMenu::screenName);
+    game.installGameInput(std::make_unique<GameInput>());
+    GameInput& input = *game.getGameInput();
+    for (const char* key : {"joy1_axis2_minus", "joy1_button1", "space", "up", "w"})
+        input.setBinding(key, "+moveup");
+    controls.onShow();
+    auto& up = screen<KeyBindBox>("+moveup");
+    auto& upPad = screen<KeyBindBox>("+moveup pad");
+    EXPECT_EQ(controls.getPadBoxes().size(), controls.getBoxes().size());
+    EXPECT_EQ(up.getShown(), "space, up");
+    EXPECT_EQ(upPad.getShown(), "joy1_axis2_minus, joy1_button1");
+
+    // Rebinding replaces the keyboard and mouse keys only.
+    up.bind("i");
+    EXPECT_EQ(up.getShown(), "i");
+    EXPECT_EQ(input.getBinding("w"), "");
+    EXPECT_EQ(input.getBinding("joy1_button1"), "+moveup");
+    EXPECT_EQ(upPad.getShown(), "joy1_axis2_minus, joy1_button1");
+    // The pad column cannot be armed from the menus.
+    click(upPad);
+    EXPECT_FALSE(upPad.isWaiting());
 }
 
 TEST_F(MenusTest, SensitivitySliderSetsTheVariable)
