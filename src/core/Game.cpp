@@ -490,7 +490,9 @@ void Game::runFrame()
             return;
         updateWorld();
         drawWorld();
-        ++levelFramesDrawn;
+        // Counted once the world has stepped: the HUD is filled in by then.
+        if (stepCount > levelStartStep)
+            ++levelFramesDrawn;
     }
     if (overlay) {
         overlay->update(timer.frameTime());
@@ -893,6 +895,7 @@ void Game::requestLevel(const std::string& name, const std::string& entry)
 void Game::unloadLevel()
 {
     levelFramesDrawn = 0;
+    levelStartStep = stepCount;
     if (gameplay)
         gameplay->endLevel();
     if (player && player->quadTreeNode) {

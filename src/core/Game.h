@@ -290,8 +290,9 @@ protected:
     bool captureRequested = false;
     std::string pendingSaveName;
     std::string cutsceneAfterSave;
-    // World frames drawn since the level was loaded.
+    // Frames drawn since the level was loaded and first stepped.
     int levelFramesDrawn = 0;
+    uint64_t levelStartStep = 0;
     std::string currentLevel;
     bool loadPending = false;
     int nextBodyId = 2;

@@ -85,10 +85,15 @@ sleep 0.5
 keys_reach_game "after map"
 snap level_after_map
 not_black level_after_map
+# The mouse rests over "Resume Game" as the menus open: a click without
+# moving it still resumes.
+xdotool mousemove --window "$win" 460 458; sleep 0.3
 key Escape
 snap menus_after_map
 not_black menus_after_map
-key Escape
+hides=$(grep -c "Hide GUI" "$work/outputlog.txt" || true)
+xdotool click 1; sleep 0.5
+[ "$(grep -c "Hide GUI" "$work/outputlog.txt" || true)" -gt "$hides" ] || fail "a click right after Escape was lost"
 
 # kill typed in the console: the level restarts while it is still open.
 console_line "kill" 4
