@@ -14,7 +14,9 @@
 namespace {
 constexpr float frameWidth = 610.0f;
 constexpr float labelWidth = 150.0f;
-constexpr float boxWidth = (frameWidth - 60.0f - labelWidth) / 2.0f;
+constexpr float boxWidth = 160.0f;
+// Pad names are long ("joy1_axis2_minus"): their column is the wider.
+constexpr float padBoxWidth = frameWidth - 60.0f - labelWidth - boxWidth;
 constexpr float rowHeight = 28.0f;
 constexpr float tabsY = 40.0f;
 constexpr float headingsY = 76.0f;
@@ -90,7 +92,7 @@ ControlsMenu::ControlsMenu() : MenuFrame("Controls Menu", screenName, frameWidth
             forwardActions(*b);
             boxes.push_back(b);
             auto padBox = std::make_unique<KeyBindBox>();
-            padBox->setBounds(labelWidth + 20.0f + boxWidth, rowY, boxWidth, rowHeight - 4.0f);
+            padBox->setBounds(labelWidth + 20.0f + boxWidth, rowY, padBoxWidth, rowHeight - 4.0f);
             padBox->setPad(true);
             padBox->setBindCommand(row.command);
             padBox->setName(std::string(row.command) + " pad");
@@ -101,7 +103,7 @@ ControlsMenu::ControlsMenu() : MenuFrame("Controls Menu", screenName, frameWidth
         tabX += tabWidth;
     }
     addLabel("Keyboard and mouse", 30.0f + labelWidth, headingsY, boxWidth, 24.0f);
-    addLabel("Gamepad", 40.0f + labelWidth + boxWidth, headingsY, boxWidth, 24.0f);
+    addLabel("Gamepad", 40.0f + labelWidth + boxWidth, headingsY, padBoxWidth, 24.0f);
     addLabel("Mouse Sensitivity:", 20.0f, sliderY - 3.0f, 140.0f, 26.0f);
     auto slider = std::make_unique<Slider>();
     slider->setBounds(170.0f, sliderY, 200.0f, 20.0f);

@@ -101,7 +101,7 @@ run_flow() {
   click $(widget 240 180 20 130 200 32)
   snap controls
   # Rebind "Left" (the first row) to j.
-  click $(widget 610 410 180 104 200 24)
+  click $(widget 610 410 180 104 160 24)
   snap controls_armed
   keys j
   snap controls_bound
