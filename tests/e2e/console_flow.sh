@@ -64,7 +64,10 @@ sleep 0.5
 key grave grave
 snap cutscene_after_console
 not_black cutscene_after_console
-# Escape still skips the scene into the level.
+# Forward a page and back with the arrows under the page; Escape still
+# skips the scene into the level.
+xdotool mousemove --window "$win" 430 428; sleep 0.2; xdotool click 1; sleep 0.4
+xdotool mousemove --window "$win" 210 428; sleep 0.2; xdotool click 1; sleep 0.4
 key Escape
 sleep 1
 keys_reach_game "after the cut scene"
