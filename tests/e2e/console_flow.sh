@@ -61,6 +61,11 @@ xdotool mousemove --window "$win" 320 245; sleep 0.2; xdotool click 1; sleep 0.5
 xdotool mousemove --window "$win" 480 302; sleep 0.2; xdotool click 1
 wait_for_log "$work" "Read cutscene file sucessfully" 20
 sleep 0.5
+# The first save shows the first level: it is written before the story starts.
+saved=$(grep -n "Saving save game: saves/save1.xml" "$work/outputlog.txt" | head -n 1 | cut -d: -f1)
+story=$(grep -n "Read cutscene file sucessfully" "$work/outputlog.txt" | head -n 1 | cut -d: -f1)
+[ -n "$saved" ] && [ "$saved" -lt "$story" ] || fail "Begin! did not save before the opening story"
+[ -s "$work/saves/save1.png" ] || fail "no thumbnail for the first save"
 key grave grave
 snap cutscene_after_console
 not_black cutscene_after_console
