@@ -74,6 +74,14 @@ void Console::init()
             c->print(text);
         }
     });
+    registerCommand("print the text that follows", "echo", [] {
+        if (Console* c = gameConsole())
+            c->print(CommandRegistry::instance().argumentLine);
+    });
+    registerCommand("describe a command or variable: help <name>", "help", [] {
+        if (Console* c = gameConsole())
+            c->help(CommandRegistry::instance().argumentCount > 0 ? CommandRegistry::instance().arg(0) : "");
+    });
     registerCommand("test function", "tester", [] {
         if (Console* c = gameConsole()) {
             c->printWarning("Warning: test warning");
@@ -87,6 +95,27 @@ void Console::init()
     // The first draw reads the background from the variable.
     conColour->changed = true;
     cursorTimer.start();
+}
+
+void Console::help(const std::string& name)
+{
+    if (name.empty()) {
+        print("Usage: help <command or variable>");
+        print("listcmds lists the commands, listvars the variables");
+        return;
+    }
+    bool found = false;
+    if (const GameCommand* command = CommandRegistry::instance().findCommand(name)) {
+        print(command->name + " : " + (command->description.empty() ? "(no description)" : command->description));
+        found = true;
+    }
+    if (const GameVar* var = findVar(name)) {
+        print(var->name + " = " + var->stringValue +
+              (var->description.empty() ? std::string() : " : " + var->description));
+        found = true;
+    }
+    if (!found)
+        print("No command or variable called " + name);
 }
 
 void Console::setSize(int w, int h)
@@ -147,36 +176,62 @@ void Console::keyDown(int symbol, int character, const std::string& keyName)
 {
     if (keyName == "`")
         return;
+    caret = std::min(caret, input.size());
     if (keyName == "return" || keyName == "kp_enter") {
         submit();
     } else if (keyName == "backspace") {
-        if (!input.empty())
-            input.pop_back();
+        if (caret > 0)
+            input.erase(--caret, 1);
+    } else if (keyName == "delete") {
+        if (caret < input.size())
+            input.erase(caret, 1);
+    } else if (keyName == "left") {
+        caret -= caret > 0 ? 1 : 0;
+    } else if (keyName == "right") {
+        caret += caret < input.size() ? 1 : 0;
     } else if (keyName == "pageup") {
-        scrollLine = std::max(0, scrollLine - 1);
+        scroll(-pageLines);
     } else if (keyName == "pagedown") {
-        scrollLine = std::min(scrollLine + 1, lastLine);
+        scroll(pageLines);
+    } else if (keyName == "home") {
+        scrollLine = 0;
+    } else if (keyName == "end") {
+        scrollLine = lastLine;
     } else if (keyName == "up") {
         if (!history.empty()) {
             const int last = static_cast<int>(history.size()) - 1;
             historyCursor = std::clamp(historyCursor - 1, 0, last);
-            input = history[static_cast<size_t>(historyCursor)];
+            setInput(history[static_cast<size_t>(historyCursor)]);
         }
     } else if (keyName == "down") {
         if (!history.empty()) {
             historyCursor += 1;
             if (historyCursor >= static_cast<int>(history.size())) {
                 historyCursor = static_cast<int>(history.size());
-                input.clear();
+                clearInput();
             } else {
-                input = history[static_cast<size_t>(historyCursor)];
+                setInput(history[static_cast<size_t>(historyCursor)]);
             }
         }
     } else if (keyName == "tab") {
         complete();
     } else if (input.size() < maxInputLength && symbol >= 32 && symbol <= 126) {
-        input += static_cast<char>(character & 0xFF);
+        input.insert(caret++, 1, static_cast<char>(character & 0xFF));
     }
+}
+
+void Console::scroll(int count)
+{
+    scrollLine = std::clamp(scrollLine + count, 0, std::max(lastLine, 0));
+}
+
+void Console::mouseDown(float, float, int button)
+{
+    constexpr int wheelLines = 3;
+    if (button == 4)
+        scroll(-wheelLines);
+    else if (button == 5)
+        scroll(wheelLines);
 }
 
 void Console::submit()
@@ -186,7 +241,7 @@ void Console::submit()
     if (history.size() >= maxHistory)
         history.erase(history.begin());
     history.push_back(line);
-    input.clear();
+    clearInput();
     historyCursor = static_cast<int>(history.size());
     if (line.empty())
         return;
@@ -228,7 +283,7 @@ void Console::complete()
                       " For: " + input,
                   highlightColour);
     if (input.size() < completion.size())
-        input = completion + " ";
+        setInput(completion + " ");
     print(" ");
 }
 
@@ -284,10 +339,15 @@ void Console::draw()
     if (sinceBlink > cursorPeriodMs)
         cursorTimer.start();
     renderer->setColour(textColour);
-    fonts->drawText(textX, bandBottom + 5.0f, "]" + input + (sinceBlink > cursorHiddenMs ? "_" : ""));
+    fonts->drawText(textX, bandBottom + 5.0f, "]" + input);
+    if (sinceBlink > cursorHiddenMs)
+        fonts->drawText(textX + fonts->textWidth("]" + input.substr(0, std::min(caret, input.size()))),
+                        bandBottom + 5.0f, "_");
 
     const float lineStep = fonts->textHeight("") + 2.0f;
     const float topLimit = screenH - lineStep - 5.0f;
+    if (lineStep > 0.0f)
+        pageLines = std::max(1, static_cast<int>((topLimit - bandBottom - 25.0f) / lineStep));
     float y = bandBottom + 25.0f;
     if (scrollLine != lastLine) {
         renderer->setColour(highlightColour);

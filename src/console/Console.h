@@ -55,6 +55,8 @@ public:
     void submit();
     // Completes the input to the shortest command or variable name it begins.
     void complete();
+    // Prints what the command or variable of that name is for.
+    void help(const std::string& name);
 
     // Screen size in pixels, set by the Game after each video mode change.
     void setSize(int w, int h);
@@ -63,8 +65,24 @@ public:
     bool isVisible() const { return visible; }
     void setVisible(bool v) { visible = v; }
     const std::string& getInput() const { return input; }
-    void setInput(const std::string& text) { input = text.substr(0, maxInputLength); }
-    void clearInput() { input.clear(); }
+    void setInput(const std::string& text)
+    {
+        input = text.substr(0, maxInputLength);
+        caret = input.size();
+    }
+    void clearInput()
+    {
+        input.clear();
+        caret = 0;
+    }
+    // Where typing goes in the input line: 0 before the first character.
+    size_t getCaret() const { return caret; }
+    // Lines a page key scrolls: what the band showed at the last draw.
+    int getPageLines() const { return pageLines; }
+    // The wheel scrolls the lines (button 4 back, 5 forward).
+    void mouseDown(float x, float y, int button) override;
+    // Back (negative) or forward by `count` lines, within the lines there are.
+    void scroll(int count);
 
     const std::vector<std::unique_ptr<ConLine>>& getLines() const { return lines; }
     const std::vector<std::string>& getHistory() const { return history; }
@@ -91,6 +109,8 @@ private:
     std::vector<std::unique_ptr<ConLine>> lines;
     std::vector<std::string> history;
     std::string input;
+    size_t caret = 0;
+    int pageLines = 10;
     std::string completion;
     int matchCount = 0;
     BasicTimer cursorTimer;

@@ -474,9 +474,14 @@ void Game::runFrame()
         return;
     }
 
-    if (saveRequested) {
+    // A new adventure's level is shown once before its first save, so the
+    // thumbnail and the HUD in it are what the player sees.
+    const bool firstFrameOwed = !cutsceneAfterSave.empty() && levelLoaded && worldRunning && levelFramesDrawn == 0;
+    if (saveRequested && !firstFrameOwed) {
         saveGame();
         tickTimer();
+        if (!cutsceneAfterSave.empty())
+            showCutscene(std::exchange(cutsceneAfterSave, std::string()));
         return;
     }
     tickTimer();
@@ -488,6 +493,9 @@ void Game::runFrame()
             return;
         updateWorld();
         drawWorld();
+        // Counted once the world has stepped: the HUD is filled in by then.
+        if (stepCount > levelStartStep)
+            ++levelFramesDrawn;
     }
     if (overlay) {
         overlay->update(timer.frameTime());
@@ -872,6 +880,9 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     levelPending = false;
     pendingLevel.clear();
     pendingLevelEntry.clear();
+    // The menus (or a cut scene) give way to the level they asked for.
+    if (guiManager)
+        guiManager->setVisible(false);
     inputManager.setTarget("game");
     // Leaves do not split while the game runs.
     quadTree.setSplitAllowed(false);
@@ -918,6 +929,8 @@ void Game::requestLevel(const std::string& name, const std::string& entry)
 
 void Game::unloadLevel()
 {
+    levelFramesDrawn = 0;
+    levelStartStep = stepCount;
     if (gameplay)
         gameplay->endLevel();
     if (player && player->quadTreeNode) {

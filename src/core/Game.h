@@ -159,6 +159,9 @@ public:
     // Plays the named cut scene in the GUI component "cutscene": the GUI
     // takes the input and the world stops until the scene ends.
     virtual void showCutscene(const std::string& name);
+    // Plays the cut scene once the requested save is written (a new
+    // adventure saves its first level before the opening story).
+    void showCutsceneAfterSave(const std::string& name) { cutsceneAfterSave = name; }
     virtual void clearOverlay();
     virtual void startFade();
     virtual void pause();
@@ -301,6 +304,10 @@ protected:
     bool captureRequested = false;
     std::string pendingLevelShot;
     std::string pendingSaveName;
+    std::string cutsceneAfterSave;
+    // Frames drawn since the level was loaded and first stepped.
+    int levelFramesDrawn = 0;
+    uint64_t levelStartStep = 0;
     std::string currentLevel;
     bool loadPending = false;
     int nextBodyId = 2;

@@ -29,16 +29,22 @@ void GUIManager::mouseMove(float x, float y, float dx, float dy)
     InputTarget::mouseMove(x, y, dx, dy);
     placeCursor(x, y);
     GUIComponent* under = root.componentAt(cursor.x, cursor.y);
+    const GUIComponent* before = hovered;
+    hover(under);
+    if (dragging) {
+        if (focus)
+            focus->mouseDrag(dx, dy);
+    } else if (under && under == before) {
+        under->mouseDrag(dx, dy);
+    }
+}
+
+void GUIManager::hover(GUIComponent* under)
+{
     if (under)
         under->mouseEnter();
     if (hovered && hovered != under)
         hovered->mouseExit();
-    if (dragging) {
-        if (focus)
-            focus->mouseDrag(dx, dy);
-    } else if (under && under == hovered) {
-        under->mouseDrag(dx, dy);
-    }
     hovered = under;
 }
 
@@ -56,6 +62,9 @@ void GUIManager::mouseDown(float x, float y, int button)
 {
     InputTarget::mouseDown(x, y, button);
     placeCursor(x, y);
+    // The GUI may have opened under a still mouse: what the press lands on
+    // is hovered now, not at the next motion.
+    hover(root.componentAt(cursor.x, cursor.y));
     // A widget waiting for a binding takes any press, wherever it lands.
     GUIComponent* target = focus && focus->capturesMouse() ? focus : root.componentAt(cursor.x, cursor.y);
     if (target) {
@@ -83,9 +92,7 @@ void GUIManager::keyDown(int symbol, int character, const std::string& keyName)
 {
     dropStale();
     keyRepeat = !heldKeys.insert(symbol).second;
-    // A hidden widget keeps no keys: they go to the root.
-    GUIComponent* target = focus && focus->isShown() ? focus : &root;
-    target->keyDown(symbol, character, keyName);
+    keyTarget()->keyDown(symbol, character, keyName);
     keyRepeat = false;
 }
 
@@ -93,8 +100,17 @@ void GUIManager::keyUp(int symbol, int character, const std::string& keyName)
 {
     dropStale();
     heldKeys.erase(symbol);
-    GUIComponent* target = focus && focus->isShown() ? focus : &root;
-    target->keyUp(symbol, character, keyName);
+    keyTarget()->keyUp(symbol, character, keyName);
+}
+
+GUIComponent* GUIManager::keyTarget()
+{
+    // A hidden widget keeps no keys: the nearest shown frame around it takes
+    // them (a cut scene whose back arrow just hid itself still hears Escape).
+    GUIComponent* target = focus ? focus : &root;
+    while (target != &root && target->getParent() && !target->isShown())
+        target = target->getParent();
+    return target->isShown() ? target : &root;
 }
 
 void GUIManager::activate()

@@ -70,6 +70,10 @@ private:
     void dropStale();
     // Drops stale pointers and moves the cursor to window pixel (x, y).
     void placeCursor(float x, float y);
+    // Enter and exit as the cursor moves onto `under` (or off everything).
+    void hover(GUIComponent* under);
+    // Who hears the keys: the focus, or its nearest shown ancestor.
+    GUIComponent* keyTarget();
 
     GUIComponent root;
     GUIComponent* hovered = nullptr;

@@ -31,7 +31,7 @@ std::vector<std::string> KeyBindBox::boundKeys() const
     if (!input || bindCommand.empty())
         return keys;
     for (const auto& [key, text] : input->getBindings()) {
-        if (text != bindCommand)
+        if (text != bindCommand || isPadName(key) != pad)
             continue;
         keys.push_back(key);
         if (keys.size() == maxKeys)
@@ -61,9 +61,18 @@ void KeyBindBox::setFocused(bool f)
         waiting = false;
 }
 
+bool KeyBindBox::isPadName(const std::string& keyName) { return keyName.rfind("joy", 0) == 0; }
+
+void KeyBindBox::setPad(bool p)
+{
+    pad = p;
+    refresh();
+}
+
 void KeyBindBox::clicked(float, float, int button)
 {
-    if (button == 1)
+    // Pad input never reaches the menus: the pad column only shows.
+    if (button == 1 && !pad)
         arm();
 }
 
@@ -82,7 +91,7 @@ void KeyBindBox::mouseDown(float px, float py, int button)
 void KeyBindBox::keyDown(int symbol, int character, const std::string& keyName)
 {
     if (!waiting) {
-        if (keyName == "return" || keyName == "kp_enter")
+        if ((keyName == "return" || keyName == "kp_enter") && !pad)
             arm();
         else
             Button::keyDown(symbol, character, keyName);
@@ -106,10 +115,15 @@ void KeyBindBox::bind(const std::string& keyName)
     GameInput* input = bindings();
     if (!input || bindCommand.empty())
         return;
-    const std::vector<std::string> keys = boundKeys();
-    if (keys.size() >= maxKeys)
-        for (const std::string& old : keys)
-            input->setBinding(old, "");
+    // A full box gives up its own kind of keys; the other column keeps its own.
+    if (boundKeys().size() >= maxKeys) {
+        std::vector<std::string> old;
+        for (const auto& [key, text] : input->getBindings())
+            if (text == bindCommand && isPadName(key) == pad)
+                old.push_back(key);
+        for (const std::string& key : old)
+            input->setBinding(key, "");
+    }
     input->setBinding(keyName, bindCommand);
     playSound("data/sounds/gui/MouseSquare.wav");
     refresh();

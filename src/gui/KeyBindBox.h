@@ -40,11 +40,17 @@ public:
     // Binds the key name to the command (after unbinding the command's keys
     // when it already has two), then refreshes and fires "bindupdate".
     void bind(const std::string& keyName);
-    // The first keys, in name order, bound to exactly this command.
+    // The first keys, in name order, bound to exactly this command: the
+    // keyboard and mouse ones, or the gamepad ones in a pad box.
     std::vector<std::string> boundKeys() const;
+    // A pad box shows the command's gamepad bindings and cannot be armed.
+    void setPad(bool p);
+    bool isPad() const { return pad; }
+    static bool isPadName(const std::string& keyName);
 
 private:
     std::string bindCommand;
     std::string shown = "unbound";
     bool waiting = false;
+    bool pad = false;
 };

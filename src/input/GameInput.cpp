@@ -47,6 +47,10 @@ void GameInput::init()
         if (GameInput* in = bindingOwner())
             in->unbindCommand(CommandRegistry::instance().arguments);
     });
+    registerCommand("remove every key binding", "unbindall", [] {
+        if (GameInput* in = bindingOwner())
+            in->unbindAll();
+    });
     registerCommand("list all the key bindings", "listbinds", [] {
         if (GameInput* in = bindingOwner())
             in->listBindings();
@@ -194,6 +198,14 @@ void GameInput::bindCommand(const std::vector<std::string>& args)
     for (size_t i = 2; i < args.size(); ++i)
         command += " " + args[i];
     setBinding(key, command);
+}
+
+void GameInput::unbindAll()
+{
+    // Held controls are let go first: their releases would find no binding.
+    releaseAll();
+    heldKeys.clear();
+    bindings.clear();
 }
 
 void GameInput::unbindCommand(const std::vector<std::string>& args)

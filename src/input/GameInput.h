@@ -71,6 +71,8 @@ public:
     // The console commands, reading the command registry's arguments.
     void bindCommand(const std::vector<std::string>& args);
     void unbindCommand(const std::vector<std::string>& args);
+    // Every binding gone (a script that sets up its own keys starts with it).
+    void unbindAll();
     void listBindings() const;
 
 protected:

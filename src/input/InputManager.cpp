@@ -128,8 +128,18 @@ void InputManager::toggleConsole()
     } else {
         console->setVisible(false);
         console->clearInput();
-        currentTarget = previousTarget;
+        currentTarget = returnTarget();
     }
+}
+
+std::string InputManager::returnTarget() const
+{
+    if (previousTarget != "console" && getTarget(previousTarget))
+        return previousTarget;
+    // Never back into the hidden console: whatever is on screen takes the keys.
+    Game* g = Game::current();
+    const bool playing = g && g->isLevelLoaded() && g->isWorldRunning() && !(gui && gui->isVisible());
+    return playing && getTarget("game") ? "game" : "gui";
 }
 
 void InputManager::keyUp(int symbol)
@@ -185,6 +195,12 @@ void InputManager::mouseButtonUp(float x, float y, int button)
 
 void InputManager::setTarget(const std::string& name)
 {
+    // While the console is open it keeps the keys; what asked for them
+    // (a level loaded from the console, say) gets them when it closes.
+    if (name != "console" && currentTarget == "console" && console && console->isVisible()) {
+        previousTarget = name;
+        return;
+    }
     InputTarget* old = getCurrent();
     previousTarget = currentTarget;
     currentTarget = name;

@@ -64,7 +64,8 @@ public:
     static float joyDeadZone();
 
     // Makes `name` the current target, remembering the old one as the
-    // previous target, and runs the deactivate/activate hooks.
+    // previous target, and runs the deactivate/activate hooks. While the
+    // console is open, `name` only becomes the target it returns to.
     void setTarget(const std::string& name);
     // Back to the game from the GUI, when a level is loaded and the GUI shows.
     void hideGUI();
@@ -100,6 +101,8 @@ public:
 private:
     void escapePressed(bool& dispatch);
     void toggleConsole();
+    // The target the console hands the keys back to when it closes.
+    std::string returnTarget() const;
     void joyButton(int joystick, int button, bool pressed);
     void joyHat(int joystick, int hat, int value);
     void joyAxis(int joystick, int axis, int value);

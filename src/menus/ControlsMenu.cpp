@@ -12,11 +12,15 @@
 #include "menus/ScreenListener.h"
 
 namespace {
-constexpr float frameWidth = 460.0f;
+constexpr float frameWidth = 610.0f;
 constexpr float labelWidth = 150.0f;
+constexpr float boxWidth = 160.0f;
+// Pad names are long ("joy1_axis2_minus"): their column is the wider.
+constexpr float padBoxWidth = frameWidth - 60.0f - labelWidth - boxWidth;
 constexpr float rowHeight = 28.0f;
 constexpr float tabsY = 40.0f;
-constexpr float rowsY = 80.0f;
+constexpr float headingsY = 76.0f;
+constexpr float rowsY = 104.0f;
 constexpr size_t mostRows = 9;
 constexpr float sliderY = rowsY + rowHeight * mostRows + 14.0f;
 constexpr float frameHeight = sliderY + 40.0f;
@@ -81,17 +85,25 @@ ControlsMenu::ControlsMenu() : MenuFrame("Controls Menu", screenName, frameWidth
             label->setText(row.label);
             p->addRelative(std::move(label));
             auto box = std::make_unique<KeyBindBox>();
-            box->setBounds(labelWidth + 10.0f, rowY, frameWidth - 50.0f - labelWidth, rowHeight - 4.0f);
+            box->setBounds(labelWidth + 10.0f, rowY, boxWidth, rowHeight - 4.0f);
             box->setBindCommand(row.command);
             box->setName(row.command);
             KeyBindBox* b = p->addRelative(std::move(box));
             forwardActions(*b);
             boxes.push_back(b);
+            auto padBox = std::make_unique<KeyBindBox>();
+            padBox->setBounds(labelWidth + 20.0f + boxWidth, rowY, padBoxWidth, rowHeight - 4.0f);
+            padBox->setPad(true);
+            padBox->setBindCommand(row.command);
+            padBox->setName(std::string(row.command) + " pad");
+            padBoxes.push_back(p->addRelative(std::move(padBox)));
             rowY += rowHeight;
         }
         panels.push_back(p);
         tabX += tabWidth;
     }
+    addLabel("Keyboard and mouse", 30.0f + labelWidth, headingsY, boxWidth, 24.0f);
+    addLabel("Gamepad", 40.0f + labelWidth + boxWidth, headingsY, padBoxWidth, 24.0f);
     addLabel("Mouse Sensitivity:", 20.0f, sliderY - 3.0f, 140.0f, 26.0f);
     auto slider = std::make_unique<Slider>();
     slider->setBounds(170.0f, sliderY, 200.0f, 20.0f);
@@ -140,5 +152,7 @@ bool ControlsMenu::showGroup(const std::string& tabCommand)
 void ControlsMenu::refreshBindings()
 {
     for (KeyBindBox* box : boxes)
+        box->refresh();
+    for (KeyBindBox* box : padBoxes)
         box->refresh();
 }

@@ -41,12 +41,15 @@ public:
     void refreshBindings();
     // The group panels, in the order of groups().
     const std::vector<GUIComponent*>& getPanels() const { return panels; }
+    // The keyboard-and-mouse boxes, and beside them the gamepad ones.
     const std::vector<KeyBindBox*>& getBoxes() const { return boxes; }
+    const std::vector<KeyBindBox*>& getPadBoxes() const { return padBoxes; }
     Slider& getSensitivity() { return *sensitivity; }
 
 private:
     std::vector<GUIComponent*> panels;
     std::vector<KeyBindBox*> boxes;
+    std::vector<KeyBindBox*> padBoxes;
     Slider* sensitivity = nullptr;
     Label* sensitivityText = nullptr;
 };

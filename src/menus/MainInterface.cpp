@@ -95,8 +95,10 @@ void MainInterface::layoutTaskbar()
 
 void MainInterface::toggle()
 {
+    // The console opening over the menus keeps them on screen; only play
+    // takes them away.
     Game* game = Game::current();
-    setEnabled(!game || game->getInputManager().getCurrentTarget() == "gui");
+    setEnabled(!game || (game->getGUIManager()->isVisible() && game->getInputManager().getCurrentTarget() != "game"));
 }
 
 void MainInterface::draw(IRenderer& renderer)

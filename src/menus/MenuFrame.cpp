@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/Game.h"
 #include "gui/Button.h"
@@ -50,13 +51,47 @@ bool MenuFrame::showScreen(const std::string& screenName)
     GUIComponent* screen = gui ? gui->findComponent(screenName) : nullptr;
     if (!screen)
         return false;
-    if (auto* menu = dynamic_cast<MenuFrame*>(screen))
+    if (auto* menu = dynamic_cast<MenuFrame*>(screen)) {
+        menu->openedFrom = menu->hideOtherScreens();
         menu->onShow();
+    }
     screen->setEnabled(true);
     if (GUIComponent* parent = screen->getParent())
         parent->bringToFront(screen);
     gui->setFocus(screen);
     return true;
+}
+
+std::string MenuFrame::hideOtherScreens()
+{
+    // One screen at a time: the one it replaces is remembered, topmost first.
+    std::string shown;
+    if (GUIComponent* parent = getParent())
+        for (const auto& child : parent->getChildren())
+            if (GUIComponent* sibling = child.get();
+                sibling != this && sibling->isEnabled() && dynamic_cast<MenuFrame*>(sibling)) {
+                if (shown.empty())
+                    shown = sibling->getName();
+                sibling->setEnabled(false);
+            }
+    return shown;
+}
+
+void MenuFrame::onClose()
+{
+    // Closing a screen goes back to the one it was opened from.
+    const std::string back = std::exchange(openedFrom, std::string());
+    Game* game = Game::current();
+    GUIManager* gui = game ? game->getGUIManager() : nullptr;
+    GUIComponent* screen = back.empty() || !gui ? nullptr : gui->findComponent(back);
+    auto* menu = dynamic_cast<MenuFrame*>(screen);
+    if (!menu || menu->isEnabled())
+        return;
+    menu->onShow();
+    menu->setEnabled(true);
+    if (GUIComponent* parent = menu->getParent())
+        parent->bringToFront(menu);
+    gui->setFocus(menu);
 }
 
 Button* MenuFrame::addButton(const std::string& text, const std::string& command, float relX, float relY,

@@ -27,7 +27,10 @@ public:
 
     // Makes the screen of that name visible, brings it to the front and
     // focuses it. False when there is no such screen.
+    // The other screens beside it are hidden; closing it shows again the one
+    // it replaced.
     static bool showScreen(const std::string& name);
+    void onClose() override;
 
 protected:
     // A button at (relX, relY) from the frame's top-left, reporting to the
@@ -37,4 +40,9 @@ protected:
     Label* addLabel(const std::string& text, float relX, float relY, float w, float h);
     // Hands every action of the widget to the frame's listeners.
     void forwardActions(GUIComponent& widget);
+
+private:
+    // Hides the sibling screens; the name of the topmost shown one, or "".
+    std::string hideOtherScreens();
+    std::string openedFrom;
 };

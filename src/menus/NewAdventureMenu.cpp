@@ -11,7 +11,6 @@
 #include "gui/TextContainer.h"
 #include "gui/GUIManager.h"
 #include "gui/TextView.h"
-#include "menus/CutSceneFrame.h"
 #include "menus/ScreenListener.h"
 
 namespace {
@@ -138,6 +137,9 @@ bool NewAdventureMenu::begin()
     const Adventure& adventure = adventures[i >= 0 && i < static_cast<int>(adventures.size())
                                                 ? static_cast<size_t>(i)
                                                 : 0];
+    // A new adventure starts a new player, not the last run's.
+    if (game->canLoadLevel(adventure.startlevel))
+        game->resetPlayer();
     game->loadLevel(adventure.startlevel, "");
     if (!game->isLevelLoaded() || game->getCurrentLevel() != adventure.startlevel) {
         say("The adventure could not start: its first level " + adventure.startlevel + " did not load");
@@ -147,14 +149,9 @@ bool NewAdventureMenu::begin()
     setEnabled(false);
     game->setPendingSaveName(name);
     game->getInputManager().hideGUI();
-    auto* opening = dynamic_cast<CutSceneFrame*>(game->getGUIManager()->findComponent(CutSceneFrame::componentName));
-    if (adventure.cutscene.empty() || !opening) {
-        game->requestSave();
-        return true;
-    }
-    // The save is taken once the opening has handed the game back, so its
-    // thumbnail shows the game rather than a page of story.
-    opening->setSaveWhenDone(true);
-    game->showCutscene(adventure.cutscene);
+    // The first save shows the first level; the opening story follows it.
+    game->requestSave();
+    if (!adventure.cutscene.empty())
+        game->showCutsceneAfterSave(adventure.cutscene);
     return true;
 }

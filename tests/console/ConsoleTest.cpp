@@ -73,24 +73,35 @@ TEST_F(ConsoleTest, PrintsInThreeKindsAndColours)
 
 TEST_F(ConsoleTest, ViewFollowsNewLinesUnlessScrolledBack)
 {
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < 30; ++i)
         console().print("line " + std::to_string(i));
-    EXPECT_EQ(console().getScrollLine(), 4);
-    EXPECT_EQ(console().getLastLine(), 4);
+    EXPECT_EQ(console().getScrollLine(), 29);
+    EXPECT_EQ(console().getLastLine(), 29);
 
+    // Page keys move by what a page shows; the wheel by three lines.
+    const int page = console().getPageLines();
+    ASSERT_GT(page, 1);
     key("pageup");
-    key("pageup");
-    EXPECT_EQ(console().getScrollLine(), 2);
+    EXPECT_EQ(console().getScrollLine(), 29 - page);
+    console().mouseDown(0, 0, 5);
+    EXPECT_EQ(console().getScrollLine(), 29 - page + 3);
+    console().mouseDown(0, 0, 4);
+    console().mouseDown(0, 0, 4);
+    EXPECT_EQ(console().getScrollLine(), 29 - page - 3);
     console().print("more");
-    EXPECT_EQ(console().getScrollLine(), 2);
-    EXPECT_EQ(console().getLastLine(), 5);
+    EXPECT_EQ(console().getScrollLine(), 29 - page - 3);
+    EXPECT_EQ(console().getLastLine(), 30);
 
     for (int i = 0; i < 10; ++i)
         key("pagedown");
-    EXPECT_EQ(console().getScrollLine(), 5);  // never past the newest
+    EXPECT_EQ(console().getScrollLine(), 30);  // never past the newest
     for (int i = 0; i < 10; ++i)
         key("pageup");
     EXPECT_EQ(console().getScrollLine(), 0);  // stops at the oldest
+    key("end");
+    EXPECT_EQ(console().getScrollLine(), 30);
+    key("home");
+    EXPECT_EQ(console().getScrollLine(), 0);
 }
 
 TEST_F(ConsoleTest, TypingEditingAndTheLengthLimit)
@@ -108,6 +119,30 @@ TEST_F(ConsoleTest, TypingEditingAndTheLengthLimit)
     console().clearInput();
     key("backspace");
     EXPECT_EQ(console().getInput(), "");
+
+    // The cursor moves within the line; typing and deleting happen at it.
+    type("mp");
+    key("left");
+    key("left");
+    type("a");
+    EXPECT_EQ(console().getInput(), "amp");
+    key("right");
+    type("x");
+    key("backspace");
+    key("left");
+    key("delete");
+    EXPECT_EQ(console().getInput(), "ap");
+    for (int i = 0; i < 5; ++i)
+        key("left");
+    key("backspace");
+    type("m");
+    EXPECT_EQ(console().getInput(), "map");
+    EXPECT_EQ(console().getCaret(), 1u);
+    key("up");  // nothing in the history yet: the line stays
+    console().submit();
+    key("up");
+    type("!");
+    EXPECT_EQ(console().getInput(), "map!");
 }
 
 TEST_F(ConsoleTest, SubmitEchoesRunsAndRemembersEvenEmptyLines)
@@ -211,6 +246,16 @@ TEST_F(ConsoleTest, ConsoleCommands)
     EXPECT_TRUE(console().getLines().empty());
     console().print("after clear");
     EXPECT_EQ(console().getScrollLine(), console().getLastLine());
+
+    CommandRegistry::instance().execute("echo  two   words");
+    EXPECT_EQ(texts().back(), "two words");
+    createVar("sensitivity", "1.5", "How far the cursor moves with the mouse");
+    CommandRegistry::instance().execute("help sensitivity");
+    EXPECT_EQ(texts().back(), "sensitivity = 1.5 : How far the cursor moves with the mouse");
+    CommandRegistry::instance().execute("help condump");
+    EXPECT_EQ(texts().back(), "condump : Dump the console");
+    CommandRegistry::instance().execute("help nosuchthing");
+    EXPECT_EQ(texts().back(), "No command or variable called nosuchthing");
 
     EXPECT_FALSE(game.isQuitting());
     CommandRegistry::instance().execute("QUIT");

@@ -21,7 +21,7 @@ wid=$(xdotool search --sync --name Brindlequay | head -n1)
 [ -n "$wid" ] || fail "no game window"
 xdotool windowfocus --sync "$wid" 2>/dev/null || xdotool windowfocus "$wid"
 sleep 1
-# The menu layer is up from the start; Escape hides it and leaves the game the keys.
+# Escape skips the logo card; the level has the keys.
 xdotool key --window "$wid" Escape
 sleep 1.5
 

@@ -101,12 +101,12 @@ run_flow() {
   click $(widget 240 180 20 130 200 32)
   snap controls
   # Rebind "Left" (the first row) to j.
-  click $(widget 460 386 180 80 260 24)
+  click $(widget 610 410 180 104 160 24)
   snap controls_armed
   keys j
   snap controls_bound
   # Back: the frame's close button.
-  click $(($(frame_left 460) + 460 - 12)) $(($(frame_top 386) + 15))
+  click $(($(frame_left 610) + 610 - 12)) $(($(frame_top 410) + 15))
 
   # Main Menu from the task bar, then Load Game.
   click $(taskbar 0)

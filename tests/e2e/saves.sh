@@ -20,7 +20,7 @@ SCRIPT
 start_game "$work" +map test
 focus_game_window
 sleep 1
-# The menu layer is up from the start; Escape hides it and leaves the game the keys.
+# Escape skips the logo card; the level has the keys.
 xdotool key --window "$win" Escape
 sleep 1
 

@@ -147,6 +147,15 @@ TEST_F(GUIManagerTest, AClickFiresOnceAndAPressDraggedOffFiresNothing)
     clickAt(150.0f, 285.0f);
     EXPECT_EQ(actions, (std::vector<std::string>{"do_go go"}));
     EXPECT_EQ(sound().played, (std::vector<std::string>{"data/sounds/gui/MouseTick.wav 0 100"}));
+
+    // The GUI reappearing under a still mouse: the press and release come
+    // with no motion before them, and the click still counts.
+    moveTo(400.0f, 100.0f);
+    const float wx = 150.0f;
+    const float wy = static_cast<float>(screenH) - 285.0f;
+    gui().mouseDown(wx, wy, 1);
+    gui().mouseUp(wx, wy, 1);
+    EXPECT_EQ(actions.size(), 2u);
 }
 
 TEST_F(GUIManagerTest, FocusingAWidgetRaisesItsFrame)

@@ -165,6 +165,11 @@ TEST_F(GameInputTest, UnbindKeepsTheKeyWithAnEmptyCommand)
     std::ostringstream out;
     input().writeBindings(out);
     EXPECT_EQ(out.str(), "\n//key bindings\n\nbind k say hi\nbind p \n\n");
+
+    run("unbindall");
+    tap("k");
+    EXPECT_TRUE(calls.empty());
+    EXPECT_TRUE(input().getBindings().empty());
 }
 
 TEST_F(GameInputTest, BindQueriesAndUsage)

@@ -213,6 +213,34 @@ TEST_F(InputManagerTest, EscapeOpensTheGuiStopsTheWorldAndIsNotPassedOn)
     EXPECT_EQ(input().getCurrentTarget(), "game");
 }
 
+TEST_F(InputManagerTest, LevelLoadedFromTheOpenConsoleGetsTheKeysWhenItCloses)
+{
+    for (int run = 0; run < 2; ++run) {  // from the menus, then from a level
+        press(SDLK_BACKQUOTE, '`');
+        loadEmptyLevel();
+        EXPECT_EQ(input().getCurrentTarget(), "console");
+        EXPECT_FALSE(game.getGUIManager()->isVisible());
+        press(SDLK_BACKQUOTE, '`');
+        EXPECT_EQ(input().getCurrentTarget(), "game");
+    }
+    // Even a console that was its own previous target hands the keys on.
+    input().setTarget("console");
+    input().setTarget("console");
+    game.getConsole()->setVisible(true);
+    press(SDLK_BACKQUOTE, '`');
+    EXPECT_EQ(input().getCurrentTarget(), "game");
+}
+
+TEST_F(InputManagerTest, FirstEscapeAfterALevelLoadedFromTheMenusShowsThem)
+{
+    loadEmptyLevel();
+    testing::internal::CaptureStdout();
+    press(SDLK_ESCAPE, 27);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Show GUI\n");
+    EXPECT_TRUE(game.getGUIManager()->isVisible());
+    EXPECT_EQ(input().getCurrentTarget(), "gui");
+}
+
 TEST_F(InputManagerTest, EscapeWithTheConsoleOpenGoesToTheConsole)
 {
     RecordingTarget console;

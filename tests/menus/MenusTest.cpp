@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 #include <cmath>
 #include <fstream>
 #include <sstream>
@@ -28,8 +30,10 @@
 #include "menus/MainInterface.h"
 #include "menus/MainMenu.h"
 #include "menus/NewAdventureMenu.h"
+#include "menus/OptionsMenu.h"
 #include "menus/VideoMenu.h"
 #include "render/FixedWidthFonts.h"
+#include "gameplay/player/Player.h"
 
 namespace {
 const char* const tinyLevel =
@@ -87,6 +91,27 @@ TEST_F(MenusTest, MainMenuButtonsOpenTheirScreensAndExitQuits)
     EXPECT_TRUE(game.isQuitting());
 }
 
+TEST_F(MenusTest, OneScreenAtATimeAndClosingGoesBack)
+{
+    auto shown = [this] {
+        std::vector<std::string> names;
+        for (const auto& child : mainInterface->getChildren())
+            if (child->isEnabled() && dynamic_cast<MenuFrame*>(child.get()))
+                names.push_back(child->getName());
+        return names;
+    };
+    click(screen<Button>("optionsbutton"));
+    EXPECT_EQ(shown(), std::vector<std::string>{OptionsMenu::screenName});
+    click(screen<Button>("controlsbutton"));
+    EXPECT_EQ(shown(), std::vector<std::string>{ControlsMenu::screenName});
+    key(27);
+    EXPECT_EQ(shown(), std::vector<std::string>{OptionsMenu::screenName});
+    key(27);
+    EXPECT_EQ(shown(), std::vector<std::string>{MainMenu::screenName});
+    click(screen<Button>("newgamebutton"));
+    EXPECT_EQ(shown(), std::vector<std::string>{NewAdventureMenu::screenName});
+}
+
 TEST_F(MenusTest, BeginWithATakenSaveNameShowsTheMessageAndStartsNothing)
 {
     dir.write("saves/save1.xml", "<save/>");
@@ -116,16 +141,47 @@ TEST_F(MenusTest, BeginLoadsTheStartLevelRequestsTheSaveAndPlaysTheOpening)
     EXPECT_EQ(game.getCurrentLevel(), "first");
     EXPECT_EQ(game.getPendingSaveName(), "mine");
     EXPECT_FALSE(menu.isEnabled());
-    // The opening scene holds the world until it ends; the save follows it.
+    // The level is shown once and saved as it starts; then the opening
+    // scene holds the world until it ends.
     auto& scene = mainInterface->getCutScene();
+    EXPECT_TRUE(game.isSaveRequested());
+    const uint64_t steps = game.getStepCount();
+    for (int i = 0; i < 200 && game.isSaveRequested(); ++i) {
+        EXPECT_FALSE(scene.isEnabled());
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        game.runFrame();
+    }
+    EXPECT_FALSE(game.isSaveRequested());
+    // The save came after the world had stepped and been drawn.
+    EXPECT_GT(game.getStepCount(), steps);
+    EXPECT_TRUE(std::ifstream("saves/mine.xml").good());
     EXPECT_TRUE(scene.isEnabled());
     EXPECT_FALSE(game.isWorldRunning());
-    EXPECT_FALSE(game.isSaveRequested());
     EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
     key(27);
     EXPECT_FALSE(scene.isEnabled());
     EXPECT_TRUE(game.isWorldRunning());
-    EXPECT_TRUE(game.isSaveRequested());
+    EXPECT_FALSE(game.isSaveRequested());
+}
+
+TEST_F(MenusTest, BeginStartsANewPlayer)
+{
+    game.startGameplay();
+    auto* veteran = dynamic_cast<Player*>(game.getPlayer());
+    ASSERT_NE(veteran, nullptr);
+    veteran->properties.maxHealth = 500;
+    veteran->properties.cash = 9000;
+    veteran->properties.currentLevel = 12;
+    veteran->inventory.giveAllWeapons();
+    MenuFrame::showScreen(NewAdventureMenu::screenName);
+    screen<NewAdventureMenu>(NewAdventureMenu::screenName).getSaveName().setText("fresh");
+    ASSERT_TRUE(screen<NewAdventureMenu>(NewAdventureMenu::screenName).begin());
+    auto* player = dynamic_cast<Player*>(game.getPlayer());
+    ASSERT_NE(player, nullptr);
+    EXPECT_EQ(player->properties.maxHealth, 100);
+    EXPECT_EQ(player->properties.cash, 0);
+    EXPECT_EQ(player->properties.currentLevel, 0);
+    EXPECT_FALSE(player->inventory.owns(8));
 }
 
 TEST_F(MenusTest, BeginWithAMissingStartLevelSaysSoAndStaysInTheMenu)
@@ -176,12 +232,17 @@ TEST_F(MenusTest, ResumeWithoutALevelKeepsTheGUI)
 TEST_F(MenusTest, MainInterfaceShowsWhileTheGUIHasTheInput)
 {
     game.loadLevel("first", "");
-    EXPECT_FALSE(mainInterface->isEnabled());
-    // The level has the input; the first Escape puts the idle GUI layer away.
-    key(27);
     EXPECT_FALSE(gui().isVisible());
-    key(27);  // the next opens the menus over the stopped game
+    // The first Escape opens the menus over the stopped game.
+    key(27);
+    EXPECT_TRUE(gui().isVisible());
     EXPECT_TRUE(mainInterface->isEnabled());
+    // The console over them leaves them on screen, and closing it too.
+    key('`');
+    EXPECT_TRUE(mainInterface->isEnabled());
+    key('`');
+    EXPECT_TRUE(mainInterface->isEnabled());
+    EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
     EXPECT_FALSE(game.isWorldRunning());
     click(screen<Button>("resumebutton"));
     EXPECT_FALSE(gui().isVisible());
@@ -218,10 +279,20 @@ TEST_F(MenusTest, CutScenePagesTurnBothWaysAndTheEndLoadsTheLevel)
 
 TEST_F(MenusTest, EscapeSkipsAScene)
 {
-    game.showCutscene("quay/pages");
-    key(27);
-    EXPECT_FALSE(mainInterface->getCutScene().isEnabled());
-    EXPECT_EQ(game.getCurrentLevel(), "first");
+    for (bool backFirst : {false, true}) {
+        game.unloadLevel();
+        game.showCutscene("quay/pages");
+        // The back arrow hides itself on the first page, with the focus on it.
+        if (backFirst) {
+            click(screen<ImageButton>("nextframe"));
+            click(screen<ImageButton>("prevframe"));
+            ASSERT_FALSE(screen<ImageButton>("prevframe").isEnabled());
+        }
+        key(27);
+        EXPECT_FALSE(mainInterface->getCutScene().isEnabled()) << backFirst;
+        EXPECT_EQ(game.getCurrentLevel(), "first") << backFirst;
+        EXPECT_TRUE(game.isWorldRunning()) << backFirst;
+    }
 }
 
 TEST_F(MenusTest, AMissingSceneIsReportedAndLeavesForTheMainMenu)
@@ -269,6 +340,32 @@ TEST_F(MenusTest, ControlsTabsSwitchGroupsAndABindingRefreshesEveryBox)
     left.bind("a");
     EXPECT_EQ(left.getShown(), "a");
     EXPECT_EQ(right.getShown(), "unbound");
+}
+
+TEST_F(MenusTest, ControlsShowKeyboardAndMouseFirstAndTheGamepadApart)
+{
+    auto& controls = screen<ControlsMenu>(ControlsMenu::screenName);
+    MenuFrame::showScreen(ControlsMenu::screenName);
+    game.installGameInput(std::make_unique<GameInput>());
+    GameInput& input = *game.getGameInput();
+    for (const char* key : {"joy1_axis2_minus", "joy1_button1", "space", "up", "w"})
+        input.setBinding(key, "+moveup");
+    controls.onShow();
+    auto& up = screen<KeyBindBox>("+moveup");
+    auto& upPad = screen<KeyBindBox>("+moveup pad");
+    EXPECT_EQ(controls.getPadBoxes().size(), controls.getBoxes().size());
+    EXPECT_EQ(up.getShown(), "space, up");
+    EXPECT_EQ(upPad.getShown(), "joy1_axis2_minus, joy1_button1");
+
+    // Rebinding replaces the keyboard and mouse keys only.
+    up.bind("i");
+    EXPECT_EQ(up.getShown(), "i");
+    EXPECT_EQ(input.getBinding("w"), "");
+    EXPECT_EQ(input.getBinding("joy1_button1"), "+moveup");
+    EXPECT_EQ(upPad.getShown(), "joy1_axis2_minus, joy1_button1");
+    // The pad column cannot be armed from the menus.
+    click(upPad);
+    EXPECT_FALSE(upPad.isWaiting());
 }
 
 TEST_F(MenusTest, SensitivitySliderSetsTheVariable)

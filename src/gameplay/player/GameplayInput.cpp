@@ -1,7 +1,9 @@
 #include "gameplay/player/GameplayInput.h"
 
 #include <cmath>
+#include <algorithm>
 #include <cstdio>
+#include <vector>
 
 #include "console/CommandRegistry.h"
 #include "console/ConsolePrint.h"
@@ -35,9 +37,27 @@ void readWeaponId()
         GameplayInput::fireWeaponId = GameVar::parseInt(reg.arg(0));
 }
 
+// Controls pressed since the last step: a tap let go within one step still
+// counts for that step. Demos replay the same commands at the same step, so
+// a replay taps alike.
+std::vector<bool*> taps;
+// Tapped controls standing in as held for the step under way.
+std::vector<bool*> tapsInStep;
+
+// At most one entry per control, however long no step runs.
+void noteTap(bool& flag)
+{
+    if (std::find(taps.begin(), taps.end(), &flag) == taps.end())
+        taps.push_back(&flag);
+}
+
 void holdCommand(const char* description, const char* name, bool& flag, bool value)
 {
-    registerCommand(description, name, [&flag, value] { flag = value; });
+    registerCommand(description, name, [&flag, value] {
+        flag = value;
+        if (value)
+            noteTap(flag);
+    });
 }
 }
 
@@ -65,6 +85,7 @@ void GameplayInput::registerCommands()
     holdCommand("stop firing your weapon", "-attack", attack, false);
     registerCommand("fire a given weapon id", "+fire", [] {
         fireById = true;
+        noteTap(fireById);
         readWeaponId();
     });
     registerCommand("stop firing the weapon with id", "-fire", [] {
@@ -105,12 +126,28 @@ void GameplayInput::step(Body* player, float stepLength)
 {
     if (auto* p = dynamic_cast<Player*>(player))
         applyControls(p, stepLength);
+    // The taps have had their step.
+    for (bool* flag : tapsInStep)
+        *flag = false;
+    tapsInStep.clear();
 }
 
-void GameplayInput::update(Body* player) { updatePlayer(dynamic_cast<Player*>(player)); }
+void GameplayInput::update(Body* player)
+{
+    // update opens the step: taps already let go count as held until it ends.
+    for (bool* flag : taps)
+        if (!*flag) {
+            *flag = true;
+            tapsInStep.push_back(flag);
+        }
+    taps.clear();
+    updatePlayer(dynamic_cast<Player*>(player));
+}
 
 void GameplayInput::releaseAll()
 {
+    taps.clear();
+    tapsInStep.clear();
     moveRight = moveLeft = moveUp = moveDown = false;
     boost = grapple = attack = fireById = slow = false;
     nextWeaponRequested = previousWeaponRequested = false;

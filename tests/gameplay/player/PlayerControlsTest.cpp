@@ -118,6 +118,29 @@ TEST_F(PlayerControlsTest, CommandsSetAndReleaseTheHeldState)
     EXPECT_TRUE(player->notarget);
 }
 
+TEST_F(PlayerControlsTest, ATapWithinOneStepStillCountsForThatStep)
+{
+    loadLevel();
+    frames(4);
+    const float x = player->pos.x;
+    // Pressed and let go between two steps, as a quick key tap is.
+    run("+moveright");
+    run("-moveright");
+    frame();
+    EXPECT_GT(player->vel.x, 0.0f);
+    EXPECT_FALSE(GameplayInput::moveRight);
+    // Only that step: the push is not held on.
+    const float vel = player->vel.x;
+    frames(4);
+    EXPECT_LT(player->vel.x, vel);
+    EXPECT_GT(player->pos.x, x);
+    // A tap that a lost input already let go of does not come back.
+    run("+moveleft");
+    input->deactivate();
+    frame();
+    EXPECT_GE(player->vel.x, 0.0f);
+}
+
 TEST_F(PlayerControlsTest, PlatformJumpReachesALedgeTwiceThePlayersHeight)
 {
     setMode(2);
