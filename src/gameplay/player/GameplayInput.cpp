@@ -1,7 +1,7 @@
 #include "gameplay/player/GameplayInput.h"
 
-#include <cmath>
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <vector>
 
