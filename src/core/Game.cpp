@@ -514,7 +514,9 @@ bool Game::runPendingRequests()
     }
     if (loadPending) {
         loadPending = false;
-        loadGame(pendingSaveName);
+        const bool checkpoint = checkpointLoadPending;
+        checkpointLoadPending = false;
+        loadGame(checkpoint ? std::string(checkpointSaveName) : pendingSaveName);
         return true;
     }
     return false;
@@ -762,7 +764,6 @@ void Game::drawBodies()
 void Game::drawWorld()
 {
     updateCamera(timer.frameTime());
-    updateAim();
     if (player) {
         const bool chase = chasecam && chasecam->intValue == 1;
         const Vector& at = chase ? player->camera : player->renderpos;
@@ -778,8 +779,29 @@ void Game::drawWorld()
     drawScene(false);
     if (bloom)
         renderer->drawGlow();
+    drawCrosshair();
     if (debuginfo && debuginfo->intValue > 0)
         drawDebugText();
+}
+
+void Game::drawCrosshair()
+{
+    const auto* p = dynamic_cast<const Player*>(player);
+    if (!p || p->dead || inputManager.getCurrentTarget() != "game")
+        return;
+    // Projected while the world camera is still set, drawn over everything.
+    const Vector at = renderer->worldToScreen(p->mouseWorldPos.x, p->mouseWorldPos.y, 0.0f);
+    constexpr float gap = 4.0f;
+    constexpr float arm = 10.0f;
+    renderer->begin2D();
+    renderer->setTexturing(false);
+    renderer->drawLine(at.x - gap - arm, at.y, at.x - gap, at.y, 255, 255, 255, 255);
+    renderer->drawLine(at.x + gap, at.y, at.x + gap + arm, at.y, 255, 255, 255, 255);
+    renderer->drawLine(at.x, at.y - gap - arm, at.x, at.y - gap, 255, 255, 255, 255);
+    renderer->drawLine(at.x, at.y + gap, at.x, at.y + gap + arm, 255, 255, 255, 255);
+    renderer->setBlending(true);
+    renderer->setTexturing(true);
+    renderer->end2D();
 }
 
 void Game::drawScene(bool bloomPass)
@@ -868,6 +890,7 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     }
 
     enterLevel(name);
+    checkpointLevel.clear();
     if (gameplay) {
         gameplay->startLevel(entry);
         // The spawn point moved the player: index it where it now stands.
@@ -1106,6 +1129,26 @@ void Game::updateCamera(float frameTime)
     if (player)
         cameraSettled = followChasePoint(player->pos, player->camera, frameTime);
 }
+void Game::requestCheckpointSave()
+{
+    checkpointSavePending = true;
+    saveRequested = true;
+}
+
+void Game::restartAfterDeath()
+{
+    if (!hasCheckpoint()) {
+        requestLevel(currentLevel, "");
+        return;
+    }
+    // Set again once the save has loaded: one that no longer loads leaves
+    // the next attempt to restart the level.
+    checkpointLevel.clear();
+    checkpointLoadPending = true;
+    loadPending = true;
+    startFade();
+}
+
 void Game::requestLoad(const std::string& name)
 {
     loadPending = true;

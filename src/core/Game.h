@@ -131,6 +131,14 @@ public:
     virtual void setQuit(bool q) { quitRequested = q; }
     virtual bool isQuitting() const { return quitRequested; }
     virtual void requestSave() { saveRequested = true; }
+    // Checkpoints write this save, leaving the player's own save name alone.
+    static constexpr const char* checkpointSaveName = "checkpoint";
+    virtual void requestCheckpointSave();
+    // Whether a checkpoint was saved in the running level.
+    bool hasCheckpoint() const { return !checkpointLevel.empty() && checkpointLevel == currentLevel; }
+    // After a death: back to the last checkpoint's save in this level, or
+    // the level afresh.
+    virtual void restartAfterDeath();
     bool isSaveRequested() const { return saveRequested; }
     // Writes saves/<pendingSaveName>.xml and its thumbnail (the name "temp"
     // when none is pending); each file is replaced whole or not at all.
@@ -220,6 +228,8 @@ public:
     bool isShowingMap() const { return showMap; }
     // The frame-rate and body-count lines drawn over the world when debuginfo is on.
     virtual void drawDebugText();
+    // A crosshair at the player's aim point while the game has the input.
+    virtual void drawCrosshair();
     // Moves a chase point after a target; true when it has settled (within 2 units).
     static bool followChasePoint(const Vector& target, Vector& chase, float frameTime);
     bool isCameraSettled() const { return cameraSettled; }
@@ -247,6 +257,7 @@ public:
     void setWorldRunning(bool running) { worldRunning = running; }
     bool isPaused() const { return paused; }
     bool isLevelPending() const { return levelPending; }
+    bool isLoadPending() const { return loadPending; }
     bool isShutDown() const { return shutDown; }
     uint32_t getFrameCount() const { return frameCount; }
     // Counts a frame swapped outside the main loop (cinematics).
@@ -310,6 +321,11 @@ protected:
     uint64_t levelStartStep = 0;
     std::string currentLevel;
     bool loadPending = false;
+    // A checkpoint save or load is waiting for the next frame.
+    bool checkpointSavePending = false;
+    bool checkpointLoadPending = false;
+    // The level whose checkpoint the checkpoint save holds ("" for none).
+    std::string checkpointLevel;
     int nextBodyId = 2;
     bool saveRequested = false;
     bool paused = false;

@@ -109,6 +109,14 @@ void Game::captureThumbnail()
 
 void Game::saveGame()
 {
+    if (checkpointSavePending) {
+        checkpointSavePending = false;
+        const std::string kept = pendingSaveName;
+        pendingSaveName = checkpointSaveName;
+        saveGame();
+        pendingSaveName = kept;
+        return;
+    }
     saveRequested = false;
     if (pendingSaveName.empty())
         pendingSaveName = "temp";
@@ -137,6 +145,8 @@ void Game::saveGame()
         captureThumbnail();
     renderer->saveGrab(thumbnailPath(pendingSaveName), thumbnailWidth, thumbnailHeight);
     if (written) {
+        if (pendingSaveName == checkpointSaveName)
+            checkpointLevel = currentLevel;
         conPrint("Saved game: " + pendingSaveName);
         hudMessage(gameplay.get(), "Game saved");
     }
@@ -179,7 +189,10 @@ void Game::loadGame(const std::string& name)
         showNotice("The save game " + saveName + " needs the level " + level + ", which could not be loaded");
         return;
     }
-    pendingSaveName = saveName;
+    // Going back to a checkpoint keeps the name the player saves under.
+    const bool checkpoint = saveName == checkpointSaveName;
+    if (!checkpoint)
+        pendingSaveName = saveName;
     std::printf("Loading save game: %s\n", path.c_str());
     // "version" is written for the readers of the file; it changes nothing here.
     const int savedNextId = readInt(attributeText(save, "nextbodyid"));
@@ -229,6 +242,7 @@ void Game::loadGame(const std::string& name)
     }
     levelPending = false;
     loadPending = false;
+    checkpointLoadPending = false;
     pendingLevel.clear();
     pendingLevelEntry.clear();
     console->setVisible(false);
@@ -237,5 +251,6 @@ void Game::loadGame(const std::string& name)
         guiManager->setVisible(false);
     quadTree.setSplitAllowed(false);
     tickTimer();
-    hudMessage(gameplay.get(), "Game loaded");
+    checkpointLevel = checkpoint ? level : std::string();
+    hudMessage(gameplay.get(), checkpoint ? "Back at the last checkpoint" : "Game loaded");
 }

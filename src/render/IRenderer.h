@@ -85,7 +85,7 @@ public:
     virtual void setScissor(float x, float y, float w, float h) = 0;
     virtual void setScissor(int x, int y, int w, int h) = 0;
 
-    // Window pixel to world point at depth 0.5, z set to 0.
+    // Window pixel to the world point on the play plane z = 0 under it.
     virtual Vector screenToWorld(float x, float y) = 0;
     // (0, 0, -512) when the point lies outside the viewport.
     virtual Vector screenToWorld(double x, double y, double depth) = 0;

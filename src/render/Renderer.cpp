@@ -702,7 +702,24 @@ void Renderer::setScissor(int x, int y, int w, int h) { glScissor(x, y, std::max
 
 Vector Renderer::screenToWorld(float x, float y)
 {
-    Vector v = screenToWorld(static_cast<double>(x), static_cast<double>(y), 0.5);
+    // Aim where the cursor's ray meets the play plane: a fixed depth lands
+    // near the camera, which trails the player while running.
+    const Vector nearPoint = screenToWorld(static_cast<double>(x), static_cast<double>(y), 0.0);
+    const Vector farPoint = screenToWorld(static_cast<double>(x), static_cast<double>(y), 1.0);
+    return rayMeetsPlayPlane(nearPoint, farPoint);
+}
+
+Vector Renderer::rayMeetsPlayPlane(const Vector& nearPoint, const Vector& farPoint)
+{
+    const float dz = farPoint.z - nearPoint.z;
+    Vector v = nearPoint;
+    if (std::fabs(dz) > 1e-6f) {
+        const float t = -nearPoint.z / dz;
+        if (std::isfinite(t)) {
+            v.x = nearPoint.x + (farPoint.x - nearPoint.x) * t;
+            v.y = nearPoint.y + (farPoint.y - nearPoint.y) * t;
+        }
+    }
     v.z = 0.0f;
     return v;
 }
@@ -730,7 +747,19 @@ Vector Renderer::screenToWorld(double x, double y, double depth)
     return result;
 }
 
-Vector Renderer::worldToScreen(float, float, float) { return {}; }
+Vector Renderer::worldToScreen(float x, float y, float z)
+{
+    GLdouble modelview[16] = {};
+    GLdouble projection[16] = {};
+    GLint viewport[4] = {};
+    glGetDoublev(GL_MODELVIEW_MATRIX, modelview);
+    glGetDoublev(GL_PROJECTION_MATRIX, projection);
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    GLdouble sx = 0.0, sy = 0.0, sz = 0.0;
+    if (gluProject(x, y, z, modelview, projection, viewport, &sx, &sy, &sz) != GL_TRUE)
+        return {};
+    return {static_cast<float>(sx), static_cast<float>(sy), static_cast<float>(sz)};
+}
 
 void Renderer::drawFps()
 {

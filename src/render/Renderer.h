@@ -77,6 +77,8 @@ public:
 
     Vector screenToWorld(float x, float y) override;
     Vector screenToWorld(double x, double y, double depth) override;
+    // Where the line through two unprojected points crosses z = 0.
+    static Vector rayMeetsPlayPlane(const Vector& nearPoint, const Vector& farPoint);
     Vector worldToScreen(float x, float y, float z) override;
     void drawFps() override;
 

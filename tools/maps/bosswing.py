@@ -122,7 +122,8 @@ def boss_wing(standalone=True):
     lv.pickup('plasmagun', 7560, attributes={'ammo': '40'})
 
     # --- Mine field: jump the mines or set them off from afar.
-    lv.point('minefield', 7740)
+    # The node stands clear of the first mine's 96-unit reach.
+    lv.point('minefield', 7680)
     lv.lintel(7640)
     for x in (7800, 7900, 8010, 8120):
         lv.enemy('proxygrenade', x, FLOOR + 8, 16, 'proxygrenade', mass=10)
@@ -152,7 +153,8 @@ def boss_wing(standalone=True):
     lv.point('blockboss', 9100)
     lv.lintel(9040)
     lv.enemy('blockboss', 9800, 260, 128, 'blockboss1', mass=150, idname='blockboss',
-             attributes={'adds1': 'boss_adds_1', 'adds2': 'boss_adds_2'})
+             attributes={'adds1': 'boss_adds_1', 'adds2': 'boss_adds_2', 'arenaleft': '9040',
+                         'arenaright': '10240'})
     for i, (x, blocktype) in enumerate(((9200, 0), (9300, 1), (9400, 2), (9560, 0), (9660, 1), (9760, 2),
                                         (10000, 0), (10100, 1))):
         lv.body('bossblock', x, FLOOR, x + 48, FLOOR + 48, 'data/images/bossblock%d.png' % (blocktype + 1),

@@ -8,7 +8,8 @@
 #include "world/geometry/Geometry.h"
 
 namespace {
-constexpr int splitSound = 33;
+// The wet burst of a hatching egg, not the click of a wall switch.
+constexpr int splitSound = 41;
 
 struct BacteriaLevel {
     int attack;

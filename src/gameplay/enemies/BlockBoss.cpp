@@ -1,5 +1,6 @@
 #include "gameplay/enemies/BlockBoss.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include <tinyxml.h>
@@ -27,7 +28,7 @@ BlockBoss::BlockBoss()
     cashMin = cashMax = 15;
     cashChance = 100;
     patrolSpeed = 32.0f;
-    vel = Vector(patrolSpeed, 0.0f);
+    startPatrol();
     rockets->delay = 500.0f;
     rockets->speed = 400.0f;
     rockets->projectileDamage = 10.0f;
@@ -58,6 +59,10 @@ void BlockBoss::readAttributes(const std::map<std::string, std::string>& attrs)
             adds[0] = value;
         else if (sameName(name, "adds2"))
             adds[1] = value;
+        else if (sameName(name, "arenaleft"))
+            arenaLeft = readFloat(value);
+        else if (sameName(name, "arenaright"))
+            arenaRight = readFloat(value);
     }
 }
 
@@ -98,6 +103,10 @@ void BlockBoss::onTouch(TouchInfo& info)
     const float t = now();
     if (nextPain >= t || block->blocktype != damageState)
         return;
+    float distance = 0.0f;
+    const Vector u = EnemyEffects::towards(block->pos, pos, distance);
+    if (block->vel.x * u.x + block->vel.y * u.y < minBlockSpeed)
+        return;
     takeDamage(blockDamage(damageState), bossBlockDamageType);
     nextPain = t + painMillis;
 }
@@ -119,26 +128,59 @@ void BlockBoss::callReinforcements()
     }
 }
 
+int BlockBoss::enemiesInArena() const
+{
+    Game* game = Game::current();
+    if (!game)
+        return 0;
+    int n = 0;
+    for (Body* body : game->getBodies()) {
+        const auto* enemy = dynamic_cast<const EnemyBase*>(body);
+        if (enemy && enemy != this && !enemy->cancleanup && !enemy->dying && !enemy->inlimbo &&
+            inArena(enemy->pos.x))
+            ++n;
+    }
+    return n;
+}
+
 void BlockBoss::think(float dt)
 {
     EnemyBase::think(dt);
     if (inlimbo)
         return;
     const float t = now();
-    if (Player* player = targetPlayer()) {
-        float distance = 0.0f;
-        const Vector u = EnemyEffects::towards(pos, player->pos, distance);
-        if (distance < stopDistance)
-            vel = Vector();
-        else
-            steer(vel, u, chaseSpeed, chaseSpeed);
-        if (distance < rocketRange && canSee(false)) {
-            rockets->fire(this, pos, u, t);
-            if (distance < shotgunRange)
-                shotgun->fire(this, pos, u, t);
+    if (!arenaSet) {
+        arenaSet = true;
+        if (arenaRight <= arenaLeft) {
+            arenaLeft = pos.x - defaultArenaHalfWidth;
+            arenaRight = pos.x + defaultArenaHalfWidth;
         }
     }
+    Player* player = targetPlayer();
+    if (!player || !inArena(player->pos.x)) {
+        // Waits for the player: it holds still and its clocks wait too.
+        vel = Vector();
+        nextDamageSwitch = std::max(nextDamageSwitch, t + stateMillis);
+        nextAdds = std::max(nextAdds, t + addsMillis);
+        return;
+    }
+    float distance = 0.0f;
+    const Vector u = EnemyEffects::towards(pos, player->pos, distance);
+    if (distance < stopDistance)
+        vel = Vector();
+    else
+        steer(vel, u, chaseSpeed, chaseSpeed);
+    if (distance < rocketRange && canSee(false)) {
+        rockets->fire(this, pos, u, t);
+        if (distance < shotgunRange)
+            shotgun->fire(this, pos, u, t);
+    }
     patrol(t);
+    // Back inside when chasing or patrolling took it to the arena's edge.
+    if (pos.x - radius < arenaLeft && vel.x < 0.0f)
+        vel.x = patrolSpeed;
+    else if (pos.x + radius > arenaRight && vel.x > 0.0f)
+        vel.x = -patrolSpeed;
 
     if (t > nextDamageSwitch) {
         damageState = (damageState + 1) % 3;
@@ -147,7 +189,8 @@ void BlockBoss::think(float dt)
         nextDamageSwitch = t + stateMillis;
     }
     if (t > nextAdds) {
-        callReinforcements();
+        if (enemiesInArena() < maxEnemiesInArena)
+            callReinforcements();
         addLevel = 1 - addLevel;
         nextAdds = t + addsMillis;
     }

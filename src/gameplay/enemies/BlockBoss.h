@@ -3,7 +3,9 @@
 // that no gun can hurt. Only the coloured boss blocks the player shoves into
 // it do damage, and only the block whose colour matches its current damage
 // state, which cycles every 10 s. Every 20 s it calls reinforcements by
-// firing the bodies named "adds1" and "adds2" in turn.
+// firing the bodies named "adds1" and "adds2" in turn. It fights only while
+// the player is in its arena ("arenaleft" to "arenaright", or 800 units
+// either side of where it starts) and never leaves it.
 #include <memory>
 
 #include "gameplay/enemies/EnemyBase.h"
@@ -17,6 +19,12 @@ public:
     static constexpr float stateMillis = 10000.0f;
     static constexpr float addsMillis = 20000.0f;
     static constexpr float painMillis = 500.0f;
+    static constexpr float defaultArenaHalfWidth = 800.0f;
+    // No more reinforcements while this many enemies fight in the arena.
+    static constexpr int maxEnemiesInArena = 6;
+    // A block must be moving into the boss this fast to hurt it, so blocks
+    // the boss itself bumps into do nothing.
+    static constexpr float minBlockSpeed = 8.0f;
 
     BlockBoss();
     ~BlockBoss() override;
@@ -38,6 +46,10 @@ public:
     float nextAdds = addsMillis;
     int addLevel = 0;
     int damageState = 0;
+    // The arena's x range; set from the attributes or on the first think.
+    float arenaLeft = 0.0f;
+    float arenaRight = 0.0f;
+    bool arenaSet = false;
     // Ids of the bodies fired for reinforcements ("adds1", "adds2").
     std::string adds[2];
     std::unique_ptr<RocketWeapon> rockets;
@@ -45,6 +57,8 @@ public:
 
 private:
     void showState();
+    bool inArena(float x) const { return x >= arenaLeft && x <= arenaRight; }
+    int enemiesInArena() const;
     // Fires the body named by adds[addLevel], if there is one.
     void callReinforcements();
 };

@@ -16,7 +16,7 @@ Destroyer::Destroyer()
     cashMin = cashMax = 5;
     cashChance = 100;
     patrolSpeed = 128.0f;
-    vel = Vector(patrolSpeed, 0.0f);
+    startPatrol();
     setImage("data/images/destroyer1.png");
 
     auto rockets = std::make_unique<RocketWeapon>();

@@ -28,7 +28,6 @@ EnemyBase::EnemyBase()
     health = initialhealth = 50;
     setEnemy(true);
     hasGlow = true;
-    vel = Vector(patrolSpeed, 0.0f);
 }
 
 std::unique_ptr<Body> EnemyBase::clone() const { return std::make_unique<EnemyBase>(); }
@@ -93,6 +92,8 @@ void EnemyBase::writeState(TiXmlElement* element)
     if (element)
         element->SetAttribute("level", writeInt(level));
 }
+
+bool EnemyBase::givesWayTo(const Body& other) const { return dynamic_cast<const Player*>(&other) != nullptr; }
 
 void EnemyBase::deathEffects()
 {

@@ -40,6 +40,8 @@ public:
     void readAttributes(const std::map<std::string, std::string>& attrs) override;
     void readState(TiXmlElement* element) override;
     void writeState(TiXmlElement* element) override;
+    // Enemies never push the player: into walls, through ceilings or up.
+    bool givesWayTo(const Body& other) const override;
     // GameBody's blood and gibs, then the cash roll.
     void deathEffects() override;
     // GameBody's death, logged once with the cash it dropped.
@@ -62,6 +64,8 @@ public:
     static void steer(Vector& velocity, const Vector& direction, float accel, float maxSpeed);
     // Alternates left and right at patrolSpeed every patrolPeriod ms.
     void patrol(float now);
+    // Patrolling classes start moving at patrolSpeed; the rest start still.
+    void startPatrol() { vel = Vector(patrolSpeed, 0.0f); }
     // Cash pickups actually thrown by the last death (for tests).
     int lastCashDropped() const { return cashDropped; }
 

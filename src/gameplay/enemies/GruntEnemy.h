@@ -14,6 +14,8 @@ public:
     static constexpr float engageRange = 290.0f;
     static constexpr float approachAccel = 180.0f;
 
+    GruntEnemy() { startPatrol(); }
+
     // GameBody's limbo handling, then the brain unless in limbo or dying.
     void think(float dt) override;
 

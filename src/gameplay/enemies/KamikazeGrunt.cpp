@@ -15,6 +15,7 @@ constexpr int explosionSound = 0;
 KamikazeGrunt::KamikazeGrunt()
 {
     type = "kamikazegrunt";
+    startPatrol();
     setLevel(1);
     setHealthForLevel(1);
 }
@@ -77,7 +78,11 @@ void KamikazeGrunt::specialAction()
         return;
     exploded = true;
     reportAttack();
+    // Dying while the blast runs, so its own blast cannot kill it a second time.
+    const bool wasDying = dying;
+    dying = true;
     FireableWeapon::radialDamage(pos, triggerRange, blastForce, scaleDamage(blastDamage), blastType, this);
+    dying = wasDying;
     for (const char* name : {"explosionshock", "explosionfire", "explosionspark"})
         FireableWeapon::effect(name, FireableWeapon::raised(pos, 0.2f));
     for (int i = 0; i < 6; ++i) {
@@ -87,6 +92,15 @@ void KamikazeGrunt::specialAction()
     }
     playSoundHere(explosionSound);
     die();
+}
+
+void KamikazeGrunt::die()
+{
+    if (dying || inlimbo)
+        return;
+    // However it dies, shot or blown up, it goes off.
+    specialAction();
+    EnemyBase::die();
 }
 
 void KamikazeGrunt::readState(TiXmlElement* element)

@@ -15,6 +15,8 @@ public:
     void setLevel(int newLevel) override;
     void setHealthForLevel(int newLevel) override;
     void think(float dt) override;
+    // Explodes first (once), then dies as any enemy.
+    void die() override;
     void readState(TiXmlElement* element) override;
     void writeState(TiXmlElement* element) override;
     // The blast: area damage of type 512 over the trigger range, with the

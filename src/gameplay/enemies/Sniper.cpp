@@ -5,10 +5,12 @@
 
 #include "gameplay/player/Player.h"
 #include "gameplay/weapons/RailgunWeapon.h"
+#include "render/IRenderer.h"
 
 Sniper::Sniper() : weapon(std::make_unique<RailgunWeapon>())
 {
     type = "sniper";
+    startPatrol();
     weapon->enemyWeapon = true;
     setLevel(1);
     setHealthForLevel(1);
@@ -39,11 +41,15 @@ void Sniper::think(float dt)
     const float t = now();
     patrol(t);
     Player* player = targetPlayer();
-    if (!player)
-        return;
-    const Vector d = player->pos - pos;
+    const Vector d = player ? player->pos - pos : Vector();
     const float dist = d.length2D();
-    if (dist <= 0.0f || dist >= fireRange || !weapon->canFire(t) || !canSee(false))
+    if (!player || dist <= 0.0f || dist >= fireRange || !canSee(false)) {
+        clearSighted();
+        return;
+    }
+    // Cleared after every shot, so each one starts a new aim.
+    setSighted(player);
+    if (t - sightedTime < aimMillis || !weapon->canFire(t))
         return;
     const Vector u(d.x / dist, d.y / dist);
     const Vector muzzle = pos + u * 6.0f;
@@ -55,6 +61,24 @@ void Sniper::think(float dt)
     if (len <= 0.0f)
         return;
     aim = Vector(aim.x / len, aim.y / len);
-    if (weapon->fire(this, muzzle, aim, t))
+    if (weapon->fire(this, muzzle, aim, t)) {
         reportAttack();
+        clearSighted();
+    }
+}
+
+void Sniper::drawExtras(IRenderer& renderer)
+{
+    if (!sighted || inlimbo || dying)
+        return;
+    const Vector& from = renderpos;
+    const Vector& to = sighted->renderpos;
+    const float z = from.z + zShift + 0.1f;
+    renderer.setTexturing(true);
+    renderer.setAdditiveBlend();
+    renderer.bindTexture("data/particles/laserbeam.tga");
+    renderer.setColour(255.0f, 0.0f, 0.0f, 220.0f);
+    renderer.drawBeam(from, to, z, 1.5f, true);
+    renderer.setAlphaBlend();
+    renderer.setColour(255.0f, 255.0f, 255.0f, 255.0f);
 }

@@ -17,6 +17,7 @@ constexpr int spawnSound = 19;
 SpawnerGrunt::SpawnerGrunt()
 {
     type = "spawnergrunt";
+    startPatrol();
     maxalive = 3;
     cashMin = 1;
     cashMax = 2;

@@ -73,9 +73,12 @@ void SwarmMember::think(float dt)
         if (dist > 16.0f)
             EnemyBase::steer(vel, Vector(d.x / dist, d.y / dist), accel, accel);
         const bool objective = enemy->type == "harddrive" || enemy->type == "cpu";
+        // Objectives are bigger than the bite: measure to their edge, or a
+        // member pressed against one could never reach it.
+        const float gap = objective ? dist - enemy->radius : dist;
         const float strike = weapon->radius + (objective ? 0.0f : reach);
         // The bite lands on the target: the reach is the swarm's lunge.
-        if (dist < strike)
+        if (gap < strike)
             weapon->fire(this, enemy->pos, Vector(), t);
         return;
     }

@@ -61,6 +61,12 @@ void Player::die()
     solid = false;
     takedamage = false;
     restartTime = now() + restartDelayMs;
+    if (GameHUD* h = hud()) {
+        const Game* game = Game::current();
+        const std::string when = " in " + std::to_string(static_cast<int>(restartDelayMs / 1000.0f)) + " seconds";
+        h->showMessage(game && game->hasCheckpoint() ? "You died! Back at the last checkpoint" + when
+                                                     : "You died! The level restarts" + when);
+    }
 }
 
 void Player::think(float)
@@ -70,8 +76,8 @@ void Player::think(float)
         inventory.completePendingChange(t);
     if (dead && t > restartTime) {
         Game* game = Game::current();
-        if (game && !game->isLevelPending()) {
-            game->requestLevel(game->getCurrentLevel(), "");
+        if (game && !game->isLevelPending() && !game->isLoadPending()) {
+            game->restartAfterDeath();
             justRestarted = true;
             playSound(15);
         }

@@ -159,6 +159,8 @@ void Body::die() {}
 void Body::think(float) {}
 void Body::step(float) {}
 
+bool Body::givesWayTo(const Body&) const { return false; }
+
 void Body::readAttributes(const std::map<std::string, std::string>& attrs)
 {
     for (const auto& [name, value] : attrs) {

@@ -52,6 +52,10 @@ public:
     // and non-solid contacts alike; must not delete either body (use
     // markForRemoval instead).
     virtual void onTouch(TouchInfo& info);
+    // Asked by the collision response for each solid contact: true when this
+    // body alone moves out of the way of `other` and never pushes it. False
+    // here; enemies give way to the player.
+    virtual bool givesWayTo(const Body& other) const;
     // A spare one-argument hook with no caller in the engine; empty.
     virtual void signal(int value);
 

@@ -227,10 +227,14 @@ void GameBody::triggerTargets()
 {
     // A target may change the list while reacting (rare, but level logic can
     // add targets), so walk a copy.
+    if (passingTriggerOn)
+        return;
+    passingTriggerOn = true;
     const std::vector<Body*> targetsNow = targetList;
     for (Body* target : targetsNow)
         if (auto* gameTarget = dynamic_cast<GameBody*>(target))
             gameTarget->onTriggered(this);
+    passingTriggerOn = false;
 }
 
 void GameBody::readAttributes(const std::map<std::string, std::string>& attrs)

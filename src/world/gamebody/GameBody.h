@@ -87,7 +87,8 @@ public:
     // Floating text above a point (pickups, damage numbers).
     virtual void spawnText(const Vector& position, const std::string& text, int size, bool shadow, float scale,
                            const std::string& font);
-    // onTriggered(this) on every target that is a GameBody, in list order.
+    // onTriggered(this) on every target that is a GameBody, in list order;
+    // does nothing while this body is already firing them.
     virtual void triggerTargets();
 
     // Level time in milliseconds: the clock every time field here uses.
@@ -138,4 +139,7 @@ protected:
     GameBody* owner = nullptr;
     std::vector<GameBody*> ownedBodies;
     bool godMode = false;
+    // Set while this body fires its targets, so targets that lead back to it
+    // end the chain instead of recursing without end.
+    bool passingTriggerOn = false;
 };

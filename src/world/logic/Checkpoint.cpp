@@ -24,5 +24,5 @@ void Checkpoint::checkpointAction()
     if (GameHUD* hud = GameplaySingleton::get().hud)
         hud->showMessage("Saving Checkpoint...");
     if (Game* game = Game::current())
-        game->requestSave();
+        game->requestCheckpointSave();
 }

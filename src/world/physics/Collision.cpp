@@ -179,10 +179,16 @@ void Collision::collide(Body& m, Body& o, float dt)
         m.onGround = true;
     const Body* rider = carryIfRiding(m, o, n, dt);
 
+    // A body that gives way takes the whole separation and the whole
+    // impulse; the other only stops moving into it. So a crowd can stop the
+    // player but never shove it into walls or lift it.
+    const bool mGives = m.mass >= Body::minMass && m.givesWayTo(o);
+    const bool oGives = !mGives && o.mass >= Body::minMass && o.givesWayTo(m);
+
     if (t < 0.0f) {
         const Vector d = n * -t;
-        const bool oMoves = o.mass >= Body::minMass;
-        const bool mMoves = m.mass >= Body::minMass;
+        const bool oMoves = o.mass >= Body::minMass && !mGives;
+        const bool mMoves = m.mass >= Body::minMass && !oGives;
         if (oMoves && mMoves) {
             o.pos = o.pos - d * 0.5f;
             m.pos = m.pos + d * 0.5f;
@@ -191,6 +197,10 @@ void Collision::collide(Body& m, Body& o, float dt)
         } else if (mMoves) {
             m.pos = m.pos + d;
         }
+    }
+    if (mGives || oGives) {
+        giveWay(mGives ? m : o, mGives ? o : m, mGives ? n : n * -1.0f);
+        return;
     }
     if (rider == &m)
         impulse(m, o, n, 0.0f, 0.0f);
@@ -224,6 +234,22 @@ void Collision::carryRider(Body& rider, const Body& mover, float dt)
         return;
     rider.carry = Vector(d.x, d.y);
     rider.carried = true;
+}
+
+void Collision::giveWay(Body& giver, Body& other, const Vector& n)
+{
+    // `n` points from `other` towards `giver`. The giver bounces off the
+    // other as off a wall moving with it; the other only loses its speed
+    // into the giver.
+    const float saved = other.invMass;
+    other.invMass = 0.0f;
+    applyImpulse(giver, other, n);
+    other.invMass = saved;
+    const float into = -(other.vel.x * n.x + other.vel.y * n.y);
+    if (into < 0.0f) {
+        other.vel.x += n.x * into;
+        other.vel.y += n.y * into;
+    }
 }
 
 void Collision::applyImpulse(Body& m, Body& o, const Vector& n) { impulse(m, o, n, o.vel.x, o.vel.y); }

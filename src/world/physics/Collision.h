@@ -46,6 +46,9 @@ public:
     // Riders take on a mover's displacement, so their contact with it is
     // answered as if it stood still.
     static bool isMover(const Body& body);
+    // The response when `giver` gives way to `other` (n from other to giver):
+    // the giver takes the impulse alone, the other just stops moving into it.
+    static void giveWay(Body& giver, Body& other, const Vector& n);
     // Pull of the `gravity` variable: y grows upwards, so a negative value
     // pulls down. Immovable bodies are left alone.
     static void applyGravity(Body& body, float gravity, float dt);

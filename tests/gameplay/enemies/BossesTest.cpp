@@ -16,17 +16,19 @@ namespace {
 
 class BossesTest : public SpecialEnemyFixture {
 protected:
-    BossBlock* block(int blocktype)
+    // A block at x -800 sliding towards a boss on its right at `speed`.
+    BossBlock* block(int blocktype, float speed = 200.0f)
     {
         auto* b = spawn<BossBlock>(-800.0f, 300.0f);
         b->blocktype = blocktype;
+        b->vel = Vector(speed, 0.0f);
         return b;
     }
 };
 
 TEST_F(BossesTest, BlockBossCyclesItsDamageStatesEveryTenSeconds)
 {
-    placePlayer(-900.0f, 16.0f);
+    placePlayer(0.0f, 16.0f);
     auto* boss = spawn<BlockBoss>(400.0f, 300.0f, 128.0f);
     EXPECT_EQ(boss->damageState, 0);
     thinkAt(*boss, 9900.0f);
@@ -49,7 +51,7 @@ TEST_F(BossesTest, BlockBossCallsItsTwoReinforcementsInTurn)
 {
     loadLevel(entity("blockboss", "boss", 400, 300, attribute("adds1", "wave_a") + attribute("adds2", "wave_b"),
                      "", 64.0f));
-    placePlayer(-900.0f, 16.0f);
+    placePlayer(0.0f, 16.0f);
     auto* boss = find<BlockBoss>("boss");
     ASSERT_NE(boss, nullptr);
     TriggerRecorder* a = addRecorder("wave_a");
@@ -86,6 +88,9 @@ TEST_F(BossesTest, BlockBossOnlyFeelsBlocksOfItsCurrentColour)
     at(1000.0f);
     touch(*boss, *block(1));
     EXPECT_EQ(boss->health, 1000) << "wrong colour";
+    touch(*boss, *block(0, 0.0f));
+    touch(*boss, *block(0, -200.0f));
+    EXPECT_EQ(boss->health, 1000) << "blocks the boss runs into or pushes away";
     touch(*boss, *block(0));
     EXPECT_EQ(boss->health, 925);
     at(1400.0f);

@@ -90,7 +90,8 @@ TEST_F(CreaturesTest, ALevelThreeBacteriumSplitsOnceIntoTwoLevelFours)
     EXPECT_EQ(count<Bacteria>(), 1);
     thinkAt(*bacterium, 4100.0f);
     ASSERT_EQ(count<Bacteria>(), 2);
-    EXPECT_TRUE(played(33));
+    EXPECT_TRUE(played(41)) << "the hatching sound";
+    EXPECT_FALSE(played(33)) << "not the switch";
     for (Body* body : game->getBodies()) {
         auto* b = dynamic_cast<Bacteria*>(body);
         if (!b)

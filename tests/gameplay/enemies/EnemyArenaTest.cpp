@@ -2,6 +2,7 @@
 #include <typeinfo>
 
 #include "gameplay/GameplayFixture.h"
+#include "gameplay/enemies/BlockBoss.h"
 #include "gameplay/enemies/EnemyBase.h"
 #include "gameplay/items/CashPickup.h"
 #include "gameplay/weapons/WeaponDefinitions.h"
@@ -78,6 +79,49 @@ TEST_F(EnemyArenaTest, GodModeSoakStaysBounded)
     EXPECT_LT(most, startBodies + 600) << "bodies stay bounded";
     EXPECT_LT(endEnemies, startEnemies) << "the sweep kills enemies";
     EXPECT_FALSE(player->dead);
+}
+
+TEST_F(EnemyArenaTest, WarpingToTheMineFieldLeavesThePlayerAlive)
+{
+    const auto mines = [](Body* b) { return b->type == "proxygrenade"; };
+    const int before = count(mines);
+    run("warpto minefield");
+    frames(80);
+    EXPECT_FALSE(player->dead);
+    EXPECT_EQ(count(mines), before);
+}
+
+// The boss waits at home while the player is elsewhere, then fights inside
+// its arena with a bounded crowd of reinforcements.
+TEST_F(EnemyArenaTest, BlockBossFightsOnlyInItsArenaWithBoundedReinforcements)
+{
+    Body* boss = nullptr;
+    for (Body* b : game->getBodies())
+        if (b->type == "blockboss")
+            boss = b;
+    ASSERT_NE(boss, nullptr);
+    const Vector home = boss->pos;
+    const auto adds = [](Body* b) { return b->type == "bacteria" || b->type == "swarmer"; };
+    const int placed = count(adds);
+    frames(1000);
+    EXPECT_NEAR(boss->pos.x, home.x, 1.0f);
+    EXPECT_EQ(count(adds), placed);
+
+    run("god");
+    run("warpto blockboss");
+    int most = 0;
+    float left = boss->pos.x, right = boss->pos.x;
+    for (int i = 0; i < 4800; ++i) {
+        frame();
+        most = std::max(most, count(adds) - placed);
+        left = std::min(left, boss->pos.x);
+        right = std::max(right, boss->pos.x);
+    }
+    EXPECT_GT(most, 0) << "it called for help";
+    EXPECT_LE(most, BlockBoss::maxEnemiesInArena + 3);
+    EXPECT_GE(left, 9040.0f);
+    EXPECT_LE(right, 10240.0f);
+    EXPECT_GT(static_cast<EnemyBase*>(boss)->health, 0);
 }
 
 }

@@ -2,7 +2,11 @@
 
 #include <tinyxml.h>
 
+#include <set>
+#include <string>
+
 #include "gameplay/enemies/EnemyBase.h"
+#include "world/level/GameBodyFactory.h"
 
 namespace {
 
@@ -70,6 +74,29 @@ TEST(EnemyBase, PatrolTurnsEveryPeriodStartingLeft)
     EXPECT_FLOAT_EQ(enemy.vel.x, 64.0f);
     enemy.patrol(4003.0f);
     EXPECT_FLOAT_EQ(enemy.vel.x, -64.0f);
+}
+
+// Placed creatures wait for the player; only the patrolling classes set off.
+TEST(EnemyBase, OnlyPatrollingEnemiesStartMoving)
+{
+    const std::set<std::string> patrollers = {"chaingungrunt", "plasmagrunt",  "rocketgrunt",
+                                              "shotgungrunt",  "meleegrunt",   "kamikazegrunt",
+                                              "sniper",        "spawnergrunt", "egglayer",
+                                              "blockboss",     "destroyer"};
+    GameBodyFactory factory;
+    factory.registerPrototypes();
+    int seen = 0;
+    for (const auto& name : GameBodyFactory::typeNames()) {
+        std::unique_ptr<Body> body = factory.create(name);
+        const auto* enemy = dynamic_cast<const EnemyBase*>(body.get());
+        if (!enemy)
+            continue;
+        ++seen;
+        const float expected = patrollers.count(name) ? enemy->patrolSpeed : 0.0f;
+        EXPECT_FLOAT_EQ(enemy->vel.x, expected) << name;
+        EXPECT_FLOAT_EQ(enemy->vel.y, 0.0f) << name;
+    }
+    EXPECT_GT(seen, static_cast<int>(patrollers.size()));
 }
 
 }

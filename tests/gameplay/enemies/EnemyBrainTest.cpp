@@ -13,6 +13,7 @@
 #include "gameplay/enemies/ShotgunGrunt.h"
 #include "gameplay/enemies/Sniper.h"
 #include "gameplay/enemies/SpawnerGrunt.h"
+#include "gameplay/enemies/HardDrive.h"
 #include "gameplay/enemies/SwarmMember.h"
 #include "gameplay/enemies/Turret.h"
 #include "gameplay/projectiles/RocketProjectile.h"
@@ -220,6 +221,20 @@ TEST_F(EnemyBrainTest, KamikazeBlastHurtsWithinItsRangeAndDiesOnce)
     EXPECT_EQ(countBodies<KamikazeGrunt>(), 0);
 }
 
+TEST_F(EnemyBrainTest, ShotKamikazeStillExplodesOnce)
+{
+    auto* kamikaze = spawnEnemy<KamikazeGrunt>(-100.0f, 150.0f);
+    GameBody* near = target(-100.0f, 200.0f);
+    kamikaze->takeDamage(500, 1);
+    EXPECT_TRUE(kamikaze->exploded);
+    EXPECT_TRUE(kamikaze->dying);
+    EXPECT_EQ(near->health, 1000 - 50);
+    kamikaze->takeDamage(500, 1);
+    EXPECT_EQ(near->health, 1000 - 50) << "one blast only";
+    frame();
+    EXPECT_EQ(countBodies<KamikazeGrunt>(), 0);
+}
+
 TEST_F(EnemyBrainTest, BlowsKeepTheirVictimsInThePlane)
 {
     auto* grunt = spawnEnemy<MeleeGrunt>(-399.0f, 40.0f);
@@ -340,6 +355,51 @@ TEST_F(EnemyBrainTest, SwarmMembersBiteEnemiesAndExpire)
     EXPECT_LT(grunt->health, grunt->initialhealth);
     frames(50);
     EXPECT_EQ(countBodies<SwarmMember>(), 0) << "gone after its life time";
+}
+
+// Hard drives and CPUs are larger than the bite's reach from their middle.
+TEST_F(EnemyBrainTest, SwarmMembersReachObjectivesTheyPressAgainst)
+{
+    for (const auto& [gap, bites] : {std::pair{1.0f, true}, {90.0f, false}}) {
+        auto* drive = spawnEnemy<HardDrive>(-100.0f, 150.0f, 1, 72.0f);
+        drive->thinks = false;
+        auto* swarm = new SwarmMember();
+        swarm->makeRectangle(16.0f, 16.0f);
+        swarm->setPosition(Vector(-100.0f - 36.0f - 8.0f - gap, 150.0f));
+        swarm->lifetime = 1000.0f;
+        swarm->startLife();
+        game->spawnBody(swarm);
+        swarm->think(0.1f);
+        EXPECT_EQ(drive->health < drive->initialhealth, bites) << gap;
+        drive->die();
+        swarm->die();
+        frame();
+    }
+}
+
+// The sniper warns: a line on the player for a while before each shot.
+TEST_F(EnemyBrainTest, SniperAimsVisiblyBeforeEveryShot)
+{
+    auto* sniper = spawnEnemy<Sniper>(-300.0f, 40.0f);
+    sniper->thinks = false;
+    for (int shot = 0; shot < 2; ++shot) {
+        const float start = GameBody::now();
+        const float before = sniper->gun().nextFireTime;
+        sniper->think(0.1f);
+        EXPECT_TRUE(sniper->isAiming()) << shot;
+        EXPECT_EQ(sniper->gun().nextFireTime, before) << "no shot at first sight";
+        for (int i = 0; i < 200 && sniper->gun().nextFireTime == before; ++i) {
+            frame();
+            moveTo(sniper, -300.0f, 40.0f);
+            sniper->think(0.1f);
+        }
+        EXPECT_NE(sniper->gun().nextFireTime, before) << shot;
+        EXPECT_GE(GameBody::now() - start, Sniper::aimMillis) << shot;
+        EXPECT_FALSE(sniper->isAiming()) << "the line goes with the shot";
+    }
+    player->notarget = true;
+    sniper->think(0.1f);
+    EXPECT_FALSE(sniper->isAiming());
 }
 
 }

@@ -122,6 +122,27 @@ TEST_F(TriggerLogicTest, TargetGroupPassesTheSwitchOnAsActivator)
     EXPECT_EQ(sw->textureId, -1);
 }
 
+TEST_F(TriggerLogicTest, TargetGroupsNamingThemselvesOrEachOtherFireEachTargetOnce)
+{
+    loadLevel(entity("targetgroup", "self", 0, 200, "", "self,rec") +
+              entity("targetgroup", "g1", 0, 300, "", "g2,rec") +
+              entity("targetgroup", "g2", 0, 400, "", "g1,g2"));
+    TriggerRecorder* rec = addRecorder("rec");
+    auto* self = find<TargetGroup>("self");
+    auto* g1 = find<TargetGroup>("g1");
+    ASSERT_TRUE(self && g1);
+    self->addTarget(rec);
+    g1->addTarget(rec);
+
+    self->onTriggered(player);
+    EXPECT_EQ(rec->activators.size(), 1u);
+    g1->onTriggered(player);
+    EXPECT_EQ(rec->activators.size(), 2u);
+    // The chain ended cleanly: the groups fire again next time.
+    g1->onTriggered(player);
+    EXPECT_EQ(rec->activators.size(), 3u);
+}
+
 TEST_F(TriggerLogicTest, MessageBodyFiredByAnotherArmsSilently)
 {
     loadLevel(entity("messagebody", "msg", 0, 200,
@@ -179,4 +200,47 @@ TEST_F(TriggerLogicTest, MessagesNameThePlayersOwnKeys)
     EXPECT_EQ(lastHudMessage(), "Fire: X");
     find<MessengerBody>("herald")->onTriggered(nullptr);
     EXPECT_EQ(lastHudMessage(), "Save: F5");
+}
+
+TEST_F(TriggerLogicTest, DeathAfterACheckpointGoesBackToItsSaveUntilTheLevelIsLoadedAfresh)
+{
+    const std::string level = spawnPoint("start", -500, 8, true) +
+                              entity("checkpoint", "cp", -200, 8, attribute("triggeronce", "true"));
+    loadLevel(level);
+    game->setPendingSaveName("my run");
+    auto placeAt = [this](float x) {
+        player->setPosition(Vector(x, 8.0f));
+        player->transform();
+        player->updateBounds();
+        game->getQuadTree().update(player);
+    };
+    auto dieAndWait = [this] {
+        player->die();
+        const std::string said = lastHudMessage();
+        frames(100);
+        return said;
+    };
+
+    EXPECT_EQ(dieAndWait(), "You died! The level restarts in 2 seconds");
+    EXPECT_NEAR(player->pos.x, -500.0f, 1.0f);
+
+    placeAt(-200.0f);
+    touch(*find<Checkpoint>("cp"), *player);
+    frame();
+    EXPECT_TRUE(game->hasCheckpoint());
+    EXPECT_TRUE(std::filesystem::exists("saves/checkpoint.xml"));
+    for (int death = 0; death < 2; ++death) {
+        placeAt(600.0f);
+        EXPECT_EQ(dieAndWait(), "You died! Back at the last checkpoint in 2 seconds");
+        EXPECT_FALSE(player->dead);
+        EXPECT_NEAR(player->pos.x, -200.0f, 1.0f) << death;
+        EXPECT_EQ(lastHudMessage(), "Back at the last checkpoint");
+        EXPECT_EQ(game->getPendingSaveName(), "my run");
+    }
+
+    loadLevel(level);
+    EXPECT_FALSE(game->hasCheckpoint());
+    placeAt(600.0f);
+    EXPECT_EQ(dieAndWait(), "You died! The level restarts in 2 seconds");
+    EXPECT_NEAR(player->pos.x, -500.0f, 1.0f);
 }
