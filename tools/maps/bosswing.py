@@ -152,7 +152,8 @@ def boss_wing(standalone=True):
     # glow into it. Reinforcements drop from the ceiling every 20 s.
     lv.point('blockboss', 9100)
     lv.lintel(9040)
-    lv.enemy('blockboss', 9800, 260, 128, 'blockboss1', mass=150, idname='blockboss',
+    # Not named after the room: "warpto blockboss" must find the point, not the boss.
+    lv.enemy('blockboss', 9800, 260, 128, 'blockboss1', mass=150, idname='theblockboss',
              attributes={'adds1': 'boss_adds_1', 'adds2': 'boss_adds_2', 'arenaleft': '9040',
                          'arenaright': '10240'})
     for i, (x, blocktype) in enumerate(((9200, 0), (9300, 1), (9400, 2), (9560, 0), (9660, 1), (9760, 2),
@@ -170,7 +171,8 @@ def boss_wing(standalone=True):
     # --- Destroyer hall.
     lv.point('destroyer', 10300)
     lv.lintel(10240)
-    lv.enemy('destroyer', 10900, 220, 96, 'destroyer1', mass=150, idname='destroyer')
+    # As the boss: the point keeps the room's name.
+    lv.enemy('destroyer', 10900, 220, 96, 'destroyer1', mass=150, idname='thedestroyer')
     lv.geometry(10600, 200, 10700, 216, 'metal2')
     lv.geometry(11100, 200, 11200, 216, 'metal2')
     lv.pickup('armour', 10640, 216)

@@ -2,10 +2,13 @@
 
 #include <tinyxml.h>
 
+#include <algorithm>
+
 #include "core/Game.h"
 #include "gameplay/enemies/EnemyBase.h"
 #include "gameplay/player/Player.h"
 #include "gameplay/weapons/MeleeWeapon.h"
+#include "world/geometry/BRect.h"
 #include "world/level/LevelValues.h"
 
 SwarmMember::SwarmMember() : weapon(std::make_unique<MeleeWeapon>())
@@ -75,7 +78,12 @@ void SwarmMember::think(float dt)
         const bool objective = enemy->type == "harddrive" || enemy->type == "cpu";
         // Objectives are bigger than the bite: measure to their edge, or a
         // member pressed against one could never reach it.
-        const float gap = objective ? dist - enemy->radius : dist;
+        float gap = dist;
+        if (objective) {
+            const BRect& box = *enemy->bounds;
+            const Vector edge(std::clamp(pos.x, box.minX, box.maxX), std::clamp(pos.y, box.minY, box.maxY));
+            gap = (edge - pos).length2D();
+        }
         const float strike = weapon->radius + (objective ? 0.0f : reach);
         // The bite lands on the target: the reach is the swarm's lunge.
         if (gap < strike)

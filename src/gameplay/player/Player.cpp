@@ -146,6 +146,12 @@ void Player::drawExtras(IRenderer& renderer)
 
 void Player::readState(TiXmlElement* element)
 {
+    // A save holds a living player: one loaded while dead (back to a
+    // checkpoint) comes back to life first, then takes the saved values.
+    if (dead) {
+        justRestarted = true;
+        levelReset();
+    }
     GameBody::readState(element);
     if (!element)
         return;

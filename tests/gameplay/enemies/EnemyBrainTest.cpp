@@ -362,6 +362,7 @@ TEST_F(EnemyBrainTest, SwarmMembersReachObjectivesTheyPressAgainst)
 {
     for (const auto& [gap, bites] : {std::pair{1.0f, true}, {90.0f, false}}) {
         auto* drive = spawnEnemy<HardDrive>(-100.0f, 150.0f, 1, 72.0f);
+        moveTo(drive, -100.0f, 150.0f);
         drive->thinks = false;
         auto* swarm = new SwarmMember();
         swarm->makeRectangle(16.0f, 16.0f);
