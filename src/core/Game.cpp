@@ -514,9 +514,8 @@ bool Game::runPendingRequests()
     }
     if (loadPending) {
         loadPending = false;
-        const bool checkpoint = checkpointLoadPending;
+        loadGame(checkpointLoadPending ? checkpointSave : pendingSaveName);
         checkpointLoadPending = false;
-        loadGame(checkpoint ? std::string(checkpointSaveName) : pendingSaveName);
         return true;
     }
     return false;

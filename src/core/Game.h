@@ -131,8 +131,8 @@ public:
     virtual void setQuit(bool q) { quitRequested = q; }
     virtual bool isQuitting() const { return quitRequested; }
     virtual void requestSave() { saveRequested = true; }
-    // Checkpoints write this save, leaving the player's own save name alone.
-    static constexpr const char* checkpointSaveName = "checkpoint";
+    // A checkpoint's save: the player's save as usual, remembered as the
+    // place to come back to after a death in this level.
     virtual void requestCheckpointSave();
     // Whether a checkpoint was saved in the running level.
     bool hasCheckpoint() const { return !checkpointLevel.empty() && checkpointLevel == currentLevel; }
@@ -324,7 +324,8 @@ protected:
     // A checkpoint save or load is waiting for the next frame.
     bool checkpointSavePending = false;
     bool checkpointLoadPending = false;
-    // The level whose checkpoint the checkpoint save holds ("" for none).
+    // The save written at the last checkpoint and its level ("" for none).
+    std::string checkpointSave;
     std::string checkpointLevel;
     int nextBodyId = 2;
     bool saveRequested = false;

@@ -109,14 +109,8 @@ void Game::captureThumbnail()
 
 void Game::saveGame()
 {
-    if (checkpointSavePending) {
-        checkpointSavePending = false;
-        const std::string kept = pendingSaveName;
-        pendingSaveName = checkpointSaveName;
-        saveGame();
-        pendingSaveName = kept;
-        return;
-    }
+    const bool forCheckpoint = checkpointSavePending;
+    checkpointSavePending = false;
     saveRequested = false;
     if (pendingSaveName.empty())
         pendingSaveName = "temp";
@@ -145,8 +139,10 @@ void Game::saveGame()
         captureThumbnail();
     renderer->saveGrab(thumbnailPath(pendingSaveName), thumbnailWidth, thumbnailHeight);
     if (written) {
-        if (pendingSaveName == checkpointSaveName)
+        if (forCheckpoint) {
+            checkpointSave = pendingSaveName;
             checkpointLevel = currentLevel;
+        }
         conPrint("Saved game: " + pendingSaveName);
         hudMessage(gameplay.get(), "Game saved");
     }
@@ -189,10 +185,8 @@ void Game::loadGame(const std::string& name)
         showNotice("The save game " + saveName + " needs the level " + level + ", which could not be loaded");
         return;
     }
-    // Going back to a checkpoint keeps the name the player saves under.
-    const bool checkpoint = saveName == checkpointSaveName;
-    if (!checkpoint)
-        pendingSaveName = saveName;
+    const bool checkpoint = checkpointLoadPending && saveName == checkpointSave;
+    pendingSaveName = saveName;
     std::printf("Loading save game: %s\n", path.c_str());
     // "version" is written for the readers of the file; it changes nothing here.
     const int savedNextId = readInt(attributeText(save, "nextbodyid"));

@@ -228,7 +228,7 @@ TEST_F(TriggerLogicTest, DeathAfterACheckpointGoesBackToItsSaveUntilTheLevelIsLo
     touch(*find<Checkpoint>("cp"), *player);
     frame();
     EXPECT_TRUE(game->hasCheckpoint());
-    EXPECT_TRUE(std::filesystem::exists("saves/checkpoint.xml"));
+    EXPECT_TRUE(std::filesystem::exists("saves/my run.xml"));
     for (int death = 0; death < 2; ++death) {
         placeAt(600.0f);
         EXPECT_EQ(dieAndWait(), "You died! Back at the last checkpoint in 2 seconds");

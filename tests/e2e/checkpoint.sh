@@ -1,0 +1,58 @@
+#!/usr/bin/env bash
+# Checkpoints in the logic yard: dying before any checkpoint restarts the
+# level at its start; after touching the checkpoint (x 1128), dying brings
+# the player back there, with the death and the way back on screen.
+set -euo pipefail
+game_dir=$1
+source "$(dirname "$0")/lib.bash"
+work=$(make_game_copy "$game_dir")
+log="$work/outputlog.txt"
+
+cat > "$work/data/autoexec.txt" <<'SCRIPT'
+set movemode 2
+bind k playerinfo
+bind j warpto checkpoint
+bind u kill
+bind p screenshot
+SCRIPT
+
+start_game "$work" +map logic
+focus_game_window
+sleep 1
+xdotool key --window "$win" Escape
+sleep 1.5
+
+x_of() { player_info "$work" "$win" k | awk '{ printf "%d", $1 }'; }
+
+# Walk away from the start and die: the level starts over.
+xdotool keydown --window "$win" d
+sleep 0.8
+xdotool keyup --window "$win" d
+xdotool key --window "$win" u
+sleep 3
+x=$(x_of)
+echo "no checkpoint yet: back at x $x"
+[ "$x" -lt 200 ] || fail "without a checkpoint death left the player at x $x, not the start"
+
+# Touch the checkpoint, walk on, die.
+xdotool key --window "$win" j
+wait_for_log "$work" "^Saving save game: saves/temp.xml" 10
+sleep 0.5
+xdotool keydown --window "$win" d
+sleep 0.8
+xdotool keyup --window "$win" d
+away=$(x_of)
+xdotool key --window "$win" u
+sleep 0.4
+xdotool key --window "$win" p
+wait_for_log "$work" "Writing screenshot to screenshots/screenshot0000.png" 10
+sleep 3
+x=$(x_of)
+echo "walked on to x $away, died, back at x $x"
+[ "$x" -gt 1080 ] && [ "$x" -lt 1180 ] || fail "after the checkpoint death left the player at x $x"
+grep -q "^Loading save game: saves/temp.xml" "$log" || fail "the checkpoint's save was not loaded"
+stop_game
+shot="$work/screenshots/screenshot0000.png"
+wait_for_file "$shot"
+[ -z "${BQ_SHOTS:-}" ] || cp "$shot" "$BQ_SHOTS/checkpoint_death.png"
+echo "checkpoint ok"
