@@ -246,5 +246,5 @@ void Game::loadGame(const std::string& name)
     quadTree.setSplitAllowed(false);
     tickTimer();
     checkpointLevel = checkpoint ? level : std::string();
-    hudMessage(gameplay.get(), checkpoint ? "Back at the last checkpoint" : "Game loaded");
+    hudMessage(gameplay.get(), checkpoint ? "Back at the checkpoint" : "Game loaded");
 }

@@ -12,6 +12,8 @@ cat > "$work/data/autoexec.txt" <<'SCRIPT'
 set movemode 2
 bind k playerinfo
 bind j warpto checkpoint
+bind h warpto battery_start
+bind l warpto fuse_point
 bind u kill
 bind p screenshot
 SCRIPT
@@ -24,23 +26,21 @@ sleep 1.5
 
 x_of() { player_info "$work" "$win" k | awk '{ printf "%d", $1 }'; }
 
-# Walk away from the start and die: the level starts over.
-xdotool keydown --window "$win" d
-sleep 0.8
-xdotool keyup --window "$win" d
+# Away from the start (x 656) and die: the level starts over.
+xdotool key --window "$win" h
+sleep 0.5
 xdotool key --window "$win" u
 sleep 3
 x=$(x_of)
 echo "no checkpoint yet: back at x $x"
 [ "$x" -lt 200 ] || fail "without a checkpoint death left the player at x $x, not the start"
 
-# Touch the checkpoint, walk on, die.
+# Touch the checkpoint, go on to x 2166, die.
 xdotool key --window "$win" j
 wait_for_log "$work" "^Saving save game: saves/temp.xml" 10
 sleep 0.5
-xdotool keydown --window "$win" d
-sleep 0.8
-xdotool keyup --window "$win" d
+xdotool key --window "$win" l
+sleep 0.5
 away=$(x_of)
 xdotool key --window "$win" u
 sleep 0.4
@@ -48,7 +48,8 @@ xdotool key --window "$win" p
 wait_for_log "$work" "Writing screenshot to screenshots/screenshot0000.png" 10
 sleep 3
 x=$(x_of)
-echo "walked on to x $away, died, back at x $x"
+echo "went on to x $away, died, back at x $x"
+[ "$away" -gt 2000 ] || fail "the warp on left the player at x $away"
 [ "$x" -gt 1080 ] && [ "$x" -lt 1180 ] || fail "after the checkpoint death left the player at x $x"
 grep -q "^Loading save game: saves/temp.xml" "$log" || fail "the checkpoint's save was not loaded"
 stop_game

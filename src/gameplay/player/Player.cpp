@@ -63,9 +63,9 @@ void Player::die()
     restartTime = now() + restartDelayMs;
     if (GameHUD* h = hud()) {
         const Game* game = Game::current();
-        const std::string when = " in " + std::to_string(static_cast<int>(restartDelayMs / 1000.0f)) + " seconds";
-        h->showMessage(game && game->hasCheckpoint() ? "You died! Back at the last checkpoint" + when
-                                                     : "You died! The level restarts" + when);
+        // Short: the message line sits at the right of the screen.
+        const std::string when = " in " + std::to_string(static_cast<int>(restartDelayMs / 1000.0f)) + " s";
+        h->showMessage(game && game->hasCheckpoint() ? "You died - checkpoint" + when : "You died - restart" + when);
     }
 }
 

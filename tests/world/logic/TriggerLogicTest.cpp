@@ -221,7 +221,7 @@ TEST_F(TriggerLogicTest, DeathAfterACheckpointGoesBackToItsSaveUntilTheLevelIsLo
         return said;
     };
 
-    EXPECT_EQ(dieAndWait(), "You died! The level restarts in 2 seconds");
+    EXPECT_EQ(dieAndWait(), "You died - restart in 2 s");
     EXPECT_NEAR(player->pos.x, -500.0f, 1.0f);
 
     placeAt(-200.0f);
@@ -231,16 +231,16 @@ TEST_F(TriggerLogicTest, DeathAfterACheckpointGoesBackToItsSaveUntilTheLevelIsLo
     EXPECT_TRUE(std::filesystem::exists("saves/my run.xml"));
     for (int death = 0; death < 2; ++death) {
         placeAt(600.0f);
-        EXPECT_EQ(dieAndWait(), "You died! Back at the last checkpoint in 2 seconds");
+        EXPECT_EQ(dieAndWait(), "You died - checkpoint in 2 s");
         EXPECT_FALSE(player->dead);
         EXPECT_NEAR(player->pos.x, -200.0f, 1.0f) << death;
-        EXPECT_EQ(lastHudMessage(), "Back at the last checkpoint");
+        EXPECT_EQ(lastHudMessage(), "Back at the checkpoint");
         EXPECT_EQ(game->getPendingSaveName(), "my run");
     }
 
     loadLevel(level);
     EXPECT_FALSE(game->hasCheckpoint());
     placeAt(600.0f);
-    EXPECT_EQ(dieAndWait(), "You died! The level restarts in 2 seconds");
+    EXPECT_EQ(dieAndWait(), "You died - restart in 2 s");
     EXPECT_NEAR(player->pos.x, -500.0f, 1.0f);
 }
