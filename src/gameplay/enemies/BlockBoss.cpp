@@ -157,7 +157,8 @@ void BlockBoss::think(float dt)
         }
     }
     Player* player = targetPlayer();
-    if (!player || !inArena(player->pos.x)) {
+    engaged = player && inArena(player->pos.x, engaged ? engagedMargin : 0.0f);
+    if (!engaged) {
         // Waits for the player: it holds still and its clocks wait too.
         vel = Vector();
         nextDamageSwitch = std::max(nextDamageSwitch, t + stateMillis);

@@ -20,6 +20,9 @@ public:
     static constexpr float addsMillis = 20000.0f;
     static constexpr float painMillis = 500.0f;
     static constexpr float defaultArenaHalfWidth = 800.0f;
+    // Once fighting, a player blown this far out of the arena still counts
+    // as in it, so a blast at the door does not stop the fight.
+    static constexpr float engagedMargin = 256.0f;
     // No more reinforcements while this many enemies fight in the arena.
     static constexpr int maxEnemiesInArena = 6;
     // A block must be moving into the boss this fast to hurt it, so blocks
@@ -50,6 +53,7 @@ public:
     float arenaLeft = 0.0f;
     float arenaRight = 0.0f;
     bool arenaSet = false;
+    bool engaged = false;
     // Ids of the bodies fired for reinforcements ("adds1", "adds2").
     std::string adds[2];
     std::unique_ptr<RocketWeapon> rockets;
@@ -57,7 +61,10 @@ public:
 
 private:
     void showState();
-    bool inArena(float x) const { return x >= arenaLeft && x <= arenaRight; }
+    bool inArena(float x, float margin = 0.0f) const
+    {
+        return x >= arenaLeft - margin && x <= arenaRight + margin;
+    }
     int enemiesInArena() const;
     // Fires the body named by adds[addLevel], if there is one.
     void callReinforcements();
