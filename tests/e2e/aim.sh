@@ -43,6 +43,9 @@ xdotool key --window "$win" p
 wait_for_log "$work" "Writing screenshot to screenshots/screenshot0000.png" 10
 shot="$work/screenshots/screenshot0000.png"
 wait_for_file "$shot"
+# Written in pieces under load: wait until the size settles.
+size=-1
+while [ "$size" != "$(stat -c %s "$shot")" ]; do size=$(stat -c %s "$shot"); sleep 1; done
 # The crosshair: white pixels in a small box around the cursor.
 cross=$(cd "$(dirname "$0")" && /usr/bin/python3 -c '
 import sys
