@@ -86,6 +86,8 @@ const Doc docs[] = {
     {"blocktype", "", Kind::Int, "0", "Boss block look, 0 to 2"},
     {"adds1", "", Kind::BodyId, "", "Id of the spawner called at the boss's first stage"},
     {"adds2", "", Kind::BodyId, "", "Id of the spawner called at the boss's second stage"},
+    {"arenaleft", "", Kind::Float, "", "Left end (x) of the boss's arena; 800 either side of it when unset"},
+    {"arenaright", "", Kind::Float, "", "Right end (x) of the boss's arena"},
     {"startangle", "", Kind::Int, "", "Beam angle at the start of its sweep, degrees"},
     {"endangle", "", Kind::Int, "", "Beam angle at the end of its sweep, degrees"},
     {"minangle", "", Kind::Int, "", "Smallest beam angle, degrees"},
