@@ -63,9 +63,10 @@ void Player::die()
     restartTime = now() + restartDelayMs;
     if (GameHUD* h = hud()) {
         const Game* game = Game::current();
-        // Short: the message line sits at the right of the screen.
+        // In the middle of the screen, where the player is looking.
         const std::string when = " in " + std::to_string(static_cast<int>(restartDelayMs / 1000.0f)) + " s";
-        h->showMessage(game && game->hasCheckpoint() ? "You died - checkpoint" + when : "You died - restart" + when);
+        h->showMessageAt(deathMessageX, deathMessageY,
+                         game && game->hasCheckpoint() ? "You died - checkpoint" + when : "You died - restart" + when);
     }
 }
 

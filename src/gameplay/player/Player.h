@@ -17,6 +17,9 @@ public:
     static constexpr float powerUpMs = 30000.0f;
     // Time between death and the level restart.
     static constexpr float restartDelayMs = 2000.0f;
+    // Where the death notice shows, in the HUD's 640 x 480 design space.
+    static constexpr int deathMessageX = 170;
+    static constexpr int deathMessageY = 200;
 
     Player();
     ~Player() override = default;

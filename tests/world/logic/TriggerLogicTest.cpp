@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "input/GameInput.h"
+#include "render/TextHudItem.h"
 #include "world/logic/LogicFixture.h"
 #include "world/logic/BatterySlot.h"
 #include "world/logic/Checkpoint.h"
@@ -216,7 +217,8 @@ TEST_F(TriggerLogicTest, DeathAfterACheckpointGoesBackToItsSaveUntilTheLevelIsLo
     };
     auto dieAndWait = [this] {
         player->die();
-        const std::string said = lastHudMessage();
+        const TextHudItem* notice = GameplaySingleton::get().hud->positionedMessage;
+        const std::string said = notice && notice->visible ? notice->text : "";
         frames(100);
         return said;
     };
