@@ -29,8 +29,6 @@ start_game "$work" +set skiplogo 1 +map typo
 wait_for_log "$work" "Found on disk: maps/typo.xml" 30
 focus_game_window
 sleep 1
-xdotool key --window "$win" Escape
-sleep 1
 
 # Takes a screenshot with the game's own command and sets SHOT to its file.
 shots=0
