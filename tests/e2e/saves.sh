@@ -30,8 +30,17 @@ walk() {
   xdotool keydown --window "$win" "$1"
   sleep "$2"
   xdotool keyup --window "$win" "$1"
-  # The player slides a while after the key is let go.
-  sleep 2
+  # The player slides a while after the key is let go: wait until they rest,
+  # however slowly the machine runs.
+  sleep 1
+  local last now
+  last=$(info | cut -d' ' -f1)
+  for _ in $(seq 20); do
+    sleep 0.4
+    now=$(info | cut -d' ' -f1)
+    near "$now" "$last" 0.5 && break
+    last=$now
+  done
 }
 console() {
   xdotool key --window "$win" grave
