@@ -276,13 +276,14 @@ void Game::runStartupScripts()
     // Until the game has written the player's own config.txt, the shipped
     // default controls stand in for it; so they do for a config.txt that
     // names no key at all, as a start on unreadable data once wrote (one
-    // written after "unbind" still lists every key, with nothing bound).
+    // written by the game opens its keys with "unbindall", so a player who
+    // unbound everything keeps that).
     // The player's own scripts are written by the game or by hand, never
     // shipped: one that does not exist yet is no failure to report.
     std::ifstream config("data/config.txt");
     bool namesKeys = false;
     for (std::string line; !namesKeys && std::getline(config, line);)
-        namesKeys = line.rfind("bind ", 0) == 0;
+        namesKeys = line.rfind("bind ", 0) == 0 || line == "unbindall";
     if (!namesKeys)
         registry.execute("exec default.cfg");
     if (config.is_open())

@@ -236,7 +236,9 @@ std::string GameInput::findKeyFor(const std::string& command) const
 
 void GameInput::writeBindings(std::ostream& stream) const
 {
-    stream << "\n//key bindings\n\n";
+    // The section starts from nothing, so a player who unbound every key
+    // keeps that choice instead of getting the default controls back.
+    stream << "\n//key bindings\n\nunbindall\n";
     for (const auto& [key, command] : bindings)
         stream << "bind " << key << " " << command << "\n";
     stream << "\n";

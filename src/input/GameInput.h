@@ -41,8 +41,8 @@ public:
     virtual void update(Body* player);
     // The first key in name order bound to exactly `command`, or "unbound".
     virtual std::string findKeyFor(const std::string& command) const;
-    // The "//key bindings" section of a configuration script: every key,
-    // empty bindings included, as "bind key command".
+    // The "//key bindings" section of a configuration script: "unbindall",
+    // then every key, empty bindings included, as "bind key command".
     virtual void writeBindings(std::ostream& stream) const;
     // Lets go of every held control. Nothing here; the gameplay input clears
     // its held flags when the game loses the input.

@@ -66,7 +66,7 @@ TEST_F(GameConfigTest, AutomaticFileHasTheExactByteLayout)
               "//Brindlequay Config file generated automatically by Brindlequay, do not modify\n"
               "//This file is overwritten everytime Brindlequay exits\n"
               "//Edit data/userconfig.txt if you want to set your own values\n"
-              "\n\n//key bindings\n\nbind p pause\n\n\n\n//variables\n\nsensitivity 2.5\nvidwidth 1024\n\n");
+              "\n\n//key bindings\n\nunbindall\nbind p pause\n\n\n\n//variables\n\nsensitivity 2.5\nvidwidth 1024\n\n");
     std::remove("auto.txt");
 }
 

@@ -83,6 +83,12 @@ TEST_F(GameStartupTest, AConfigWithoutBindingsStillGetsTheDefaults)
     scratch.write("data/config.txt", "bind k \nbind a \nrec config\n");
     game->runStartupScripts();
     EXPECT_EQ(calls, (std::vector<std::string>{"rec|config"}));
+
+    // So is a config written after "unbindall": no key left at all.
+    calls.clear();
+    scratch.write("data/config.txt", "//key bindings\n\nunbindall\n\n//variables\nrec config\n");
+    game->runStartupScripts();
+    EXPECT_EQ(calls, (std::vector<std::string>{"rec|config"}));
 }
 
 TEST_F(GameStartupTest, ScriptsThePlayerHasNotWrittenAreNoFailure)

@@ -164,7 +164,7 @@ TEST_F(GameInputTest, UnbindKeepsTheKeyWithAnEmptyCommand)
 
     std::ostringstream out;
     input().writeBindings(out);
-    EXPECT_EQ(out.str(), "\n//key bindings\n\nbind k say hi\nbind p \n\n");
+    EXPECT_EQ(out.str(), "\n//key bindings\n\nunbindall\nbind k say hi\nbind p \n\n");
 
     run("unbindall");
     tap("k");
