@@ -5,6 +5,7 @@
 #include "core/Game.h"
 #include "render/FontRenderer.h"
 #include "render/IRenderer.h"
+#include "render/TextFit.h"
 
 namespace {
 constexpr float estimatedCharWidth = 7.0f;
@@ -28,40 +29,7 @@ std::vector<std::string> TextLayout::wrap(const std::string& text, float width)
 
 std::vector<std::string> TextLayout::wrap(const std::string& text, float width, FontRenderer* font)
 {
-    std::vector<std::string> lines;
-    size_t paragraphStart = 0;
-    while (paragraphStart <= text.size()) {
-        size_t paragraphEnd = text.find('\n', paragraphStart);
-        if (paragraphEnd == std::string::npos)
-            paragraphEnd = text.size();
-        const std::string paragraph = text.substr(paragraphStart, paragraphEnd - paragraphStart);
-        std::string line;
-        size_t pos = 0;
-        while (pos < paragraph.size()) {
-            const size_t blank = paragraph.find(' ', pos);
-            std::string word = paragraph.substr(pos, blank == std::string::npos ? std::string::npos : blank - pos);
-            pos = blank == std::string::npos ? paragraph.size() : blank + 1;
-            const std::string joined = line.empty() ? word : line + " " + word;
-            if (measure(font, joined) <= width) {
-                line = joined;
-                continue;
-            }
-            if (!line.empty())
-                lines.push_back(line);
-            // A word wider than the box is cut where it overflows.
-            while (word.size() > 1 && measure(font, word) > width) {
-                size_t fit = 1;
-                while (fit < word.size() && measure(font, word.substr(0, fit + 1)) <= width)
-                    ++fit;
-                lines.push_back(word.substr(0, fit));
-                word.erase(0, fit);
-            }
-            line = word;
-        }
-        lines.push_back(line);
-        paragraphStart = paragraphEnd + 1;
-    }
-    return lines;
+    return TextFit::wrapMeasured(text, width, [font](const std::string& s) { return measure(font, s); });
 }
 
 int TextLayout::linesFitting(float height)

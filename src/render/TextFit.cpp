@@ -10,15 +10,6 @@ const std::string ellipsis = "...";
 
 // Pen positions are rounded to pixels while drawing: allow half a pixel a glyph.
 float roundingSlack(const std::string& text) { return 0.5f * static_cast<float>(text.size()); }
-
-// The longest head of the text (at least one character) no wider than maxWidth.
-size_t fittingHead(FontRenderer& font, const std::string& text, float maxWidth)
-{
-    size_t n = text.size();
-    while (n > 1 && drawnWidth(font, text.substr(0, n)) > maxWidth)
-        --n;
-    return n;
-}
 }
 
 float drawnWidth(FontRenderer& font, const std::string& text)
@@ -26,38 +17,48 @@ float drawnWidth(FontRenderer& font, const std::string& text)
     return font.textWidth(text) * font.getScale() + roundingSlack(text);
 }
 
-std::vector<std::string> wrap(FontRenderer& font, const std::string& text, float maxWidth)
+std::vector<std::string> wrapMeasured(const std::string& text, float maxWidth,
+                                      const std::function<float(const std::string&)>& width)
 {
     std::vector<std::string> lines;
-    std::string line;
-    size_t pos = 0;
-    while (pos < text.size()) {
-        const size_t start = text.find_first_not_of(' ', pos);
-        if (start == std::string::npos)
-            break;
-        size_t end = text.find(' ', start);
-        if (end == std::string::npos)
-            end = text.size();
-        std::string word = text.substr(start, end - start);
-        pos = end;
-        const std::string joined = line.empty() ? word : line + " " + word;
-        if (drawnWidth(font, joined) <= maxWidth) {
-            line = joined;
-            continue;
+    size_t paragraphStart = 0;
+    while (paragraphStart <= text.size()) {
+        size_t paragraphEnd = text.find('\n', paragraphStart);
+        if (paragraphEnd == std::string::npos)
+            paragraphEnd = text.size();
+        const std::string paragraph = text.substr(paragraphStart, paragraphEnd - paragraphStart);
+        std::string line;
+        size_t pos = 0;
+        while (pos < paragraph.size()) {
+            const size_t blank = paragraph.find(' ', pos);
+            std::string word = paragraph.substr(pos, blank == std::string::npos ? std::string::npos : blank - pos);
+            pos = blank == std::string::npos ? paragraph.size() : blank + 1;
+            const std::string joined = line.empty() ? word : line + " " + word;
+            if (width(joined) <= maxWidth) {
+                line = joined;
+                continue;
+            }
+            if (!line.empty())
+                lines.push_back(line);
+            // A word wider than the box is cut where it overflows.
+            while (word.size() > 1 && width(word) > maxWidth) {
+                size_t fit = 1;
+                while (fit < word.size() && width(word.substr(0, fit + 1)) <= maxWidth)
+                    ++fit;
+                lines.push_back(word.substr(0, fit));
+                word.erase(0, fit);
+            }
+            line = word;
         }
-        if (!line.empty())
-            lines.push_back(line);
-        line.clear();
-        while (word.size() > 1 && drawnWidth(font, word) > maxWidth) {
-            const size_t head = fittingHead(font, word, maxWidth);
-            lines.push_back(word.substr(0, head));
-            word.erase(0, head);
-        }
-        line = word;
-    }
-    if (!line.empty() || lines.empty())
         lines.push_back(line);
+        paragraphStart = paragraphEnd + 1;
+    }
     return lines;
+}
+
+std::vector<std::string> wrap(FontRenderer& font, const std::string& text, float maxWidth)
+{
+    return wrapMeasured(text, maxWidth, [&font](const std::string& s) { return drawnWidth(font, s); });
 }
 
 std::string elide(FontRenderer& font, const std::string& text, float maxWidth)

@@ -1,6 +1,7 @@
 #pragma once
 // Fitting text into a box: widths as drawn at the font's current scale,
 // wrapping at blanks and cutting with "..." where a line cannot wrap.
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -9,8 +10,11 @@ class FontRenderer;
 namespace TextFit {
 // Width in window pixels as drawText would lay the text out at the current scale.
 float drawnWidth(FontRenderer& font, const std::string& text);
-// Lines no wider than maxWidth, broken at blanks; a word wider than a line
-// is broken between characters. Never empty for a non-empty text.
+// Lines no wider than maxWidth by `width`, broken at "\n" and at blanks; a
+// word wider than a line is broken between characters. Never empty.
+std::vector<std::string> wrapMeasured(const std::string& text, float maxWidth,
+                                      const std::function<float(const std::string&)>& width);
+// wrapMeasured with widths as drawn at the font's current scale.
 std::vector<std::string> wrap(FontRenderer& font, const std::string& text, float maxWidth);
 // The text itself when it fits, else its longest head that fits with "...".
 std::string elide(FontRenderer& font, const std::string& text, float maxWidth);
