@@ -157,6 +157,10 @@ public:
     // A save name as typed after a command: the whole rest of the line, or
     // the text between the first pair of double quotes.
     static std::string saveNameFromArguments(const std::string& argumentLine);
+    // Seconds of world steps in this run, kept in its saves; a new
+    // adventure starts again from 0.
+    double getPlaySeconds() const;
+    void setPlaySeconds(double seconds);
     // A short message drawn over everything, menus included, for a few
     // seconds: failures the player should see, not only find in the log.
     void showNotice(const std::string& text);
@@ -256,6 +260,9 @@ public:
     bool isWorldRunning() const { return worldRunning; }
     void setWorldRunning(bool running) { worldRunning = running; }
     bool isPaused() const { return paused; }
+    // The console or the menus are up over a level: it is drawn but does
+    // not step, so nothing happens behind them.
+    bool isWorldHeld() const;
     bool isLevelPending() const { return levelPending; }
     bool isLoadPending() const { return loadPending; }
     bool isShutDown() const { return shutDown; }
@@ -337,6 +344,9 @@ protected:
     float simulationAccumulator = 0.0f;
     float particleAccumulator = 0.0f;
     uint64_t stepCount = 0;
+    // Play time is counted in steps from this base.
+    double playSecondsBase = 0.0;
+    uint64_t playStepBase = 0;
     std::vector<std::string> commandLineCommands;
 
     bool setInitialVideoMode();

@@ -83,7 +83,7 @@ void Game::runFrame()
     endFrame();
     // Outside the world update (menus, pause) the channel counts that cap
     // new sounds must still follow what is playing.
-    if (paused || !levelLoaded || !worldRunning)
+    if (paused || !levelLoaded || !worldRunning || isWorldHeld())
         sound->update(player ? player->pos : Vector());
 
     if (paused) {
@@ -116,11 +116,16 @@ void Game::runFrame()
     if (levelLoaded && worldRunning) {
         if (runPendingRequests())
             return;
-        updateWorld();
-        drawWorld();
-        // Counted once the world has stepped: the HUD is filled in by then.
-        if (stepCount > levelStartStep)
-            ++levelFramesDrawn;
+        if (isWorldHeld()) {
+            refreshVisibleBodies();
+            drawWorld();
+        } else {
+            updateWorld();
+            drawWorld();
+            // Counted once the world has stepped: the HUD is filled in by then.
+            if (stepCount > levelStartStep)
+                ++levelFramesDrawn;
+        }
     }
     if (overlay) {
         overlay->update(timer.frameTime());

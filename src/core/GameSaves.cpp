@@ -10,8 +10,10 @@
 #include <cctype>
 #include <cmath>
 #include <cstdio>
+#include <ctime>
 
 #include "console/Console.h"
+#include "core/SaveInfo.h"
 #include "console/ConsolePrint.h"
 #include "gameplay/GameplaySingleton.h"
 #include "gameplay/IGameplay.h"
@@ -68,6 +70,18 @@ std::string saveNameProblem(const std::string& name)
         return "Save names are at most " + std::to_string(Game::maxSaveNameLength) + " characters";
     return "Save names are letters, digits, spaces, '-', '_' and '.': " + name;
 }
+}
+
+double Game::getPlaySeconds() const
+{
+    return playSecondsBase + static_cast<double>(stepCount - playStepBase) * stepSeconds;
+}
+
+void Game::setPlaySeconds(double seconds)
+{
+    // Hand-edited saves: no negative or absurd times.
+    playSecondsBase = std::isfinite(seconds) ? std::clamp(seconds, 0.0, 1e9) : 0.0;
+    playStepBase = stepCount;
 }
 
 bool Game::isSaveName(const std::string& name)
@@ -130,6 +144,14 @@ void Game::saveGame()
 
     TiXmlDocument document(path);
     buildSave(document);
+    // What the save lists show without loading the level.
+    if (TiXmlElement* save = document.RootElement()) {
+        save->SetAttribute("title", SaveInfo::levelTitle(currentLevel));
+        save->SetAttribute("savedat", std::to_string(static_cast<long long>(std::time(nullptr))));
+        save->SetAttribute("playtime", std::to_string(static_cast<long long>(getPlaySeconds())));
+        if (forCheckpoint)
+            save->SetAttribute("checkpoint", "true");
+    }
     ::mkdir("saves", 0755);
     const bool written = AtomicFile::replace(
         path, [&document](const std::string& temporary) { return document.SaveFile(temporary); });
@@ -186,6 +208,8 @@ void Game::loadGame(const std::string& name)
         return;
     }
     const bool checkpoint = checkpointLoadPending && saveName == checkpointSave;
+    double savedPlayTime = 0.0;
+    save->QueryDoubleAttribute("playtime", &savedPlayTime);
     pendingSaveName = saveName;
     std::printf("Loading save game: %s\n", path.c_str());
     // "version" is written for the readers of the file; it changes nothing here.
@@ -228,6 +252,7 @@ void Game::loadGame(const std::string& name)
         quadTree.update(player);
     }
 
+    setPlaySeconds(savedPlayTime);
     worldRunning = true;
     levelLoaded = true;
     if (paused) {

@@ -24,6 +24,9 @@ public:
     void setText(const std::string& t);
     const std::string& getText() const { return text; }
     size_t getCursor() const { return cursor; }
+    // Whether '"' (shift and the quote key) types, for names given as the
+    // save commands take them.
+    void setAcceptsQuotes(bool on) { acceptsQuotes = on; }
     void setMaxLength(size_t n);
     size_t getMaxLength() const { return maxLength; }
 
@@ -35,4 +38,5 @@ private:
     BasicTimer blink;
     size_t cursor = 0;
     size_t maxLength = 32;
+    bool acceptsQuotes = false;
 };

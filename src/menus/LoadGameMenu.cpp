@@ -1,19 +1,19 @@
 #include "menus/LoadGameMenu.h"
 
+#include <cstdio>
 #include <fstream>
-#include <set>
 
+#include "console/ConsolePrint.h"
 #include "core/Game.h"
 #include "gui/Label.h"
-#include "gui/ListBox.h"
 #include "gui/Picture.h"
+#include "menus/ConfirmPanel.h"
+#include "menus/SaveListBox.h"
+#include "menus/SaveMenuLayout.h"
 #include "menus/ScreenListener.h"
 #include "render/IRenderer.h"
-#include "resources/FileOps.h"
 
 namespace {
-constexpr float frameWidth = 470.0f;
-
 class LoadGameMenuListener : public ScreenListener<LoadGameMenu> {
 public:
     using ScreenListener::ScreenListener;
@@ -23,66 +23,59 @@ public:
             screen.showSelection();
         else if (command == "loadgame")
             screen.loadSelected();
+        else if (command == "deletesave")
+            screen.askDelete();
+        else if (command == "deleteconfirmed")
+            screen.deleteSelected();
     }
 };
 }
 
-LoadGameMenu::LoadGameMenu() : MenuFrame("Load Game", screenName, frameWidth, 290.0f)
+LoadGameMenu::LoadGameMenu()
+    : MenuFrame("Load Game", screenName, SaveMenuLayout::frameWidth, SaveMenuLayout::frameHeight)
 {
-    auto listBox = std::make_unique<ListBox>();
-    listBox->setBounds(15.0f, 42.0f, 180.0f, 232.0f);
-    listBox->setName("saves");
-    list = addRelative(std::move(listBox));
+    using namespace SaveMenuLayout;
+    addHeadings(*this);
+    list = addRelative(makeList(buttonY + 30.0f - listY));
     forwardActions(*list);
-
-    auto thumbnail = std::make_unique<Picture>();
-    thumbnail->setBounds(210.0f, 42.0f, 244.0f, 183.0f);
-    thumbnail->setImage(defaultPicture);
-    thumbnail->setName("thumbnail");
-    picture = addRelative(std::move(thumbnail));
-    caption = addLabel(noSelection, 210.0f, 226.0f, 244.0f, 18.0f);
-    addButton("Load Game", "loadgame", 272.0f, 248.0f, 120.0f, 28.0f, true);
+    picture = addRelative(makePicture(defaultPicture));
+    caption = addLabel(noSelection, pictureX, captionY, pictureWidth, 18.0f);
+    detail = addLabel("", pictureX, detailY, pictureWidth, 18.0f);
+    addButton("Load Game", "loadgame", pictureX, buttonY, 115.0f, 30.0f, true);
+    addButton("Delete", "deletesave", pictureX + pictureWidth - 115.0f, buttonY, 115.0f, 30.0f, false);
+    confirm = addRelative(makeConfirm(*this));
     addActionListener(std::make_unique<LoadGameMenuListener>(*this));
 }
 
 void LoadGameMenu::onShow()
 {
-    std::set<std::string> files;
-    FileOps::listFolder("saves", "*.xml", files);
-    saves.clear();
-    list->clear();
-    for (const std::string& file : files) {
-        saves.push_back(file.substr(0, file.size() - 4));
-        list->addItem(saves.back());
-    }
+    confirm->setEnabled(false);
+    list->refresh();
+    list->select(-1);
     showSelection();
 }
 
 void LoadGameMenu::showSelection()
 {
-    const int i = list->getSelectedIndex();
-    if (i < 0 || i >= static_cast<int>(saves.size())) {
+    const SaveInfo* save = list->selectedSave();
+    if (!save) {
         picture->setImage(defaultPicture);
         caption->setText(noSelection);
+        detail->setText("");
         return;
     }
-    const std::string& name = saves[static_cast<size_t>(i)];
-    const std::string thumbnail = "saves/" + name + ".png";
-    // A save made again since it was last shown has a new picture.
-    if (Game* game = Game::current())
-        if (IRenderer* renderer = game->getRenderer())
-            renderer->unloadTexture(thumbnail);
-    picture->setImage(std::ifstream(thumbnail).good() ? thumbnail : std::string(defaultPicture));
-    caption->setText(name);
+    picture->setImage(SaveMenuLayout::freshThumbnail(save->name, defaultPicture));
+    caption->setText(SaveListBox::captionText(*save));
+    detail->setText(SaveListBox::detailText(*save));
 }
 
 bool LoadGameMenu::loadSelected()
 {
-    const int i = list->getSelectedIndex();
+    const SaveInfo* save = list->selectedSave();
     Game* game = Game::current();
-    if (!game || i < 0 || i >= static_cast<int>(saves.size()))
+    if (!game || !save)
         return false;
-    const std::string& name = saves[static_cast<size_t>(i)];
+    const std::string name = save->name;
     // The frame only carries out requests while a level runs.
     if (game->isLevelLoaded()) {
         setEnabled(false);
@@ -93,5 +86,33 @@ bool LoadGameMenu::loadSelected()
         // A save that cannot be loaded leaves the list up to pick another.
         setEnabled(!game->isLevelLoaded());
     }
+    return true;
+}
+
+bool LoadGameMenu::askDelete()
+{
+    const SaveInfo* save = list->selectedSave();
+    if (!save)
+        return false;
+    confirm->ask("Delete the save " + save->name + "?", "deleteconfirmed");
+    return true;
+}
+
+bool LoadGameMenu::deleteSelected()
+{
+    const SaveInfo* save = list->selectedSave();
+    if (!save)
+        return false;
+    const std::string name = save->name;
+    if (std::remove(Game::savePath(name).c_str()) != 0) {
+        conPrint("Could not delete the save " + name);
+        return false;
+    }
+    std::remove(Game::thumbnailPath(name).c_str());
+    std::printf("Deleted save game: %s\n", Game::savePath(name).c_str());
+    conPrint("Deleted the save " + name);
+    list->refresh();
+    list->select(-1);
+    showSelection();
     return true;
 }

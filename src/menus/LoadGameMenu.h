@@ -1,15 +1,17 @@
 #pragma once
-// "Load Game": the saves under saves/ with the thumbnail of the selected one.
-// Loading waits for the next frame while a level runs (behind a fade) and
-// happens at once from the menus alone.
+// "Load Game": the saves under saves/, newest first, with their levels,
+// dates and play times, the selected one's thumbnail large beside them, and
+// deleting a save once the player confirms. Loading waits for the next
+// frame while a level runs (behind a fade) and happens at once from the
+// menus alone.
 #include <string>
-#include <vector>
 
 #include "menus/MenuFrame.h"
 
+class ConfirmPanel;
 class Label;
-class ListBox;
 class Picture;
+class SaveListBox;
 
 class LoadGameMenu : public MenuFrame {
 public:
@@ -21,19 +23,25 @@ public:
 
     // Lists saves/ afresh; nothing is selected.
     void onShow() override;
-    // The selected save's thumbnail and name, or the default picture.
+    // The selected save's thumbnail and fields, or the default picture.
     void showSelection();
     // Loads the selected save; false when none is selected.
     bool loadSelected();
+    // Asks before deleting the selected save; false when none is selected.
+    bool askDelete();
+    // Removes the selected save and its thumbnail.
+    bool deleteSelected();
 
-    const std::vector<std::string>& getSaves() const { return saves; }
-    ListBox& getList() { return *list; }
+    SaveListBox& getList() { return *list; }
     Picture& getPicture() { return *picture; }
     Label& getCaption() { return *caption; }
+    Label& getDetail() { return *detail; }
+    ConfirmPanel& getConfirm() { return *confirm; }
 
 private:
-    std::vector<std::string> saves;
-    ListBox* list = nullptr;
+    SaveListBox* list = nullptr;
     Picture* picture = nullptr;
     Label* caption = nullptr;
+    Label* detail = nullptr;
+    ConfirmPanel* confirm = nullptr;
 };

@@ -14,6 +14,7 @@
 #include "menus/MenuFrame.h"
 #include "menus/NewAdventureMenu.h"
 #include "menus/OptionsMenu.h"
+#include "menus/SaveGameMenu.h"
 #include "menus/SoundMenu.h"
 #include "menus/VideoMenu.h"
 #include "render/IRenderer.h"
@@ -31,6 +32,8 @@ public:
             MenuFrame::showScreen(MainMenu::screenName);
         else if (command == "options")
             MenuFrame::showScreen(OptionsMenu::screenName);
+        else if (command == "savegame")
+            MenuFrame::showScreen(SaveGameMenu::screenName);
         else if (command == "resume") {
             // Without a level there is nothing to return to: the GUI stays.
             if (Game* game = Game::current())
@@ -51,13 +54,15 @@ MainInterface::MainInterface() : smileys(std::make_unique<BouncingSmileys>())
     add(std::make_unique<SoundMenu>())->setEnabled(false);
     add(std::make_unique<OptionsMenu>())->setEnabled(false);
     add(std::make_unique<LoadGameMenu>())->setEnabled(false);
+    add(std::make_unique<SaveGameMenu>())->setEnabled(false);
     add(std::make_unique<NewAdventureMenu>())->setEnabled(false);
     add(std::make_unique<MainMenu>());
 
     auto bar = std::make_unique<TransFrame>();
     bar->setFillColour(RGBAColour(10.0f, 16.0f, 28.0f, 200.0f));
     bar->setName("taskbar");
-    const char* const entries[][2] = {{"Main Menu", "mainmenu"}, {"Options", "options"}, {"Resume Game", "resume"}};
+    const char* const entries[][2] = {
+        {"Main Menu", "mainmenu"}, {"Save Game", "savegame"}, {"Options", "options"}, {"Resume Game", "resume"}};
     for (const auto& entry : entries) {
         auto button = std::make_unique<Button>();
         button->setText(entry[0]);
@@ -67,6 +72,8 @@ MainInterface::MainInterface() : smileys(std::make_unique<BouncingSmileys>())
         button->addActionListener(std::make_unique<TaskbarListener>());
         taskButtons.push_back(bar->add(std::move(button)));
     }
+    saveButton = taskButtons[1];
+    saveButton->setEnabled(false);
     taskbar = add(std::move(bar));
 }
 
@@ -84,10 +91,14 @@ void MainInterface::layoutTaskbar()
 {
     taskbar->setBounds(x, y - height + MenuFrame::taskbarHeight, width, MenuFrame::taskbarHeight);
     const float gap = 10.0f;
-    const float total = 3.0f * taskButtonWidth + 2.0f * gap;
+    const auto shown = static_cast<float>(
+        std::count_if(taskButtons.begin(), taskButtons.end(), [](const GUIComponent* b) { return b->isEnabled(); }));
+    const float total = shown * taskButtonWidth + (shown - 1.0f) * gap;
     float left = std::floor(x + (width - total) / 2.0f);
     const float top = std::floor(y - height + (MenuFrame::taskbarHeight + taskButtonHeight) / 2.0f);
     for (GUIComponent* button : taskButtons) {
+        if (!button->isEnabled())
+            continue;
         button->setBounds(left, top, taskButtonWidth, taskButtonHeight);
         left += taskButtonWidth + gap;
     }
@@ -99,6 +110,9 @@ void MainInterface::toggle()
     // takes them away.
     Game* game = Game::current();
     setEnabled(!game || (game->getGUIManager()->isVisible() && game->getInputManager().getCurrentTarget() != "game"));
+    // Saving is offered only over a level in play, not over a cut scene.
+    saveButton->setEnabled(game && game->isLevelLoaded() && !cutScene->isEnabled());
+    layoutTaskbar();
 }
 
 void MainInterface::draw(IRenderer& renderer)

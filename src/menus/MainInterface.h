@@ -1,8 +1,9 @@
 #pragma once
 // The GUI's whole screen: the backdrop with the game's logo and bouncing
-// sprites, a task bar ("Main Menu", "Options", "Resume Game") and every
-// menu screen and the cut-scene frame as its children. It shows itself
-// while the GUI has the input and hides while the game has it.
+// sprites, a task bar ("Main Menu", "Save Game" during a level, "Options",
+// "Resume Game") and every menu screen and the cut-scene frame as its
+// children. It shows itself while the GUI has the input and hides while
+// the game has it.
 #include <memory>
 #include <vector>
 
@@ -37,4 +38,6 @@ private:
     GUIComponent* taskbar = nullptr;
     // In their order on the bar (a click reorders the bar's children).
     std::vector<GUIComponent*> taskButtons;
+    // "Save Game", shown only while a level is in play.
+    GUIComponent* saveButton = nullptr;
 };

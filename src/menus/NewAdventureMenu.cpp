@@ -147,6 +147,7 @@ bool NewAdventureMenu::begin()
     }
     say("");
     setEnabled(false);
+    game->setPlaySeconds(0.0);
     game->setPendingSaveName(name);
     game->getInputManager().hideGUI();
     // The first save shows the first level; the opening story follows it.

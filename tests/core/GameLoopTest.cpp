@@ -2,7 +2,9 @@
 
 #include "core/Clock.h"
 #include "core/Game.h"
+#include "console/Console.h"
 #include "core/ManualClock.h"
+#include "gui/GUIManager.h"
 #include "render/NullRenderer.h"
 #include "resources/TempDir.h"
 #include "sound/NullSound.h"
@@ -64,6 +66,27 @@ TEST_F(GameLoopTest, PausedFramesDoNotSimulateAndResumeKeepsFrameTime)
     EXPECT_EQ(game->getStepCount(), steps);
     game->unpause();
     EXPECT_FLOAT_EQ(game->getTimer().frameTime(), frameBefore);
+}
+
+TEST_F(GameLoopTest, ConsoleAndMenusHoldTheWorldWithoutPausing)
+{
+    frameAfter(30);
+    const uint64_t steps = game->getStepCount();
+    const double played = game->getPlaySeconds();
+    for (auto show : {+[](Game& g, bool on) { g.getConsole()->setVisible(on); },
+                      +[](Game& g, bool on) { g.getGUIManager()->setVisible(on); }}) {
+        show(*game, true);
+        EXPECT_TRUE(game->isWorldHeld());
+        for (int i = 0; i < 5; ++i)
+            frameAfter(200);
+        EXPECT_EQ(game->getStepCount(), steps);
+        EXPECT_FALSE(game->isPaused());
+        show(*game, false);
+    }
+    EXPECT_DOUBLE_EQ(game->getPlaySeconds(), played);
+    // Closed again: the next frame steps its own time, not the time held.
+    frameAfter(50);
+    EXPECT_EQ(game->getStepCount(), steps + 2);
 }
 
 TEST_F(GameLoopTest, LevelRequestWaitsForARunningLevel)

@@ -95,7 +95,7 @@ snap level_after_map
 not_black level_after_map
 # The mouse rests over "Resume Game" as the menus open: a click without
 # moving it still resumes.
-xdotool mousemove --window "$win" 460 458; sleep 0.3
+xdotool mousemove --window "$win" 530 458; sleep 0.3
 key Escape
 snap menus_after_map
 not_black menus_after_map

@@ -38,7 +38,8 @@ frame_top() {
 }
 # Centre of a widget at (rx, ry, w, h) inside a frame of width fw, height fh.
 widget() { echo $(($(frame_left "$1") + $3 + $5 / 2)) $(($(frame_top "$2") + $4 + $6 / 2)); }
-taskbar() { echo $(((W - 410) / 2 + $1 * 140 + 65)) $((H - 22)); }
+# Over a level the bar holds Main Menu, Save Game, Options, Resume Game.
+taskbar() { echo $(((W - 550) / 2 + $1 * 140 + 65)) $((H - 22)); }
 # The cut scene's page turners sit under the page, which scales to the window.
 page_button() {
   awk -v W="$W" -v H="$H" -v which="$1" 'BEGIN {
@@ -96,7 +97,7 @@ run_flow() {
   keys Escape
   wait_for_log "$work" "Show GUI" 10
   snap escape
-  click $(taskbar 1)
+  click $(taskbar 2)
   snap options
   click $(widget 240 180 20 130 200 32)
   snap controls
@@ -113,9 +114,9 @@ run_flow() {
   click $(widget 240 220 20 88 200 32)
   snap loadgame
   if [ -f "$work/saves/run1.xml" ]; then
-    click $(widget 470 290 15 42 180 20)
+    click $(widget 610 320 15 54 310 20)
     snap loadgame_selected
-    click $(widget 470 290 272 248 120 28)
+    click $(widget 610 320 355 276 115 30)
     wait_for_log "$work" "Loading save game: saves/run1.xml" 20
     sleep 1
     snap loaded
@@ -128,7 +129,7 @@ run_flow() {
   if [ "$W" = 1920 ]; then
     # Video: one mode down (a right click steps back) and Apply; the menus
     # come back whole at the new size and still answer clicks.
-    click $(taskbar 1)
+    click $(taskbar 2)
     click $(widget 240 180 20 46 200 32)
     snap video
     at $(widget 330 240 140 44 170 26); xdotool click 3; sleep 0.3

@@ -24,6 +24,7 @@
 #include "gui/TextBox.h"
 #include "gui/ValueBox.h"
 #include "menus/BouncingSmileys.h"
+#include "menus/ConfirmPanel.h"
 #include "menus/ControlsMenu.h"
 #include "menus/CutSceneFrame.h"
 #include "menus/LoadGameMenu.h"
@@ -31,6 +32,8 @@
 #include "menus/MainMenu.h"
 #include "menus/NewAdventureMenu.h"
 #include "menus/OptionsMenu.h"
+#include "menus/SaveGameMenu.h"
+#include "menus/SaveListBox.h"
 #include "menus/VideoMenu.h"
 #include "render/FixedWidthFonts.h"
 #include "gameplay/player/Player.h"
@@ -196,12 +199,13 @@ TEST_F(MenusTest, BeginWithAMissingStartLevelSaysSoAndStaysInTheMenu)
 
 TEST_F(MenusTest, LoadGameListsSavesAndShowsTheThumbnailOfTheSelection)
 {
-    dir.write("saves/alpha.xml", "<save/>");
+    dir.write("saves/alpha.xml", "<save currentlevel=\"first\" savedat=\"2000000000\" playtime=\"75\"/>");
     dir.write("saves/alpha.png", "not really a png");
     dir.write("saves/beta.xml", "<save/>");
     MenuFrame::showScreen(LoadGameMenu::screenName);
     auto& menu = screen<LoadGameMenu>(LoadGameMenu::screenName);
-    ASSERT_EQ(menu.getSaves(), (std::vector<std::string>{"alpha", "beta"}));
+    ASSERT_EQ(menu.getList().getItemCount(), 2);
+    EXPECT_EQ(menu.getList().getItem(0)->getText().substr(0, 12), "alpha\tFirst\t");
     EXPECT_EQ(menu.getPicture().getImage(), LoadGameMenu::defaultPicture);
     EXPECT_EQ(menu.getCaption().getText(), "No save is selected");
 
@@ -212,13 +216,95 @@ TEST_F(MenusTest, LoadGameListsSavesAndShowsTheThumbnailOfTheSelection)
 
     menu.getList().choose(menu.getList().getItem(0));
     EXPECT_EQ(menu.getPicture().getImage(), "saves/alpha.png");
-    EXPECT_EQ(menu.getCaption().getText(), "alpha");
+    EXPECT_EQ(menu.getCaption().getText(), "alpha: First");
+    EXPECT_NE(menu.getDetail().getText().find(", played 1:15"), std::string::npos) << menu.getDetail().getText();
     menu.getList().choose(menu.getList().getItem(1));
     EXPECT_EQ(menu.getPicture().getImage(), LoadGameMenu::defaultPicture);
     // "beta" is no real save: the screen says so and the list stays up.
     EXPECT_TRUE(menu.loadSelected());
     EXPECT_EQ(game.currentNotice(), "The save game beta is damaged and was not loaded");
     EXPECT_TRUE(menu.isEnabled());
+}
+
+TEST_F(MenusTest, DeletingASaveWaitsForYes)
+{
+    dir.write("saves/gone.xml", "<save currentlevel=\"first\"/>");
+    dir.write("saves/gone.png", "picture");
+    MenuFrame::showScreen(LoadGameMenu::screenName);
+    auto& menu = screen<LoadGameMenu>(LoadGameMenu::screenName);
+    ConfirmPanel& confirm = menu.getConfirm();
+    // Nothing selected: nothing to ask about.
+    click(screen<Button>("deletesavebutton"));
+    EXPECT_FALSE(confirm.isEnabled());
+
+    menu.getList().choose(menu.getList().getItem(0));
+    click(screen<Button>("deletesavebutton"));
+    ASSERT_TRUE(confirm.isShown());
+    EXPECT_EQ(confirm.getQuestion(), "Delete the save gone?");
+    // The question covers the screen: the list under it cannot be clicked.
+    GUIComponent& row = *menu.getList().getItem(0);
+    EXPECT_TRUE(confirm.holds(gui().getRoot().componentAt(row.getX() + 5.0f, row.getY() - 5.0f)));
+    click(*confirm.findComponent("confirmno"));
+    EXPECT_FALSE(confirm.isEnabled());
+    EXPECT_TRUE(std::ifstream("saves/gone.xml").good());
+
+    click(screen<Button>("deletesavebutton"));
+    click(*confirm.findComponent("confirmyes"));
+    EXPECT_FALSE(std::ifstream("saves/gone.xml").good());
+    EXPECT_FALSE(std::ifstream("saves/gone.png").good());
+    EXPECT_EQ(menu.getList().getItemCount(), 0);
+    EXPECT_EQ(menu.getCaption().getText(), LoadGameMenu::noSelection);
+}
+
+TEST_F(MenusTest, SaveGameFromTheMenusAsksBeforeWritingOverAndShowsThePicture)
+{
+    MenuFrame::showScreen(MainMenu::screenName);
+    EXPECT_FALSE(screen<Button>("savegamebutton").isEnabled());
+    game.loadLevel("first", "");
+    key(27);
+    ASSERT_TRUE(screen<Button>("savegamebutton").isShown());
+    click(screen<Button>("savegamebutton"));
+    auto& menu = screen<SaveGameMenu>(SaveGameMenu::screenName);
+    ASSERT_TRUE(menu.isShown());
+    EXPECT_EQ(menu.getNameBox().getText(), "save1");
+
+    // A quoted name with a space, as the save command takes it.
+    click(menu.getNameBox());
+    for (int i = 0; i < 5; ++i)
+        key(8);
+    key('\'', 1);
+    for (int symbol : {'m', 'y', ' ', 'r', 'u', 'n'})
+        key(symbol);
+    key('\'', 1);
+    EXPECT_EQ(menu.getNameBox().getText(), "\"my run\"");
+    EXPECT_EQ(menu.typedName(), "my run");
+    click(screen<Button>("savenowbutton"));
+    ASSERT_TRUE(game.isSaveRequested());
+    EXPECT_EQ(game.getPendingSaveName(), "my run");
+    // What the next frame does; the renderer leaves its picture beside it.
+    game.saveGame();
+    dir.write("saves/my run.png", "picture");
+    menu.finishSave();
+    EXPECT_EQ(menu.getPicture().getImage(), "saves/my run.png");
+    EXPECT_EQ(menu.getMessage().getText(), "Saved as my run");
+    ASSERT_NE(menu.getList().selectedSave(), nullptr);
+    EXPECT_EQ(menu.getList().selectedSave()->name, "my run");
+
+    // The same name again: asked first, and "No" writes nothing.
+    click(screen<Button>("savenowbutton"));
+    EXPECT_FALSE(game.isSaveRequested());
+    ASSERT_TRUE(menu.getConfirm().isShown());
+    EXPECT_EQ(menu.getConfirm().getQuestion(), "Write over the save my run?");
+    click(*menu.getConfirm().findComponent("confirmno"));
+    EXPECT_FALSE(game.isSaveRequested());
+    click(screen<Button>("savenowbutton"));
+    click(*menu.getConfirm().findComponent("confirmyes"));
+    EXPECT_TRUE(game.isSaveRequested());
+
+    // Names a save cannot have are refused on the screen.
+    menu.getNameBox().setText("\"..\"");
+    EXPECT_FALSE(menu.save());
+    EXPECT_EQ(menu.getMessage().getText(), "That name has characters a save cannot use");
 }
 
 TEST_F(MenusTest, ResumeWithoutALevelKeepsTheGUI)
@@ -581,8 +667,9 @@ TEST_F(MenusTest, LongTextStaysInsideItsWidget)
         EXPECT_LE(g.right, box.getX() + box.getWidth());
     }
 
-    const std::string longName(64, 'w');
-    dir.write("saves/" + longName + ".xml", "<save/>");
+    // The longest name a save may have, and a long level title.
+    const std::string longName(Game::maxSaveNameLength, 'W');
+    dir.write("saves/" + longName + ".xml", "<save currentlevel=\"first\" title=\"" + std::string(80, 'M') + "\"/>");
     MenuFrame::showScreen(LoadGameMenu::screenName);
     auto& menu = screen<LoadGameMenu>(LoadGameMenu::screenName);
     GUIComponent* row = menu.getList().getItem(0);

@@ -1,0 +1,37 @@
+#pragma once
+// The layout the Load Game and Save Game screens share: the save list on
+// the left under its column headings, the thumbnail on the right with two
+// lines about the save under it, buttons at the bottom, and the question
+// panel over the whole body. Positions count from the frame's top-left.
+#include <memory>
+#include <string>
+
+class ConfirmPanel;
+class GUIComponent;
+class Picture;
+class SaveListBox;
+
+namespace SaveMenuLayout {
+constexpr float frameWidth = 610.0f;
+constexpr float frameHeight = 320.0f;
+constexpr float margin = 15.0f;
+constexpr float headingY = 36.0f;
+constexpr float listY = 54.0f;
+constexpr float listWidth = 330.0f;
+constexpr float pictureX = 355.0f;
+constexpr float pictureY = 38.0f;
+constexpr float pictureWidth = 240.0f;
+constexpr float pictureHeight = 180.0f;
+constexpr float captionY = 222.0f;
+constexpr float detailY = 240.0f;
+constexpr float buttonY = 276.0f;
+
+// The headings over the list's columns.
+void addHeadings(GUIComponent& frame);
+std::unique_ptr<SaveListBox> makeList(float height);
+std::unique_ptr<Picture> makePicture(const std::string& image);
+std::unique_ptr<ConfirmPanel> makeConfirm(GUIComponent& frame);
+// saves/<name>.png read afresh (a save written again has a new picture), or
+// the fallback when there is none.
+std::string freshThumbnail(const std::string& name, const std::string& fallback);
+}

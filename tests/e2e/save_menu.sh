@@ -1,0 +1,133 @@
+#!/usr/bin/env bash
+# Saving and deleting from the menus alone, with real clicks at 640x480 and
+# 1920x1080: the level clock stands still while the menus or the console are
+# up; Save Game writes a named save (asking before writing over it) and shows
+# its picture; Load Game lists it at the top and loads it; Delete asks, then
+# removes it. Movie frames are kept as shots/<screen>_<width>.png
+# (BQ_KEEP_E2E=1 keeps them).
+set -euo pipefail
+game_dir=$1
+source "$(dirname "$0")/lib.bash"
+
+snap() {
+  if [ "$W" -gt 1000 ]; then sleep 2.5; else sleep 0.8; fi
+  mkdir -p "$shots"
+  local f
+  f=$(ls "$work"/screenshots/movie*.png 2>/dev/null | sort | tail -n 2 | head -n 1)
+  [ -n "$f" ] || fail "no movie frames"
+  cp "$f" "$shots/$1_${W}.png"
+}
+at() { xdotool mousemove --window "$win" "$1" "$2"; sleep 0.2; }
+click() { at "$1" "$2"; xdotool click 1; sleep 0.4; }
+keys() {
+  local k
+  for k in "$@"; do xdotool keydown "$k"; sleep 0.08; xdotool keyup "$k"; sleep 0.05; done
+  sleep 0.3
+}
+# Menu frames are centred in the band between the logo (150 px) and the task
+# bar (44 px), or in the window when taller than that band.
+frame_left() { echo $(((W - $1) / 2)); }
+frame_top() {
+  local h=$1 band=$((H - 194)) top
+  if [ "$h" -gt "$band" ]; then top=$(((H + h) / 2)); else top=$((44 + (band + h) / 2)); fi
+  echo $((H - top))
+}
+# Centre of a widget at (rx, ry, w, h) in the 610 x 320 save screens.
+widget() { echo $(($(frame_left 610) + $1 + $3 / 2)) $(($(frame_top 320) + $2 + $4 / 2)); }
+main_menu_load() { echo $(($(frame_left 240) + 120)) $(($(frame_top 220) + 88 + 16)); }
+# Over a level the task bar holds four buttons: Main Menu, Save Game,
+# Options, Resume Game.
+taskbar() { echo $(((W - 550) / 2 + $1 * 140 + 65)) $((H - 22)); }
+level_time() { player_info "$work" "$win" | cut -d' ' -f3; }
+held_for() {
+  awk -v a="$1" -v b="$2" 'BEGIN { exit !(b - a < 1500) }' || fail "the level clock ran from $1 to $2 ms behind $3"
+}
+
+run_flow() {
+  W=$1 H=$2
+  export BQ_XVFB_SCREEN=${W}x${H}x24
+  work=$(make_game_copy "$game_dir")
+  shots=${E2E_SHOTS:-$work/shots}
+  start_game "$work" +set skiplogo 1 +set firstrun 0 +set vidfullscreen 0 +set vidwidth "$W" +set vidheight "$H" \
+    +bind k playerinfo +map test +movierecord 8
+  wait_for_log "$work" "REND New Res" 30
+  focus_game_window
+  sleep 1.5
+  xdotool keydown d; sleep 0.6; xdotool keyup d
+
+  # The clock runs in play, and stands still behind the menus and the console.
+  local t0 t1 t2 t3
+  t0=$(level_time); sleep 2; t1=$(level_time)
+  awk -v a="$t0" -v b="$t1" 'BEGIN { exit !(b - a > 1500) }' || fail "the level clock did not run in play ($t0 -> $t1)"
+  keys Escape
+  wait_for_log "$work" "Show GUI" 10
+  snap menus_over_level
+  sleep 3
+  click $(taskbar 3)
+  t2=$(level_time)
+  held_for "$t1" "$t2" "the menus"
+  keys grave; sleep 3; keys grave
+  t3=$(level_time)
+  held_for "$t2" "$t3" "the console"
+  echo "level clock at ${W}x${H}: play $t0 -> $t1, menus -> $t2, console -> $t3"
+  # An older save for the list: the quick save key.
+  keys F5
+  wait_for_log "$work" "^Saving save game: saves/quicksave.xml$" 10
+  sleep 1.2
+
+  # Save Game: a name with a space, then Save.
+  keys Escape
+  click $(taskbar 1)
+  snap savegame
+  click $(widget 65 274 280 26)
+  keys End BackSpace BackSpace BackSpace BackSpace BackSpace m e n u space r u n
+  click $(widget 480 276 115 30)
+  wait_for_log "$work" "^Saving save game: saves/menu run.xml$" 10
+  wait_for_file "$work/saves/menu run.png" 10
+  snap saved
+  # Again: asked first; Yes writes it once more.
+  click $(widget 480 276 115 30)
+  snap overwrite
+  [ "$(grep -c '^Saving save game: saves/menu run.xml$' "$work/outputlog.txt")" = 1 ] ||
+    fail "a taken name was written over without asking"
+  click $(widget 250 185 90 28)
+  for _ in $(seq 50); do
+    [ "$(grep -c '^Saving save game: saves/menu run.xml$' "$work/outputlog.txt")" = 2 ] && break
+    sleep 0.1
+  done
+  [ "$(grep -c '^Saving save game: saves/menu run.xml$' "$work/outputlog.txt")" = 2 ] || fail "Yes did not save"
+  grep -q 'title="Test"' "$work/saves/menu run.xml" || fail "the save does not name its level's title"
+
+  # Load Game from the main menu: the newest save is at the top.
+  click $(taskbar 0)
+  click $(main_menu_load)
+  snap loadgame
+  click $(widget 15 54 310 20)
+  snap loadgame_selected
+  click $(widget 355 276 115 30)
+  wait_for_log "$work" "^Loading save game: saves/menu run.xml$" 10
+  sleep 1
+
+  # Delete: No keeps it, Yes removes it and the list says it is empty.
+  keys Escape
+  click $(taskbar 0)
+  click $(main_menu_load)
+  click $(widget 15 54 310 20)
+  click $(widget 480 276 115 30)
+  snap delete_confirm
+  click $(widget 360 185 90 28)
+  [ -f "$work/saves/menu run.xml" ] || fail "No deleted the save"
+  click $(widget 480 276 115 30)
+  click $(widget 250 185 90 28)
+  wait_for_log "$work" "^Deleted save game: saves/menu run.xml$" 10
+  [ ! -e "$work/saves/menu run.xml" ] && [ ! -e "$work/saves/menu run.png" ] || fail "the save is still there"
+  snap deleted
+  check_no_missing_media
+  stop_game
+  kill "$XVFB_PID" 2>/dev/null || true
+  [ -n "${BQ_KEEP_E2E:-}" ] || rm -rf "$work"
+}
+
+run_flow 640 480
+run_flow 1920 1080
+echo "save menu ok"
