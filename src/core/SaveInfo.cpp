@@ -129,7 +129,7 @@ std::string SaveInfo::formatWritten(std::time_t when)
     if (!localtime_r(&when, &local))
         return "";
     char text[32];
-    return std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", &local) ? text : "";
+    return std::strftime(text, sizeof text, "%d %b %Y %H:%M", &local) ? text : "";
 }
 
 std::string SaveInfo::formatPlayTime(long seconds)

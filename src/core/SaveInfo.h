@@ -35,7 +35,7 @@ public:
     // else the name with a capital first letter.
     static std::string levelTitle(const std::string& level);
 
-    // "2026-11-25 17:04" in local time.
+    // "25 Nov 2026 17:04" in local time.
     static std::string formatWritten(std::time_t when);
     // "12:05", or "1:02:03" from an hour on.
     static std::string formatPlayTime(long seconds);

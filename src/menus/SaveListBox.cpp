@@ -10,7 +10,7 @@
 
 namespace {
 // Share of the row each column takes; the played time is short.
-constexpr float columnShares[] = {0.3f, 0.26f, 0.28f};
+constexpr float columnShares[] = {0.33f, 0.2f, 0.3f};
 
 std::string shortWritten(std::time_t when)
 {
@@ -79,11 +79,12 @@ void SaveListBox::draw(IRenderer& renderer)
 
 std::string SaveListBox::rowText(const SaveInfo& save)
 {
+    // The mark first, so a long name cut short still shows it.
     std::string name = save.name;
     if (save.kind == SaveInfo::Kind::quick)
-        name += " (quick)";
+        name = "Quick save";
     else if (save.kind == SaveInfo::Kind::checkpoint)
-        name += " (checkpoint)";
+        name = "Checkpoint: " + save.name;
     if (!save.readable)
         return name + "\t(damaged)";
     return name + "\t" + save.title + "\t" + shortWritten(save.written) + "\t" +
@@ -101,5 +102,5 @@ std::string SaveListBox::detailText(const SaveInfo& save)
 {
     if (!save.readable)
         return "";
-    return "Written " + SaveInfo::formatWritten(save.written) + ", played " + SaveInfo::formatPlayTime(save.playSeconds);
+    return SaveInfo::formatWritten(save.written) + ", played " + SaveInfo::formatPlayTime(save.playSeconds);
 }

@@ -29,7 +29,7 @@ public:
     // Name (with its kind), title, date and time, play time; tab separated.
     static std::string rowText(const SaveInfo& save);
     // Under the thumbnail: "quicksave - Quick save: Quay", then
-    // "Written 2026-11-25 17:04, played 12:05".
+    // "25 Nov 2026 17:04, played 12:05".
     static std::string captionText(const SaveInfo& save);
     static std::string detailText(const SaveInfo& save);
 

@@ -13,7 +13,8 @@ class SaveListBox;
 
 namespace SaveMenuLayout {
 constexpr float frameWidth = 610.0f;
-constexpr float frameHeight = 320.0f;
+// Fits between the logo and the task bar at 640 x 480.
+constexpr float frameHeight = 286.0f;
 constexpr float margin = 15.0f;
 constexpr float headingY = 36.0f;
 constexpr float listY = 54.0f;
@@ -24,7 +25,7 @@ constexpr float pictureWidth = 240.0f;
 constexpr float pictureHeight = 180.0f;
 constexpr float captionY = 222.0f;
 constexpr float detailY = 240.0f;
-constexpr float buttonY = 276.0f;
+constexpr float buttonY = 246.0f;
 
 // The headings over the list's columns.
 void addHeadings(GUIComponent& frame);

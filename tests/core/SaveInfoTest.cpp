@@ -113,7 +113,7 @@ TEST(SaveInfoText, DatesAndPlayTimesReadAsPlayersExpect)
     const std::string saved = oldTz ? oldTz : "";
     ::setenv("TZ", "UTC", 1);
     ::tzset();
-    EXPECT_EQ(SaveInfo::formatWritten(1764090240), "2025-11-25 17:04");
+    EXPECT_EQ(SaveInfo::formatWritten(1764090240), "25 Nov 2025 17:04");
     oldTz ? ::setenv("TZ", saved.c_str(), 1) : ::unsetenv("TZ");
     ::tzset();
 

@@ -32,15 +32,25 @@ frame_top() {
   if [ "$h" -gt "$band" ]; then top=$(((H + h) / 2)); else top=$((44 + (band + h) / 2)); fi
   echo $((H - top))
 }
-# Centre of a widget at (rx, ry, w, h) in the 610 x 320 save screens.
-widget() { echo $(($(frame_left 610) + $1 + $3 / 2)) $(($(frame_top 320) + $2 + $4 / 2)); }
+# Centre of a widget at (rx, ry, w, h) in the 610 x 286 save screens.
+widget() { echo $(($(frame_left 610) + $1 + $3 / 2)) $(($(frame_top 286) + $2 + $4 / 2)); }
 main_menu_load() { echo $(($(frame_left 240) + 120)) $(($(frame_top 220) + 88 + 16)); }
 # Over a level the task bar holds four buttons: Main Menu, Save Game,
 # Options, Resume Game.
 taskbar() { echo $(((W - 550) / 2 + $1 * 140 + 65)) $((H - 22)); }
 level_time() { player_info "$work" "$win" | cut -d' ' -f3; }
-held_for() {
-  awk -v a="$1" -v b="$2" 'BEGIN { exit !(b - a < 1500) }' || fail "the level clock ran from $1 to $2 ms behind $3"
+# How far the level clock moves (ms) while the menus or the console stay up
+# for $2 seconds.
+behind() {
+  local before after
+  before=$(level_time)
+  if [ "$1" = menus ]; then
+    keys Escape; sleep "$2"; click $(taskbar 3)
+  else
+    keys grave; sleep "$2"; keys grave
+  fi
+  after=$(level_time)
+  awk -v a="$before" -v b="$after" 'BEGIN { print int(b - a) }'
 }
 
 run_flow() {
@@ -55,21 +65,26 @@ run_flow() {
   sleep 1.5
   xdotool keydown d; sleep 0.6; xdotool keyup d
 
-  # The clock runs in play, and stands still behind the menus and the console.
-  local t0 t1 t2 t3
-  t0=$(level_time); sleep 2; t1=$(level_time)
-  awk -v a="$t0" -v b="$t1" 'BEGIN { exit !(b - a > 1500) }' || fail "the level clock did not run in play ($t0 -> $t1)"
+  # The clock runs in play, and stands still behind the menus and the
+  # console: holding them up 4 s longer adds nothing to it. (At 640x480 the
+  # game keeps real time; a big software-drawn window does not.)
+  if [ "$W" -le 1000 ]; then
+    local t0 t1 rate short long
+    t0=$(level_time); sleep 2; t1=$(level_time)
+    rate=$(awk -v a="$t0" -v b="$t1" 'BEGIN { print (b - a) / 2000 }')
+    awk -v r="$rate" 'BEGIN { exit !(r > 0.5) }' || fail "the level clock did not run in play ($t0 -> $t1)"
+    for what in menus console; do
+      short=$(behind $what 0.5)
+      long=$(behind $what 4.5)
+      echo "level clock behind the $what at ${W}x${H}: $short ms over 0.5 s, $long ms over 4.5 s (play rate $rate)"
+      [ $((long - short)) -lt 1500 ] || fail "the world ran behind the $what ($short ms, then $long ms)"
+    done
+  fi
   keys Escape
   wait_for_log "$work" "Show GUI" 10
   snap menus_over_level
-  sleep 3
   click $(taskbar 3)
-  t2=$(level_time)
-  held_for "$t1" "$t2" "the menus"
-  keys grave; sleep 3; keys grave
-  t3=$(level_time)
-  held_for "$t2" "$t3" "the console"
-  echo "level clock at ${W}x${H}: play $t0 -> $t1, menus -> $t2, console -> $t3"
+
   # An older save for the list: the quick save key.
   keys F5
   wait_for_log "$work" "^Saving save game: saves/quicksave.xml$" 10
@@ -79,18 +94,18 @@ run_flow() {
   keys Escape
   click $(taskbar 1)
   snap savegame
-  click $(widget 65 274 280 26)
+  click $(widget 65 244 280 26)
   keys End BackSpace BackSpace BackSpace BackSpace BackSpace m e n u space r u n
-  click $(widget 480 276 115 30)
+  click $(widget 480 246 115 30)
   wait_for_log "$work" "^Saving save game: saves/menu run.xml$" 10
   wait_for_file "$work/saves/menu run.png" 10
   snap saved
   # Again: asked first; Yes writes it once more.
-  click $(widget 480 276 115 30)
+  click $(widget 480 246 115 30)
   snap overwrite
   [ "$(grep -c '^Saving save game: saves/menu run.xml$' "$work/outputlog.txt")" = 1 ] ||
     fail "a taken name was written over without asking"
-  click $(widget 250 185 90 28)
+  click $(widget 250 168 90 28)
   for _ in $(seq 50); do
     [ "$(grep -c '^Saving save game: saves/menu run.xml$' "$work/outputlog.txt")" = 2 ] && break
     sleep 0.1
@@ -104,7 +119,7 @@ run_flow() {
   snap loadgame
   click $(widget 15 54 310 20)
   snap loadgame_selected
-  click $(widget 355 276 115 30)
+  click $(widget 355 246 115 30)
   wait_for_log "$work" "^Loading save game: saves/menu run.xml$" 10
   sleep 1
 
@@ -113,12 +128,12 @@ run_flow() {
   click $(taskbar 0)
   click $(main_menu_load)
   click $(widget 15 54 310 20)
-  click $(widget 480 276 115 30)
+  click $(widget 480 246 115 30)
   snap delete_confirm
-  click $(widget 360 185 90 28)
+  click $(widget 360 168 90 28)
   [ -f "$work/saves/menu run.xml" ] || fail "No deleted the save"
-  click $(widget 480 276 115 30)
-  click $(widget 250 185 90 28)
+  click $(widget 480 246 115 30)
+  click $(widget 250 168 90 28)
   wait_for_log "$work" "^Deleted save game: saves/menu run.xml$" 10
   [ ! -e "$work/saves/menu run.xml" ] && [ ! -e "$work/saves/menu run.png" ] || fail "the save is still there"
   snap deleted
