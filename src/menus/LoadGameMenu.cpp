@@ -39,10 +39,10 @@ LoadGameMenu::LoadGameMenu()
     list = addRelative(makeList(buttonY + 30.0f - listY));
     forwardActions(*list);
     picture = addRelative(makePicture(defaultPicture));
-    caption = addLabel(noSelection, pictureX, captionY, pictureWidth, 18.0f);
-    detail = addLabel("", pictureX, detailY, pictureWidth, 18.0f);
-    addButton("Load Game", "loadgame", pictureX, buttonY, 115.0f, 30.0f, true);
-    addButton("Delete", "deletesave", pictureX + pictureWidth - 115.0f, buttonY, 115.0f, 30.0f, false);
+    caption = addLabel(noSelection, pictureX, captionY, pictureWidth, lineHeight);
+    detail = addLabel("", pictureX, detailY, pictureWidth, lineHeight);
+    addButton("Load Game", "loadgame", pictureX, buttonY, buttonWidth, buttonHeight, true);
+    addButton("Delete", "deletesave", pictureX + pictureWidth - buttonWidth, buttonY, buttonWidth, buttonHeight, false);
     confirm = addRelative(makeConfirm(*this));
     addActionListener(std::make_unique<LoadGameMenuListener>(*this));
 }

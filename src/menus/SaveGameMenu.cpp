@@ -59,9 +59,9 @@ SaveGameMenu::SaveGameMenu()
              margin, buttonY - 26.0f, listWidth, 18.0f);
 
     picture = addRelative(makePicture(defaultPicture));
-    caption = addLabel("", pictureX, captionY, pictureWidth, 18.0f);
-    message = addLabel("", pictureX, detailY, pictureWidth, 18.0f);
-    addButton("Save", "savenow", pictureX + pictureWidth - 115.0f, buttonY, 115.0f, 30.0f, false);
+    caption = addLabel("", pictureX, captionY, pictureWidth, lineHeight);
+    message = addLabel("", pictureX, detailY, pictureWidth, lineHeight);
+    addButton("Save", "savenow", pictureX + pictureWidth - buttonWidth, buttonY, buttonWidth, buttonHeight, false);
     confirm = addRelative(makeConfirm(*this));
     addActionListener(std::make_unique<SaveGameMenuListener>(*this));
 }

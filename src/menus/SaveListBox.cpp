@@ -10,7 +10,7 @@
 
 namespace {
 // Share of the row each column takes; the played time is short.
-constexpr float columnShares[] = {0.33f, 0.2f, 0.3f};
+constexpr float columnShares[] = {0.3f, 0.18f, 0.34f};
 
 std::string shortWritten(std::time_t when)
 {

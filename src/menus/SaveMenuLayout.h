@@ -19,13 +19,16 @@ constexpr float margin = 15.0f;
 constexpr float headingY = 36.0f;
 constexpr float listY = 54.0f;
 constexpr float listWidth = 330.0f;
-constexpr float pictureX = 355.0f;
-constexpr float pictureY = 38.0f;
-constexpr float pictureWidth = 240.0f;
-constexpr float pictureHeight = 180.0f;
-constexpr float captionY = 222.0f;
-constexpr float detailY = 240.0f;
+constexpr float pictureX = 371.0f;
+constexpr float pictureY = 36.0f;
+constexpr float pictureWidth = 224.0f;
+constexpr float pictureHeight = 168.0f;
+constexpr float captionY = 206.0f;
+constexpr float detailY = 223.0f;
+constexpr float lineHeight = 16.0f;
 constexpr float buttonY = 246.0f;
+constexpr float buttonWidth = 107.0f;
+constexpr float buttonHeight = 30.0f;
 
 // The headings over the list's columns.
 void addHeadings(GUIComponent& frame);

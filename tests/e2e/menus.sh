@@ -116,7 +116,7 @@ run_flow() {
   if [ -f "$work/saves/run1.xml" ]; then
     click $(widget 610 286 15 54 310 20)
     snap loadgame_selected
-    click $(widget 610 286 355 246 115 30)
+    click $(widget 610 286 371 246 107 30)
     wait_for_log "$work" "Loading save game: saves/run1.xml" 20
     sleep 1
     snap loaded

@@ -6,6 +6,7 @@ output is committed.
   python3 tools/maps/ranges.py            # writes into maps/
 """
 import os
+from xml.sax.saxutils import escape
 import sys
 
 TILE = 64.0
@@ -18,6 +19,8 @@ def fmt(v):
 class Level:
     def __init__(self, name):
         self.name = name
+        # Shown in the save lists; without one the game uses the name.
+        self.title = None
         self.parts = []
         self.count = {}
 
@@ -85,7 +88,8 @@ class Level:
     def write(self, directory):
         path = os.path.join(directory, self.name + '.xml')
         with open(path, 'w') as out:
-            out.write('<?xml version="1.0" ?>\n<level name="%s">\n <Objects>\n' % self.name)
+            title = ' title="%s"' % escape(self.title, {'"': '&quot;'}) if self.title else ''
+            out.write('<?xml version="1.0" ?>\n<level name="%s"%s>\n <Objects>\n' % (self.name, title))
             out.write('\n'.join(self.parts))
             out.write('\n </Objects>\n</level>\n')
         return path
