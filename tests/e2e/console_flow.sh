@@ -103,7 +103,8 @@ hides=$(grep -c "Hide GUI" "$work/outputlog.txt" || true)
 xdotool click 1; sleep 0.5
 [ "$(grep -c "Hide GUI" "$work/outputlog.txt" || true)" -gt "$hides" ] || fail "a click right after Escape was lost"
 
-# kill typed in the console: the level restarts while it is still open.
+# kill typed in the console: the world waits while it is open, so the level
+# restarts once it closes, and the keys are the game's.
 console_line "kill" 4
 keys_reach_game "after kill"
 stop_game
