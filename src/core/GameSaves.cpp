@@ -13,8 +13,8 @@
 #include <ctime>
 
 #include "console/Console.h"
-#include "core/SaveInfo.h"
 #include "console/ConsolePrint.h"
+#include "core/SaveInfo.h"
 #include "gameplay/GameplaySingleton.h"
 #include "gameplay/IGameplay.h"
 #include "gui/GUIManager.h"

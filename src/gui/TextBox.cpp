@@ -94,7 +94,8 @@ void TextBox::keyDown(int symbol, int character, const std::string& keyName)
     } else if (keyName == "ESCAPE") {
         Button::keyDown(symbol, character, keyName);
         return;
-    } else if (const char c = acceptsQuotes && keyName == "'" && shiftHeld() ? '"' : typedCharacter(keyName, shiftHeld())) {
+    } else if (const char c = acceptsQuotes && keyName == "'" && shiftHeld() ? '"'
+                                                                            : typedCharacter(keyName, shiftHeld())) {
         accepted = text.size() < maxLength;
         if (accepted)
             text.insert(cursor++, 1, c);

@@ -72,8 +72,9 @@ void SaveListBox::draw(IRenderer& renderer)
     if (FontRenderer* font = textFont(renderer, "vera", 12)) {
         renderer.setColour(200.0f, 200.0f, 200.0f, 255.0f);
         const float room = width - scrollbarWidth;
-        font->drawText(centredLeft(*font, emptyText, x, room), font->centredY(y, ListBoxItem::rowHeight * 2.0f, emptyText),
-                       emptyText);
+        // Where the second row would be.
+        const float baseline = font->centredY(y, ListBoxItem::rowHeight * 2.0f, emptyText);
+        font->drawText(centredLeft(*font, emptyText, x, room), baseline, emptyText);
     }
 }
 
