@@ -72,7 +72,7 @@ void SaveListBox::draw(IRenderer& renderer)
     if (FontRenderer* font = textFont(renderer, "vera", 12)) {
         renderer.setColour(200.0f, 200.0f, 200.0f, 255.0f);
         const float room = width - scrollbarWidth;
-        // Where the second row would be.
+        // Centred on the first two rows, where a player looks first.
         const float baseline = font->centredY(y, ListBoxItem::rowHeight * 2.0f, emptyText);
         font->drawText(centredLeft(*font, emptyText, x, room), baseline, emptyText);
     }
