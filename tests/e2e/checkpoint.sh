@@ -46,7 +46,9 @@ xdotool key --window "$win" u
 sleep 0.4
 xdotool key --window "$win" p
 wait_for_log "$work" "Writing screenshot to screenshots/screenshot0000.png" 10
-sleep 3
+# However slowly the machine runs, the way back is the checkpoint's save.
+wait_for_log "$work" "^Loading save game: saves/temp.xml" 20
+sleep 0.5
 x=$(x_of)
 echo "went on to x $away, died, back at x $x"
 [ "$away" -gt 2000 ] || fail "the warp on left the player at x $away"
