@@ -36,13 +36,14 @@ LoadGameMenu::LoadGameMenu()
 {
     using namespace SaveMenuLayout;
     addHeadings(*this);
-    list = addRelative(makeList(buttonY + 30.0f - listY));
+    list = addRelative(makeList(buttonY - 8.0f - listY));
     forwardActions(*list);
     picture = addRelative(makePicture(defaultPicture));
     caption = addLabel(noSelection, pictureX, captionY, pictureWidth, lineHeight);
     detail = addLabel("", pictureX, detailY, pictureWidth, lineHeight);
-    addButton("Load Game", "loadgame", pictureX, buttonY, buttonWidth, buttonHeight, true);
-    addButton("Delete", "deletesave", pictureX + pictureWidth - buttonWidth, buttonY, buttonWidth, buttonHeight, false);
+    const float right = margin + listWidth;
+    addButton("Load Game", "loadgame", right - 2.0f * buttonWidth - 10.0f, buttonY, buttonWidth, buttonHeight, true);
+    addButton("Delete", "deletesave", right - buttonWidth, buttonY, buttonWidth, buttonHeight, false);
     confirm = addRelative(makeConfirm(*this));
     addActionListener(std::make_unique<LoadGameMenuListener>(*this));
 }

@@ -42,12 +42,13 @@ SaveGameMenu::SaveGameMenu()
 {
     using namespace SaveMenuLayout;
     addHeadings(*this);
-    list = addRelative(makeList(buttonY - 40.0f - listY));
+    list = addRelative(makeList(buttonY - 52.0f - listY));
     forwardActions(*list);
 
-    addLabel("Name:", margin, buttonY - 2.0f, 50.0f, 26.0f);
+    constexpr float saveWidth = 72.0f;
+    addLabel("Name:", margin, buttonY + 2.0f, 50.0f, 26.0f);
     auto box = std::make_unique<TextBox>();
-    box->setBounds(margin + 50.0f, buttonY - 2.0f, listWidth - 50.0f, 26.0f);
+    box->setBounds(margin + 50.0f, buttonY + 2.0f, listWidth - 60.0f - saveWidth, 26.0f);
     // Room for the quotes around a name of the longest length.
     box->setMaxLength(Game::maxSaveNameLength + 2);
     box->setAcceptsQuotes(true);
@@ -56,12 +57,12 @@ SaveGameMenu::SaveGameMenu()
     nameBox = addRelative(std::move(box));
     forwardActions(*nameBox);
     addLabel("Up to " + std::to_string(Game::maxSaveNameLength) + " letters, digits, spaces, '-', '_' or '.'",
-             margin, buttonY - 26.0f, listWidth, 18.0f);
+             margin, buttonY - 46.0f, listWidth, 18.0f);
 
     picture = addRelative(makePicture(defaultPicture));
     caption = addLabel("", pictureX, captionY, pictureWidth, lineHeight);
     message = addLabel("", pictureX, detailY, pictureWidth, lineHeight);
-    addButton("Save", "savenow", pictureX + pictureWidth - buttonWidth, buttonY, buttonWidth, buttonHeight, false);
+    addButton("Save", "savenow", margin + listWidth - saveWidth, buttonY, saveWidth, buttonHeight, false);
     confirm = addRelative(makeConfirm(*this));
     addActionListener(std::make_unique<SaveGameMenuListener>(*this));
 }

@@ -1,8 +1,8 @@
 #pragma once
 // The layout the Load Game and Save Game screens share: the save list on
-// the left under its column headings, the thumbnail on the right with two
-// lines about the save under it, buttons at the bottom, and the question
-// panel over the whole body. Positions count from the frame's top-left.
+// the left under its column headings with the screen's controls below it,
+// the thumbnail on the right with two lines about the save under it, and
+// the question panel over the whole body. Positions count from the frame's top-left.
 #include <memory>
 #include <string>
 
@@ -18,15 +18,17 @@ constexpr float frameHeight = 286.0f;
 constexpr float margin = 15.0f;
 constexpr float headingY = 36.0f;
 constexpr float listY = 54.0f;
-constexpr float listWidth = 330.0f;
-constexpr float pictureX = 371.0f;
+// The thumbnail as large as the frame allows, the list filling the rest.
+constexpr float pictureWidth = 256.0f;
+constexpr float pictureHeight = 192.0f;
+constexpr float pictureX = frameWidth - margin - pictureWidth;
 constexpr float pictureY = 36.0f;
-constexpr float pictureWidth = 224.0f;
-constexpr float pictureHeight = 168.0f;
-constexpr float captionY = 206.0f;
-constexpr float detailY = 223.0f;
+constexpr float listWidth = pictureX - 10.0f - margin;
+constexpr float captionY = pictureY + pictureHeight + 4.0f;
 constexpr float lineHeight = 16.0f;
-constexpr float buttonY = 246.0f;
+constexpr float detailY = captionY + lineHeight + 1.0f;
+// The bottom row of the list's column.
+constexpr float buttonY = 248.0f;
 constexpr float buttonWidth = 107.0f;
 constexpr float buttonHeight = 30.0f;
 

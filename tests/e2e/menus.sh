@@ -114,9 +114,9 @@ run_flow() {
   click $(widget 240 220 20 88 200 32)
   snap loadgame
   if [ -f "$work/saves/run1.xml" ]; then
-    click $(widget 610 286 15 54 310 20)
+    click $(widget 610 286 15 54 294 20)
     snap loadgame_selected
-    click $(widget 610 286 371 246 107 30)
+    click $(widget 610 286 105 248 107 30)
     wait_for_log "$work" "Loading save game: saves/run1.xml" 20
     sleep 1
     snap loaded

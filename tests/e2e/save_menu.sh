@@ -94,14 +94,14 @@ run_flow() {
   keys Escape
   click $(taskbar 1)
   snap savegame
-  click $(widget 65 244 280 26)
+  click $(widget 65 250 184 26)
   keys End BackSpace BackSpace BackSpace BackSpace BackSpace m e n u space r u n
-  click $(widget 488 246 107 30)
+  click $(widget 257 248 72 30)
   wait_for_log "$work" "^Saving save game: saves/menu run.xml$" 10
   wait_for_file "$work/saves/menu run.png" 10
   snap saved
   # Again: asked first; Yes writes it once more.
-  click $(widget 488 246 107 30)
+  click $(widget 257 248 72 30)
   snap overwrite
   [ "$(grep -c '^Saving save game: saves/menu run.xml$' "$work/outputlog.txt")" = 1 ] ||
     fail "a taken name was written over without asking"
@@ -117,9 +117,9 @@ run_flow() {
   click $(taskbar 0)
   click $(main_menu_load)
   snap loadgame
-  click $(widget 15 54 310 20)
+  click $(widget 15 54 294 20)
   snap loadgame_selected
-  click $(widget 371 246 107 30)
+  click $(widget 105 248 107 30)
   wait_for_log "$work" "^Loading save game: saves/menu run.xml$" 10
   sleep 1
 
@@ -127,12 +127,12 @@ run_flow() {
   keys Escape
   click $(taskbar 0)
   click $(main_menu_load)
-  click $(widget 15 54 310 20)
-  click $(widget 488 246 107 30)
+  click $(widget 15 54 294 20)
+  click $(widget 222 248 107 30)
   snap delete_confirm
   click $(widget 360 168 90 28)
   [ -f "$work/saves/menu run.xml" ] || fail "No deleted the save"
-  click $(widget 488 246 107 30)
+  click $(widget 222 248 107 30)
   click $(widget 250 168 90 28)
   wait_for_log "$work" "^Deleted save game: saves/menu run.xml$" 10
   [ ! -e "$work/saves/menu run.xml" ] && [ ! -e "$work/saves/menu run.png" ] || fail "the save is still there"
