@@ -66,18 +66,20 @@ run_flow() {
   xdotool keydown d; sleep 0.6; xdotool keyup d
 
   # The clock runs in play, and stands still behind the menus and the
-  # console: holding them up 4 s longer adds nothing to it. (At 640x480 the
-  # game keeps real time; a big software-drawn window does not.)
+  # console: holding them up 6 s longer adds nothing to it, where in play it
+  # would add 6 s at the rate the clock ran. (A big software-drawn window
+  # runs too slowly for the difference to stand out.)
   if [ "$W" -le 1000 ]; then
     local t0 t1 rate short long
     t0=$(level_time); sleep 2; t1=$(level_time)
     rate=$(awk -v a="$t0" -v b="$t1" 'BEGIN { print (b - a) / 2000 }')
-    awk -v r="$rate" 'BEGIN { exit !(r > 0.5) }' || fail "the level clock did not run in play ($t0 -> $t1)"
+    awk -v r="$rate" 'BEGIN { exit !(r > 0.2) }' || fail "the level clock did not run in play ($t0 -> $t1)"
     for what in menus console; do
       short=$(behind $what 0.5)
-      long=$(behind $what 4.5)
-      echo "level clock behind the $what at ${W}x${H}: $short ms over 0.5 s, $long ms over 4.5 s (play rate $rate)"
-      [ $((long - short)) -lt 1500 ] || fail "the world ran behind the $what ($short ms, then $long ms)"
+      long=$(behind $what 6.5)
+      echo "level clock behind the $what at ${W}x${H}: $short ms over 0.5 s, $long ms over 6.5 s (play rate $rate)"
+      awk -v d=$((long - short)) -v r="$rate" 'BEGIN { exit !(d < 3000 * r) }' ||
+        fail "the world ran behind the $what ($short ms, then $long ms)"
     done
   fi
   keys Escape
