@@ -111,6 +111,8 @@ void CommandRegistry::runCommand(const std::string& text) {
         return;
     }
     parseCommandLine(text);
+    if (watcher)
+        watcher(commandName);
 
     if (GameCommand* command = findCommand(commandName)) {
         if (command->action) {

@@ -2,6 +2,7 @@
 
 #include "console/GameCommand.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -66,6 +67,9 @@ public:
     std::vector<std::string> arguments;   // the remaining words
     int argumentCount = 0;                // arguments.size()
     std::string argumentLine;             // the arguments joined by single blanks
+    // Told the first word of every command line about to run, scripts'
+    // included: demos note the cheats that ran.
+    std::function<void(const std::string& name)> watcher;
 
 private:
     void listCommands();

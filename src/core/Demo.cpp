@@ -1,5 +1,6 @@
 #include "core/Demo.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cinttypes>
 #include <cmath>
@@ -7,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 
 #include "core/Game.h"
@@ -76,6 +78,106 @@ std::string nextWord(const std::string& line, size_t& pos)
     pos = end == std::string::npos ? line.size() : end + 1;
     return word;
 }
+}
+
+bool Demo::PlayerState::parse(const std::string& text, std::string& error)
+{
+    *this = PlayerState();
+    auto number = [](const std::string& word, int low, int high, int& out) {
+        const bool negative = !word.empty() && word[0] == '-';
+        uint64_t value = 0;
+        if (!parseUnsigned(negative ? word.substr(1) : word, static_cast<uint64_t>(INT32_MAX), value))
+            return false;
+        const int64_t signedValue = negative ? -static_cast<int64_t>(value) : static_cast<int64_t>(value);
+        if (signedValue < low || signedValue > high)
+            return false;
+        out = static_cast<int>(signedValue);
+        return true;
+    };
+    bool seen[11] = {};
+    size_t pos = 0;
+    while (pos < text.size()) {
+        const std::string key = nextWord(text, pos);
+        const std::string value = pos < text.size() ? nextWord(text, pos) : "";
+        static const char* const keys[] = {"health", "armour", "cash", "upgrade", "healthlevel", "armourlevel",
+                                           "swarmlevel", "weapon", "owns", "ammo"};
+        size_t k = 0;
+        while (k < std::size(keys) && key != keys[k])
+            ++k;
+        if (k == std::size(keys)) {
+            error = "unknown player value \"" + key.substr(0, 40) + "\"";
+            return false;
+        }
+        if (seen[k]) {
+            error = "player value " + key + " given twice";
+            return false;
+        }
+        seen[k] = true;
+        bool ok = true;
+        switch (k) {
+        case 0: ok = number(value, 1, maxHealth, health); break;
+        case 1: ok = number(value, 0, maxHealth, armour); break;
+        case 2: ok = number(value, 0, maxCash, cash); break;
+        case 3: ok = number(value, 0, 12, upgrade); break;
+        case 4: ok = number(value, 1, 5, healthLevel); break;
+        case 5: ok = number(value, 1, 5, armourLevel); break;
+        case 6: ok = number(value, 1, 5, swarmLevel); break;
+        case 7: ok = number(value, 1, 11, weapon); break;
+        case 8: {
+            // Ids ascending: at most eleven, no repeats.
+            size_t at = 0;
+            while (ok && at < value.size()) {
+                const size_t comma = std::min(value.find(',', at), value.size());
+                int id = 0;
+                ok = number(value.substr(at, comma - at), 1, 11, id) && (owns.empty() || id > owns.back());
+                if (ok)
+                    owns.push_back(id);
+                at = comma + 1;
+            }
+            ok = ok && !owns.empty();
+            break;
+        }
+        default: {
+            size_t at = 0;
+            while (ok && at < value.size()) {
+                const size_t comma = std::min(value.find(',', at), value.size());
+                const std::string item = value.substr(at, comma - at);
+                const size_t colon = item.find(':');
+                int type = 0;
+                int count = 0;
+                ok = colon != std::string::npos && number(item.substr(0, colon), 0, 11, type) &&
+                     number(item.substr(colon + 1), -1, maxAmmo, count) && (ammo.empty() || type > ammo.back().first);
+                if (ok)
+                    ammo.emplace_back(type, count);
+                at = comma + 1;
+            }
+            ok = ok && !ammo.empty();
+            break;
+        }
+        }
+        if (!ok) {
+            error = "bad player " + key + " \"" + value.substr(0, 40) + "\"";
+            return false;
+        }
+    }
+    if (!seen[0]) {
+        error = "player line without health";
+        return false;
+    }
+    return true;
+}
+
+std::string Demo::PlayerState::text() const
+{
+    std::string out = "health " + std::to_string(health) + " armour " + std::to_string(armour) + " cash " +
+                      std::to_string(cash) + " upgrade " + std::to_string(upgrade) + " healthlevel " +
+                      std::to_string(healthLevel) + " armourlevel " + std::to_string(armourLevel) +
+                      " swarmlevel " + std::to_string(swarmLevel) + " weapon " + std::to_string(weapon);
+    for (size_t i = 0; i < owns.size(); ++i)
+        out += (i ? "," : " owns ") + std::to_string(owns[i]);
+    for (size_t i = 0; i < ammo.size(); ++i)
+        out += (i ? "," : " ammo ") + std::to_string(ammo[i].first) + ":" + std::to_string(ammo[i].second);
+    return out;
 }
 
 bool Demo::isDemoName(const std::string& name)
@@ -156,6 +258,14 @@ bool Demo::read(std::istream& in, std::string& error)
             if (vars.size() >= 64)
                 return fail("too many variables");
             vars.emplace_back(name, value);
+        } else if (key == "player") {
+            if (player)
+                return fail("a second \"player\" line");
+            PlayerState state;
+            std::string why;
+            if (!state.parse(rest, why))
+                return fail(why);
+            player = std::move(state);
         } else if (key == "hashinterval") {
             uint64_t value = 0;
             if (!parseUnsigned(rest, maxHashInterval, value) || value == 0)
@@ -272,6 +382,8 @@ void Demo::write(std::ostream& out) const
     out << "seed " << seed << '\n';
     for (const auto& [name, value] : vars)
         out << "var " << name << ' ' << value << '\n';
+    if (player)
+        out << "player " << player->text() << '\n';
     out << "hashinterval " << hashInterval << '\n';
     out << "steps " << steps << '\n';
     // Merge the three streams by step. A hash at step n was taken once n

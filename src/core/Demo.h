@@ -10,11 +10,14 @@
 //   brindlequay demo 1
 //   level <name>            entry <spawn point>      seed <n>
 //   var <name> <value>      hashinterval <n>         steps <n>
+//   player health <n> armour <n> cash <n> upgrade <n> healthlevel <n>
+//          armourlevel <n> swarmlevel <n> weapon <id> owns <id>,... ammo <type>:<n>,...
 //   c <step> <command text> r <step>                 a <step> <x> <y>
 //   h <step> <world hash> <body id>:<digest> ...
 //   end
 #include <cstdint>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -46,6 +49,32 @@ public:
         int id = 0;
         uint32_t digest = 0;
     };
+    // What the player carries into a demo that goes on from the level
+    // before: without it a demo starts with a new player.
+    struct PlayerState {
+        static constexpr int maxHealth = 100000;
+        static constexpr int maxCash = 100000000;
+        static constexpr int maxAmmo = 100000;
+        int health = 100;
+        int armour = 0;
+        int cash = 0;
+        int upgrade = 0;
+        int healthLevel = 1;
+        int armourLevel = 1;
+        int swarmLevel = 1;
+        int weapon = 2;
+        std::vector<int> owns;                  // weapon ids 1 to 11, ascending
+        std::vector<std::pair<int, int>> ammo;  // ammo type 0 to 11 -> count, -1 unlimited
+        bool operator==(const PlayerState& o) const
+        {
+            return health == o.health && armour == o.armour && cash == o.cash && upgrade == o.upgrade &&
+                   healthLevel == o.healthLevel && armourLevel == o.armourLevel && swarmLevel == o.swarmLevel &&
+                   weapon == o.weapon && owns == o.owns && ammo == o.ammo;
+        }
+        // One "player" line's words after the key; false leaves `error` set.
+        bool parse(const std::string& text, std::string& error);
+        std::string text() const;
+    };
     struct Checkpoint {
         uint32_t step = 0;
         uint64_t hash = 0;
@@ -58,6 +87,7 @@ public:
     std::vector<std::pair<std::string, std::string>> vars;
     uint32_t hashInterval = defaultHashInterval;
     uint32_t steps = 0;
+    std::optional<PlayerState> player;
     std::vector<Event> events;
     std::vector<Aim> aims;
     std::vector<Checkpoint> checkpoints;

@@ -51,6 +51,8 @@ std::string badName(const std::string& name)
 
 DemoManager::DemoManager(Game& owner) : game(owner) {}
 
+DemoManager::~DemoManager() { CommandRegistry::instance().watcher = nullptr; }
+
 const std::vector<std::string>& DemoManager::simulationVars()
 {
     static const std::vector<std::string> names = {"gravity", "movemode", "maxgibs"};
@@ -69,9 +71,29 @@ bool DemoManager::isDemoCommand(const std::string& text)
     return std::find(std::begin(demoCommands), std::end(demoCommands), word) != std::end(demoCommands);
 }
 
+bool DemoManager::isCheat(const std::string& command)
+{
+    static const char* const cheatCommands[] = {
+        "god",        "noclip",      "give",       "giveall",          "upgrade", "warp",    "warpto",
+        "warpnearest", "invis",      "killvelocity", "fireplayer", "fireplayeratmouse", "map", "loadgame"};
+    std::string word = command;
+    std::transform(word.begin(), word.end(), word.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return std::find(std::begin(cheatCommands), std::end(cheatCommands), word) != std::end(cheatCommands);
+}
+
 void DemoManager::registerCommands()
 {
     traceVar = findVar("demotrace");
+    // Whatever way a command arrives (a key, a script it execs), it passes here.
+    CommandRegistry::instance().watcher = [this](const std::string& command) {
+        if (mode != Mode::idle && isCheat(command)) {
+            std::string word = command;
+            std::transform(word.begin(), word.end(), word.begin(),
+                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+            noteCheat(word);
+        }
+    };
     registerCommand("record a demo from a fresh start of a level: recorddemo <name> [level] [spawn point]",
                     "recorddemo", [this] {
                         if (registry().argumentCount < 1) {
@@ -123,6 +145,16 @@ bool DemoManager::startSession()
     game.loadLevel(demo.level, demo.entry);
     if (!game.isLevelLoaded() || game.getCurrentLevel() != demo.level)
         return false;
+    if (auto* player = dynamic_cast<Player*>(game.getPlayer()); player && demo.player)
+        givePlayerState(*player, *demo.player);
+    cheatsSeen.clear();
+    completionLine.clear();
+    completedStep = 0;
+    completionPending = completionReported = false;
+    startVars.clear();
+    for (const std::string& var : simulationVars())
+        if (const GameVar* v = findVar(var))
+            startVars.emplace_back(var, v->stringValue);
     if (GameInput* input = game.getGameInput())
         input->releaseAll();
     GameplayInput::fireWeaponId = 0;
@@ -135,7 +167,8 @@ bool DemoManager::startSession()
     return true;
 }
 
-bool DemoManager::record(const std::string& demoName, const std::string& level, const std::string& entry)
+bool DemoManager::record(const std::string& demoName, const std::string& level, const std::string& entry,
+                         const Demo::PlayerState* carried)
 {
     stop();
     if (!Demo::isDemoName(demoName)) {
@@ -159,6 +192,8 @@ bool DemoManager::record(const std::string& demoName, const std::string& level, 
     for (const std::string& var : simulationVars())
         if (const GameVar* v = findVar(var))
             demo.vars.emplace_back(var, v->stringValue);
+    if (carried)
+        demo.player = *carried;
     if (!startSession()) {
         demo.clear();
         finish(Outcome::failed, "Cannot record demo " + demoName + ": level " + levelName + " did not load");
@@ -291,6 +326,7 @@ void DemoManager::stop()
         if (step > 0 && (demo.checkpoints.empty() || demo.checkpoints.back().step != step))
             demo.checkpoints.push_back({step, lastHash.world, lastHash.bodies});
         demo.steps = step;
+        reportCompletion();
         mode = Mode::idle;
         const std::string path = Demo::pathFor(name);
         if (demo.save(path)) {
@@ -394,17 +430,25 @@ void DemoManager::afterStep()
     if (mode == Mode::idle)
         return;
     ++step;
+    checkVariables();
+    if (completionPending) {
+        completionPending = false;
+        completedStep = step;
+    }
     if (mode == Mode::recording) {
         // The stop may come before the next checkpoint: keep this step's hash.
         WorldHash::compute(game, lastHash);
         if (step % demo.hashInterval == 0)
             demo.checkpoints.push_back({step, lastHash.world, lastHash.bodies});
+        // The demo ends where the level does; the next one goes on from there.
+        if (completedStep == step)
+            stop();
         return;
     }
     if (traceVar && traceVar->intValue > 0 && step % static_cast<uint32_t>(traceVar->intValue) == 0)
         trace();
     if (mode == Mode::rehashing) {
-        if (step % demo.hashInterval == 0 || step == demo.steps) {
+        if (step % demo.hashInterval == 0 || step == demo.steps || step == completedStep) {
             WorldHash::Result hash = WorldHash::compute(game);
             fresh.push_back({step, hash.world, std::move(hash.bodies)});
         }
@@ -416,10 +460,16 @@ void DemoManager::afterStep()
             return;
         }
     }
-    if (step < demo.steps)
+    if (completedStep == step)
+        reportCompletion();
+    // A cut scene at the exit ends the demo there; a plain level change may
+    // go on into the next level.
+    if (step < demo.steps && (completedStep != step || game.isWorldRunning()))
         return;
+    reportCompletion();
     if (mode == Mode::rehashing) {
         const size_t count = fresh.size();
+        demo.steps = step;
         demo.checkpoints = std::move(fresh);
         fresh.clear();
         const std::string path = Demo::pathFor(name);
@@ -430,7 +480,7 @@ void DemoManager::afterStep()
             finish(Outcome::failed, "Could not write demo " + path);
         return;
     }
-    finish(Outcome::matched, "Demo " + name + " played: " + std::to_string(demo.steps) + " steps, all " +
+    finish(Outcome::matched, "Demo " + name + " played: " + std::to_string(step) + " steps, all " +
                                  std::to_string(nextCheckpoint) + " world hashes matched");
 }
 
@@ -495,4 +545,83 @@ void DemoManager::trace() const
                   player->health, player->armour, player->inventory.currentWeapon, player->properties.cash,
                   player->dead ? ", dead" : "");
     std::printf("%s\n", line);
+}
+
+void DemoManager::noteLevelCompleted()
+{
+    if (mode != Mode::idle && completedStep == 0)
+        completionPending = true;
+}
+
+void DemoManager::noteCheat(const std::string& what)
+{
+    if (std::find(cheatsSeen.begin(), cheatsSeen.end(), what) == cheatsSeen.end())
+        cheatsSeen.push_back(what);
+}
+
+void DemoManager::checkVariables()
+{
+    for (const auto& [var, value] : startVars)
+        if (const GameVar* v = findVar(var); v && v->stringValue != value)
+            noteCheat("set " + var);
+}
+
+void DemoManager::reportCompletion()
+{
+    if (completionReported)
+        return;
+    completionReported = true;
+    std::string cheats;
+    for (const std::string& cheat : cheatsSeen)
+        cheats += (cheats.empty() ? "" : ", ") + cheat;
+    char seconds[32];
+    std::snprintf(seconds, sizeof seconds, "%.1f", static_cast<double>(completedStep) / 40.0);
+    completionLine = "demo " + name + ": level " + demo.level +
+                     (completedStep > 0 ? std::string(" completed in ") + seconds + " s" : std::string(" not completed")) +
+                     ", cheats: " + (cheats.empty() ? "none" : cheats);
+    say(completionLine);
+}
+
+Demo::PlayerState DemoManager::playerState(const Player& player)
+{
+    using State = Demo::PlayerState;
+    State state;
+    state.health = std::clamp(player.health, 1, State::maxHealth);
+    state.armour = std::clamp(player.armour, 0, State::maxHealth);
+    state.cash = std::clamp(player.properties.cash, 0, State::maxCash);
+    state.upgrade = std::clamp(player.properties.currentLevel, 0, 12);
+    state.healthLevel = std::clamp(player.properties.healthLevel, 1, 5);
+    state.armourLevel = std::clamp(player.properties.armourLevel, 1, 5);
+    state.swarmLevel = std::clamp(player.properties.swarmLevel, 1, 5);
+    state.weapon = std::clamp(player.inventory.currentWeapon, 1, 11);
+    for (int id = 1; id <= 11; ++id)
+        if (player.inventory.owns(id))
+            state.owns.push_back(id);
+    for (const auto& [type, count] : player.inventory.ammo)
+        if (type >= 0 && type <= 11)
+            state.ammo.emplace_back(type, std::clamp(count, -1, State::maxAmmo));
+    return state;
+}
+
+void DemoManager::givePlayerState(Player& player, const Demo::PlayerState& state)
+{
+    PlayerProperties& properties = player.properties;
+    properties.cash = state.cash;
+    properties.currentLevel = state.upgrade;
+    properties.setHealthLevel(state.healthLevel);
+    properties.setArmourLevel(state.armourLevel);
+    properties.setSwarmLevel(state.swarmLevel);
+    player.maxhealth = properties.maxHealth;
+    player.maxarmour = properties.maxArmour;
+    player.health = state.health;
+    player.armour = state.armour;
+    Inventory& inventory = player.inventory;
+    for (int id = 1; id <= 11; ++id)
+        inventory.owned[id] = 0;
+    for (int id : state.owns)
+        inventory.owned[id] = 1;
+    for (const auto& [type, count] : state.ammo)
+        inventory.ammo[type] = count;
+    if (inventory.owns(state.weapon))
+        inventory.currentWeapon = state.weapon;
 }

@@ -18,21 +18,25 @@
 
 class Game;
 class GameVar;
+class Player;
 
 class DemoManager {
 public:
     enum class Outcome { none, recorded, matched, diverged, failed, stopped, rehashed };
 
     explicit DemoManager(Game& game);
+    ~DemoManager();
     DemoManager(const DemoManager&) = delete;
     DemoManager& operator=(const DemoManager&) = delete;
 
     // recorddemo, stopdemo, playdemo, timedemo and rehashdemo.
     void registerCommands();
 
-    // Starts the level (the current one when `level` is empty) afresh and
-    // records into demos/<name>.dem until stop().
-    bool record(const std::string& name, const std::string& level, const std::string& entry);
+    // Starts the level (the current one when `level` is empty) afresh and into demos/<name>.dem until stop().
+    // records into demos/<name>.dem until stop() or the level is completed.
+    // With `carried` the player starts with that state instead of a new one.
+    bool record(const std::string& name, const std::string& level, const std::string& entry,
+                const Demo::PlayerState* carried = nullptr);
     // Replays in real time through the frame loop.
     bool play(const std::string& name);
     // Replays start to end now, as fast as possible, and prints the step
@@ -49,6 +53,21 @@ public:
     void noteCommand(const std::string& text);
     // The game let go of every held control (console or menu opened).
     void noteRelease();
+    // The player reached the level's exit: a recording ends after this step,
+    // a playback says how long the level took.
+    void noteLevelCompleted();
+
+    // What the player carries, read from and given to a live player.
+    static Demo::PlayerState playerState(const Player& player);
+    static void givePlayerState(Player& player, const Demo::PlayerState& state);
+    // Commands that change the run in the player's favour or skip part of it.
+    static bool isCheat(const std::string& command);
+    // The cheats seen in the current or last session, in the order they first ran.
+    const std::vector<std::string>& cheats() const { return cheatsSeen; }
+    // The completion line the last session ended with.
+    const std::string& completion() const { return completionLine; }
+    // Whether the current or last session reached the level's exit.
+    bool levelCompleted() const { return completedStep > 0; }
 
     bool isRecording() const { return mode == Mode::recording; }
     bool isPlaying() const { return mode == Mode::playing || mode == Mode::rehashing; }
@@ -72,6 +91,10 @@ private:
     void finish(Outcome result, const std::string& text);
     void restoreVars();
     void trace() const;
+    void noteCheat(const std::string& what);
+    void checkVariables();
+    // The one line a session ends with: completed or not, and its cheats.
+    void reportCompletion();
     std::string describeDivergence(const Demo::Checkpoint& expected, const WorldHash::Result& got) const;
     std::string bodyLabel(int id) const;
 
@@ -92,4 +115,10 @@ private:
     Outcome lastOutcome = Outcome::none;
     std::string lastMessage;
     GameVar* traceVar = nullptr;
+    std::vector<std::string> cheatsSeen;
+    std::vector<std::pair<std::string, std::string>> startVars;
+    uint32_t completedStep = 0;
+    bool completionPending = false;
+    bool completionReported = false;
+    std::string completionLine;
 };

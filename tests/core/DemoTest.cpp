@@ -7,6 +7,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -79,6 +80,36 @@ TEST(DemoFileTest, WritesAndReadsEveryRecordBitForBit)
     EXPECT_EQ(text(back), text(demo));
 }
 
+TEST(DemoFileTest, ThePlayersCarriedStateComesBackWhole)
+{
+    Demo demo;
+    demo.level = "armoury";
+    demo.steps = 3;
+    Demo::PlayerState state;
+    state.health = 87;
+    state.armour = 20;
+    state.cash = 120;
+    state.upgrade = 2;
+    state.healthLevel = 2;
+    state.armourLevel = 1;
+    state.swarmLevel = 3;
+    state.weapon = 4;
+    state.owns = {1, 2, 4, 10};
+    state.ammo = {{0, -1}, {3, 12}, {9, -1}};
+    demo.player = state;
+    std::istringstream in(text(demo));
+    Demo back;
+    std::string error;
+    ASSERT_TRUE(back.read(in, error)) << error;
+    ASSERT_TRUE(back.player.has_value());
+    EXPECT_TRUE(*back.player == state) << back.player->text();
+    // Without the line a demo starts with a new player.
+    demo.player.reset();
+    std::istringstream in2(text(demo));
+    ASSERT_TRUE(back.read(in2, error)) << error;
+    EXPECT_FALSE(back.player.has_value());
+}
+
 TEST(DemoFileTest, BadFilesSayWhatIsWrongAndWhere)
 {
     const std::string head = "brindlequay demo 1\nlevel test\nentry\nseed 1\nhashinterval 40\nsteps 100\n";
@@ -113,6 +144,19 @@ TEST(DemoFileTest, BadFilesSayWhatIsWrongAndWhere)
         {"brindlequay demo 1\nsteps 1\nend\n", "no level named"},
         {"brindlequay demo 1\nlevel test\nend\n", "no step count"},
         {"brindlequay demo 1\nlevel test\nhashinterval 0\nsteps 1\nend\n", "line 3: hash interval must be"},
+        {head + "player armour 5\nend\n", "line 7: player line without health"},
+        {head + "player health 0\nend\n", "line 7: bad player health \"0\""},
+        {head + "player health 9999999999999\nend\n", "bad player health"},
+        {head + "player health 50 health 60\nend\n", "player value health given twice"},
+        {head + "player health 50 speed 3\nend\n", "unknown player value \"speed\""},
+        {head + "player health 50 weapon 12\nend\n", "bad player weapon"},
+        {head + "player health 50 owns 4,2\nend\n", "bad player owns \"4,2\""},
+        {head + "player health 50 owns 2,,4\nend\n", "bad player owns"},
+        {head + "player health 50 ammo 3:-2\nend\n", "bad player ammo"},
+        {head + "player health 50 ammo 3:4,12:5\nend\n", "bad player ammo"},
+        {head + "player health 50 ammo 3\nend\n", "bad player ammo"},
+        {head + "player health 50 cash\nend\n", "bad player cash \"\""},
+        {head + "player health 5\nplayer health 5\nend\n", "line 8: a second \"player\" line"},
     };
     for (const auto& c : cases) {
         const std::string error = readError(c.content);
@@ -120,6 +164,7 @@ TEST(DemoFileTest, BadFilesSayWhatIsWrongAndWhere)
                                                              << "\nerror: " << error;
     }
     EXPECT_EQ(readError(head + "end\n"), "");
+    EXPECT_EQ(readError(head + "player health 5\nend\n"), "");
     EXPECT_TRUE(Demo::isDemoName("test-1_b.2"));
     for (const char* bad : {"", ".hidden", "../x", "a/b", "a b"})
         EXPECT_FALSE(Demo::isDemoName(bad)) << bad;
@@ -294,6 +339,88 @@ TEST_F(DemoPlayTest, BadDemosStopWithAMessageAndLeaveTheGameRunning)
     run("playdemo");
     run("stopdemo");
     EXPECT_FALSE(demos->isPlaying());
+}
+
+// A short walk east into the level's exit, with and without cheats.
+TEST_F(DemoPlayTest, ADemoEndsAtTheExitAndItsReplaySaysHowLongAndWhichCheatsRan)
+{
+    loadLevel(spawnPoint("start", -300, 20, true) +
+              box("levelchange", "exit", -100, 0, -68, 48, "mass=\"0\" solid=\"false\" entity=\"true\"",
+                  attribute("leveltarget", "gameplaytest")));
+    const struct {
+        std::string name;
+        bool walk;
+        std::vector<std::string> commands;
+        std::string expected;
+    } cases[] = {
+        {"clean", true, {}, " completed in [0-9]+\\.[0-9] s, cheats: none$"},
+        // Cheats by any route: a command, a variable line, one of several.
+        {"cheat", true, {"giveall", "gravity -60", "echo x; GOD"},
+         " completed in [0-9.]+ s, cheats: giveall, god, set gravity$"},
+        {"idle", false, {"gravity -80"}, " not completed, cheats: none$"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        run("gravity -80");
+        ASSERT_TRUE(demos->record(c.name, "gameplaytest", ""));
+        // Bound to keys, so that the demo holds them.
+        for (const std::string& command : c.commands) {
+            input->setBinding("f5", command);
+            press("f5");
+            release("f5");
+        }
+        if (c.walk)
+            press("d");
+        for (int i = 0; i < 400 && demos->isRecording(); ++i)
+            frame(25);
+        release("d");
+        if (!c.walk)
+            demos->stop();
+        EXPECT_FALSE(demos->isRecording());
+        EXPECT_EQ(demos->outcome(), DemoManager::Outcome::recorded) << demos->message();
+        EXPECT_EQ(demos->levelCompleted(), c.walk);
+        const std::string recorded = demos->completion();
+        EXPECT_TRUE(std::regex_search(recorded, std::regex("^demo " + c.name + ": level gameplaytest" + c.expected)))
+            << recorded;
+        // The replay stops at the exit too, with the very same line.
+        EXPECT_TRUE(demos->runTimed(c.name, false, false)) << demos->message();
+        EXPECT_EQ(demos->completion(), recorded);
+    }
+    run("gravity -80");
+}
+
+TEST_F(DemoPlayTest, ACarriedPlayerStateIsGivenAtTheStartOfRecordingAndReplay)
+{
+    loadLevel(spawnPoint("start", -300, 20, true));
+    Demo::PlayerState state;
+    state.health = 40;
+    state.armour = 15;
+    state.cash = 77;
+    state.weapon = 4;
+    state.owns = {1, 2, 4, 10};
+    state.ammo = {{0, -1}, {1, -1}, {3, 9}, {9, -1}};
+    ASSERT_TRUE(demos->record("carry", "gameplaytest", "", &state));
+    auto* carried = dynamic_cast<Player*>(game->getPlayer());
+    ASSERT_NE(carried, nullptr);
+    Demo::PlayerState live = DemoManager::playerState(*carried);
+    EXPECT_EQ(live.text(), state.text());
+    press("mouse1");
+    frames(40);
+    release("mouse1");
+    frames(10);
+    demos->stop();
+    const Demo::PlayerState after = DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer()));
+    const auto shells = std::find_if(after.ammo.begin(), after.ammo.end(), [](auto& a) { return a.first == 3; });
+    ASSERT_NE(shells, after.ammo.end());
+    EXPECT_LT(shells->second, 9) << "the shotgun did not fire";
+
+    // A later new player does not keep it; the replay gives it again.
+    game->resetPlayer();
+    EXPECT_NE(DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer())).text(), state.text());
+    ASSERT_TRUE(demos->play("carry"));
+    EXPECT_EQ(DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer())).text(), state.text());
+    EXPECT_TRUE(demos->runTimed("carry", false, false)) << demos->message();
+    EXPECT_EQ(DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer())).text(), after.text());
 }
 
 // The demos shipped with the game, replayed in the build under test: any

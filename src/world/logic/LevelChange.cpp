@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "console/VariableRegistry.h"
+#include "core/DemoManager.h"
 #include "core/Game.h"
 #include "gameplay/player/Player.h"
 #include "world/level/LevelValues.h"
@@ -48,12 +49,18 @@ void LevelChange::onTouch(TouchInfo& info)
     recordLevelTime();
     if (iscutscene) {
         // The rest of this frame's steps still run: play the scene once.
-        if (game->isWorldRunning())
+        if (game->isWorldRunning()) {
+            if (DemoManager* demos = game->getDemos())
+                demos->noteLevelCompleted();
             game->showCutscene(cutscene);
+        }
         return;
     }
-    if (!game->isLevelPending())
+    if (!game->isLevelPending()) {
+        if (DemoManager* demos = game->getDemos())
+            demos->noteLevelCompleted();
         game->requestLevel(leveltarget, targetspawn);
+    }
 }
 
 void LevelChange::recordLevelTime()
