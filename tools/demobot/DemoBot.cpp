@@ -1,0 +1,258 @@
+#include "DemoBot.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+
+#include "core/DemoManager.h"
+#include "core/Game.h"
+#include "gameplay/enemies/EnemyBase.h"
+#include "gameplay/player/Player.h"
+#include "input/GameInput.h"
+#include "world/body/Body.h"
+
+namespace {
+const char* const keyNames[] = {"d", "a", "w", "mouse1", "mouse2"};
+const char* const keyCommands[] = {"+moveright", "+moveleft", "+moveup", "+attack", "+fire 1"};
+constexpr float stepSeconds = Game::stepSeconds;
+// Far along a line, so the aim holds its direction while the player moves.
+constexpr float far = 1.0e6f;
+}
+
+DemoBot::DemoBot(Game& owner) : game(owner), input(owner.getGameInput()), trace(std::getenv("DEMOBOT_TRACE"))
+{
+    if (input)
+        for (int k = 0; k < keyCount; ++k)
+            input->setBinding(keyNames[k], keyCommands[k]);
+}
+
+void DemoBot::set(Key key, bool down)
+{
+    if (!input || held[key] == down)
+        return;
+    held[key] = down;
+    if (down)
+        input->keyDown(0, 0, keyNames[key]);
+    else
+        input->keyUp(0, 0, keyNames[key]);
+}
+
+void DemoBot::releaseKeys()
+{
+    for (int k = 0; k < keyCount; ++k)
+        set(static_cast<Key>(k), false);
+}
+
+// Runs towards x; a player who stops against something jumps it.
+void DemoBot::steer(float towards, Player& player)
+{
+    const bool east = towards > player.pos.x;
+    set(east ? right : left, true);
+    set(east ? left : right, false);
+    player.mouseWorldPos = Vector(east ? far : -far, 0.0f);
+    if (jumpTime > 0.0f) {
+        jumpTime -= stepSeconds;
+        set(jump, jumpTime > 0.0f);
+        return;
+    }
+    stuckTime = std::fabs(player.vel.x) < 8.0f ? stuckTime + stepSeconds : 0.0f;
+    // In water, hold up to swim out.
+    if (stuckTime > 0.2f) {
+        jumpTime = 0.45f;
+        stuckTime = 0.0f;
+        set(jump, true);
+    }
+}
+
+Body* DemoBot::nearestTarget(const Player& player, float range) const
+{
+    Body* best = nullptr;
+    float bestDistance = range;
+    for (Body* body : game.getBodies()) {
+        auto* target = dynamic_cast<GameBody*>(body);
+        if (!target || target == &player || target->dying || target->health <= 0 || !target->takedamage)
+            continue;
+        if (!dynamic_cast<EnemyBase*>(body))
+            continue;
+        const float d = (body->pos - player.pos).length2D();
+        if (d < bestDistance) {
+            bestDistance = d;
+            best = body;
+        }
+    }
+    return best;
+}
+
+Body* DemoBot::nearestExit(const Player& player) const
+{
+    Body* best = nullptr;
+    float bestDistance = std::numeric_limits<float>::max();
+    for (Body* body : game.getBodies()) {
+        if (body->type != "levelchange")
+            continue;
+        const float d = (body->pos - player.pos).length2D();
+        if (d < bestDistance) {
+            bestDistance = d;
+            best = body;
+        }
+    }
+    return best;
+}
+
+bool DemoBot::act(const RouteAction& action, Player& player)
+{
+    using Kind = RouteAction::Kind;
+    const bool first = actionTime == 0.0f;
+    switch (action.kind) {
+    case Kind::jump:
+        if (first) {
+            jumpTime = 0.45f;
+            set(jump, true);
+        }
+        [[fallthrough]];
+    case Kind::run:
+        if (std::fabs(action.x - player.pos.x) < 6.0f) {
+            set(right, false);
+            set(left, false);
+            jumpTime -= stepSeconds;
+            set(jump, jumpTime > 0.0f);
+            return jumpTime <= 0.0f;
+        }
+        steer(action.x, player);
+        return false;
+    case Kind::hook: {
+        player.mouseWorldPos = Vector(action.x, action.y);
+        if (first) {
+            set(hook, true);
+            hookEast = action.until > player.pos.x;
+        }
+        // Wait for the hook to bite before swinging out.
+        if (!player.hookAttached) {
+            set(right, false);
+            set(left, false);
+            if (actionTime > 2.5f) {
+                set(hook, false);
+                return true;
+            }
+            return false;
+        }
+        set(hookEast ? right : left, true);
+        set(hookEast ? left : right, false);
+        const Vector bite = player.hook ? player.hook->pos : Vector(action.x, action.y);
+        const bool passed = (hookEast ? player.pos.x >= action.until : player.pos.x <= action.until) ||
+                            (player.pos - bite).length2D() < 48.0f;
+        if (passed || actionTime > 8.0f) {
+            set(hook, false);
+            return true;
+        }
+        return false;
+    }
+    case Kind::fight: {
+        Body* target = nearestTarget(player, action.x);
+        if (!target || actionTime > action.seconds) {
+            set(fire, false);
+            set(right, false);
+            set(left, false);
+            set(jump, false);
+            return true;
+        }
+        // Close in until a shot cannot miss past cover, then stand and fire.
+        if (std::fabs(target->pos.x - player.pos.x) > 140.0f) {
+            steer(target->pos.x, player);
+        } else {
+            set(right, false);
+            set(left, false);
+            set(jump, false);
+        }
+        player.mouseWorldPos = target->pos;
+        set(fire, true);
+        return false;
+    }
+    case Kind::weapon:
+        if (input) {
+            const std::string key = "f" + std::to_string(1 + weaponKey++ % 12);
+            input->setBinding(key, "useitem " + action.text);
+            input->keyDown(0, 0, key);
+            input->keyUp(0, 0, key);
+        }
+        return true;
+    case Kind::wait:
+        set(right, false);
+        set(left, false);
+        set(fire, false);
+        return actionTime >= action.seconds;
+    case Kind::exit:
+        if (Body* exit = nearestExit(player))
+            steer(exit->pos.x, player);
+        return false;
+    }
+    return true;
+}
+
+bool DemoBot::step()
+{
+    game.runPendingRequests();
+    if (!game.isLevelLoaded() || !game.isWorldRunning())
+        return false;
+    game.stepWorld();
+    game.stepParticles(Game::stepSeconds);
+    return true;
+}
+
+bool DemoBot::record(const Route& route, const Demo::PlayerState* carried, std::string& report)
+{
+    DemoManager* demos = game.getDemos();
+    if (!demos || !demos->record(route.demo, route.level, route.entry, carried)) {
+        report = demos ? demos->message() : "no demo manager";
+        return false;
+    }
+    releaseKeys();
+    jumpTime = stuckTime = 0.0f;
+    auto where = [](const Player& p) {
+        return " at " + std::to_string(static_cast<int>(p.pos.x)) + "," + std::to_string(static_cast<int>(p.pos.y));
+    };
+    for (const RouteAction& action : route.actions) {
+        actionTime = 0.0f;
+        stuckTime = 0.0f;
+        while (demos->isRecording()) {
+            auto* player = dynamic_cast<Player*>(game.getPlayer());
+            if (!player) {
+                report = "no player";
+                return false;
+            }
+            if (player->dead) {
+                report = "line " + std::to_string(action.line) + ": the player died" + where(*player);
+                demos->stop();
+                return false;
+            }
+            if (trace && demos->currentStep() % 40 == 0)
+                std::printf("  line %d step %u: %.0f %.0f vel %.0f %.0f health %d armour %d cash %d%s\n",
+                            action.line, demos->currentStep(), static_cast<double>(player->pos.x),
+                            static_cast<double>(player->pos.y), static_cast<double>(player->vel.x),
+                            static_cast<double>(player->vel.y), player->health, player->armour,
+                            player->properties.cash, player->hookAttached ? " hooked" : "");
+            if (act(action, *player))
+                break;
+            actionTime += stepSeconds;
+            if (actionTime > actionSeconds) {
+                report = "line " + std::to_string(action.line) + ": stuck" + where(*player);
+                demos->stop();
+                return false;
+            }
+            if (!step())
+                break;
+        }
+        if (!demos->isRecording())
+            break;
+    }
+    if (demos->isRecording()) {
+        auto* player = dynamic_cast<Player*>(game.getPlayer());
+        report = "the route ended before the exit" + (player ? where(*player) : std::string());
+        demos->stop();
+        return false;
+    }
+    releaseKeys();
+    report = demos->completion();
+    return demos->levelCompleted();
+}

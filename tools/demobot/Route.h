@@ -1,0 +1,40 @@
+#pragma once
+// A demo bot's route through one level: what the player sets out to do, in
+// order. Each line is one action; "#" starts a comment.
+//   level <name> [spawn point]   demo <name>
+//   run <x>               run to x, jumping whatever stops the player
+//   jump <x>              jump now and keep running to x
+//   hook <x> <y> <x2>     fire the hook at (x, y), hold it until the player
+//                         passes x2 (or the hook lets go), steering towards x2
+//   fight <range> [secs]  shoot the nearest enemy within range until none is
+//                         left (or secs pass); stands its ground meanwhile
+//   weapon <name>         change weapon (useitem)
+//   wait <secs>           stand still
+//   exit                  run into the level's exit until the level ends
+#include <string>
+#include <vector>
+
+struct RouteAction {
+    enum class Kind { run, jump, hook, fight, weapon, wait, exit };
+    Kind kind = Kind::run;
+    float x = 0.0f;
+    float y = 0.0f;
+    float until = 0.0f;
+    float seconds = 0.0f;
+    std::string text;
+    int line = 0;
+};
+
+struct Route {
+    static constexpr size_t maxActions = 10000;
+    static constexpr size_t maxBytes = 1u << 20;
+
+    std::string level;
+    std::string entry;
+    std::string demo;
+    std::vector<RouteAction> actions;
+
+    // False with "line N: why" in `error`.
+    bool read(const std::string& text, std::string& error);
+    bool load(const std::string& path, std::string& error);
+};
