@@ -1,0 +1,101 @@
+// The demo bot: routes read safely, and a route followed through a level
+// records a demo that ends at the exit and replays bit for bit.
+#include <gtest/gtest.h>
+
+#include "DemoBot.h"
+#include "Route.h"
+#include "core/DemoManager.h"
+#include "gameplay/GameplayFixture.h"
+
+namespace {
+
+TEST(RouteTest, ReadsEveryActionAndRefusesBadLinesByNumber)
+{
+    Route route;
+    std::string error;
+    ASSERT_TRUE(route.read("# a walk\nlevel quay dock\ndemo run01_quay\nrun 100\njump -20.5\n"
+                           "hook 300 200 250  # over the gap\nfight 400\nfight 300 5\nweapon shotgun\nwait 1.5\nexit\n",
+                           error))
+        << error;
+    EXPECT_EQ(route.level, "quay");
+    EXPECT_EQ(route.entry, "dock");
+    EXPECT_EQ(route.demo, "run01_quay");
+    ASSERT_EQ(route.actions.size(), 8u);
+    EXPECT_EQ(route.actions[1].kind, RouteAction::Kind::jump);
+    EXPECT_FLOAT_EQ(route.actions[1].x, -20.5f);
+    EXPECT_FLOAT_EQ(route.actions[2].until, 250.0f);
+    EXPECT_EQ(route.actions[2].line, 6);
+    EXPECT_FLOAT_EQ(route.actions[3].seconds, 60.0f);
+    EXPECT_EQ(route.actions[5].text, "shotgun");
+
+    const std::string head = "level quay\ndemo d\n";
+    const struct {
+        std::string text;
+        std::string expected;
+    } bad[] = {
+        {head + "run\n", "line 3: cannot read"},
+        {head + "run 1e30\n", "line 3: cannot read"},
+        {head + "run nan\n", "line 3: cannot read"},
+        {head + "hook 1 2\n", "line 3: cannot read"},
+        {head + "fight 0\n", "line 3: cannot read"},
+        {head + "wait -1\n", "line 3: cannot read"},
+        {head + "teleport 5\n", "line 3: cannot read"},
+        {"level quay\ndemo ../x\n", "line 2: bad demo name"},
+        {"run 5\n", "names its level and its demo"},
+    };
+    for (const auto& c : bad) {
+        EXPECT_FALSE(route.read(c.text, error)) << c.text;
+        EXPECT_NE(error.find(c.expected), std::string::npos) << c.text << "\n" << error;
+    }
+}
+
+class DemoBotTest : public GameplayFixture {
+protected:
+    void SetUp() override
+    {
+        GameplayFixture::SetUp();
+        game->clearGravityOverride();
+        createVar("gravity", "-80", "");
+        createVar("demotrace", "0", "");
+        game->getDemos()->registerCommands();
+        // Walls at -400 and 700, the exit beyond the fixture's ledge.
+        loadLevel(spawnPoint("start", -200, 20, true) + box("default", "wall", 700, 0, 732, 400) +
+                  box("default", "westwall", -432, 0, -400, 400) +
+                  box("levelchange", "exit", 560, 0, 592, 48, "mass=\"0\" solid=\"false\" entity=\"true\"",
+                      attribute("leveltarget", "gameplaytest")));
+    }
+
+    Route route(const std::string& actions)
+    {
+        Route r;
+        std::string error;
+        EXPECT_TRUE(r.read("level gameplaytest\ndemo bot\n" + actions, error)) << error;
+        return r;
+    }
+};
+
+TEST_F(DemoBotTest, ARouteToTheExitRecordsADemoThatReplaysToTheSameEnd)
+{
+    DemoBot bot(*game);
+    std::string report;
+    // The ledge on the way is jumped because the player stops against it.
+    ASSERT_TRUE(bot.record(route("run 0\nwait 0.5\nrun 400\nexit\n"), nullptr, report)) << report;
+    EXPECT_NE(report.find("demo bot: level gameplaytest completed in"), std::string::npos) << report;
+    DemoManager* demos = game->getDemos();
+    EXPECT_TRUE(demos->runTimed("bot", false, false)) << demos->message();
+    EXPECT_EQ(demos->completion(), report);
+}
+
+TEST_F(DemoBotTest, ARouteThatCannotGoOnSaysWhereItStuck)
+{
+    DemoBot bot(*game);
+    std::string report;
+    Demo::PlayerState state;
+    state.health = 50;
+    EXPECT_FALSE(bot.record(route("run -1000\n"), &state, report));
+    EXPECT_NE(report.find("line 3: stuck at -3"), std::string::npos) << report;
+    EXPECT_FALSE(bot.record(route("run 100\n"), nullptr, report));
+    EXPECT_NE(report.find("the route ended before the exit"), std::string::npos) << report;
+}
+
+}
