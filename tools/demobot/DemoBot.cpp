@@ -48,7 +48,9 @@ void DemoBot::releaseKeys()
 void DemoBot::steer(float towards, Player& player)
 {
     const bool east = towards > player.pos.x;
-    set(east ? right : left, true);
+    // Rising off the ground first: pressed against a wall, a jump drags on it.
+    const bool pushing = !unsticking || jumpTime < 0.3f;
+    set(east ? right : left, pushing);
     set(east ? left : right, false);
     player.mouseWorldPos = Vector(east ? far : -far, 0.0f);
     if (jumpTime > 0.0f) {
@@ -56,13 +58,23 @@ void DemoBot::steer(float towards, Player& player)
         set(jump, jumpTime > 0.0f);
         return;
     }
+    unsticking = false;
     stuckTime = std::fabs(player.vel.x) < 8.0f ? stuckTime + stepSeconds : 0.0f;
     // In water, hold up to swim out.
     if (stuckTime > 0.2f) {
         jumpTime = 0.45f;
+        unsticking = true;
         stuckTime = 0.0f;
         set(jump, true);
     }
+}
+
+// Stands still: a player lets go and taps against the slide.
+void DemoBot::brake(const Player& player)
+{
+    const bool sliding = std::fabs(player.vel.x) > 15.0f && player.airTime <= 0.1f;
+    set(right, sliding && player.vel.x < 0.0f);
+    set(left, sliding && player.vel.x > 0.0f);
 }
 
 Body* DemoBot::nearestTarget(const Player& player, float range) const
@@ -112,9 +124,17 @@ bool DemoBot::act(const RouteAction& action, Player& player)
         }
         [[fallthrough]];
     case Kind::run:
-        if (std::fabs(action.x - player.pos.x) < 6.0f) {
+        if (first)
+            runEast = action.x > player.pos.x;
+        // Flown past the mark: land first, then walk back.
+        if (player.airTime > 0.1f && (runEast ? player.pos.x > action.x : player.pos.x < action.x)) {
             set(right, false);
             set(left, false);
+            return false;
+        }
+        // Arrived means standing there, not flying over it.
+        if (std::fabs(action.x - player.pos.x) < 6.0f && player.airTime <= 0.1f) {
+            brake(player);
             jumpTime -= stepSeconds;
             set(jump, jumpTime > 0.0f);
             return jumpTime <= 0.0f;
@@ -161,14 +181,19 @@ bool DemoBot::act(const RouteAction& action, Player& player)
         if (std::fabs(target->pos.x - player.pos.x) > 140.0f) {
             steer(target->pos.x, player);
         } else {
-            set(right, false);
-            set(left, false);
+            brake(player);
             set(jump, false);
         }
         player.mouseWorldPos = target->pos;
         set(fire, true);
         return false;
     }
+    case Kind::shoot:
+        brake(player);
+        set(jump, false);
+        player.mouseWorldPos = Vector(action.x, action.y);
+        set(fire, actionTime < action.seconds);
+        return actionTime >= action.seconds;
     case Kind::weapon:
         if (input) {
             const std::string key = "f" + std::to_string(1 + weaponKey++ % 12);
@@ -178,8 +203,7 @@ bool DemoBot::act(const RouteAction& action, Player& player)
         }
         return true;
     case Kind::wait:
-        set(right, false);
-        set(left, false);
+        brake(player);
         set(fire, false);
         return actionTime >= action.seconds;
     case Kind::exit:
@@ -226,7 +250,7 @@ bool DemoBot::record(const Route& route, const Demo::PlayerState* carried, std::
                 demos->stop();
                 return false;
             }
-            if (trace && demos->currentStep() % 40 == 0)
+            if (trace && (demos->currentStep() % 40 == 0 || actionTime == 0.0f))
                 std::printf("  line %d step %u: %.0f %.0f vel %.0f %.0f health %d armour %d cash %d%s\n",
                             action.line, demos->currentStep(), static_cast<double>(player->pos.x),
                             static_cast<double>(player->pos.y), static_cast<double>(player->vel.x),

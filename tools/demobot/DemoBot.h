@@ -31,6 +31,7 @@ private:
     void set(Key key, bool down);
     void releaseKeys();
     void steer(float towards, Player& player);
+    void brake(const Player& player);
     bool act(const RouteAction& action, Player& player);
     Body* nearestTarget(const Player& player, float range) const;
     Body* nearestExit(const Player& player) const;
@@ -45,4 +46,6 @@ private:
     float jumpTime = 0.0f;
     int weaponKey = 0;
     bool hookEast = true;
+    bool runEast = true;
+    bool unsticking = false;
 };

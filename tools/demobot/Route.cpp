@@ -65,6 +65,9 @@ bool Route::read(const std::string& text, std::string& error)
             a.kind = RouteAction::Kind::fight;
             if (w.size() < 3)
                 a.seconds = 60.0f;
+        } else if (key == "shoot" && args(3, 3) && number(w[1], a.x) && number(w[2], a.y) &&
+                   number(w[3], a.seconds) && a.seconds > 0 && a.seconds <= 600) {
+            a.kind = RouteAction::Kind::shoot;
         } else if (key == "weapon" && args(1, 1)) {
             a.kind = RouteAction::Kind::weapon;
             a.text = w[1];

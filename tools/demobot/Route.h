@@ -8,6 +8,7 @@
 //                         passes x2 (or the hook lets go), steering towards x2
 //   fight <range> [secs]  shoot the nearest enemy within range until none is
 //                         left (or secs pass); stands its ground meanwhile
+//   shoot <x> <y> <secs>  stand and fire at a point (a practice target)
 //   weapon <name>         change weapon (useitem)
 //   wait <secs>           stand still
 //   exit                  run into the level's exit until the level ends
@@ -15,7 +16,7 @@
 #include <vector>
 
 struct RouteAction {
-    enum class Kind { run, jump, hook, fight, weapon, wait, exit };
+    enum class Kind { run, jump, hook, fight, shoot, weapon, wait, exit };
     Kind kind = Kind::run;
     float x = 0.0f;
     float y = 0.0f;
