@@ -11,6 +11,8 @@
 #include "gameplay/player/Player.h"
 #include "input/GameInput.h"
 #include "world/body/Body.h"
+#include "world/quadtree/QuadTree.h"
+#include "world/quadtree/Ray.h"
 
 namespace {
 const char* const keyNames[] = {"d", "a", "w", "mouse1", "mouse2"};
@@ -88,12 +90,23 @@ Body* DemoBot::nearestTarget(const Player& player, float range) const
         if (!dynamic_cast<EnemyBase*>(body))
             continue;
         const float d = (body->pos - player.pos).length2D();
-        if (d < bestDistance) {
+        if (d < bestDistance && inSight(player, *body)) {
             bestDistance = d;
             best = body;
         }
     }
     return best;
+}
+
+// Nothing solid and fixed between the two: a shot would get there.
+bool DemoBot::inSight(const Player& player, const Body& target) const
+{
+    TraceResults hits;
+    game.getQuadTree().trace(Ray(player.pos, target.pos), hits, false);
+    for (const TraceResult& hit : hits.results)
+        if (hit.body && hit.body != &player && hit.body != &target && hit.body->mass < Body::minMass)
+            return false;
+    return true;
 }
 
 Body* DemoBot::nearestExit(const Player& player) const
@@ -116,6 +129,23 @@ bool DemoBot::act(const RouteAction& action, Player& player)
 {
     using Kind = RouteAction::Kind;
     const bool first = actionTime == 0.0f;
+    if (first)
+        runEast = action.x > player.pos.x;
+    if (action.kind == Kind::run || action.kind == Kind::jump) {
+        // Whatever the route says, a drone at arm's length gets shot first.
+        if (Body* close = nearestTarget(player, defendRange); close && player.airTime <= 0.1f) {
+            brake(player);
+            set(jump, false);
+            player.mouseWorldPos = close->pos;
+            set(fire, true);
+            defending = true;
+            return false;
+        }
+        if (defending) {
+            set(fire, false);
+            defending = false;
+        }
+    }
     switch (action.kind) {
     case Kind::jump:
         if (first) {
@@ -124,7 +154,7 @@ bool DemoBot::act(const RouteAction& action, Player& player)
         }
         [[fallthrough]];
     case Kind::run:
-        if (first)
+        if (player.airTime <= 0.1f)
             runEast = action.x > player.pos.x;
         // Flown past the mark: land first, then walk back.
         if (player.airTime > 0.1f && (runEast ? player.pos.x > action.x : player.pos.x < action.x)) {
@@ -138,6 +168,12 @@ bool DemoBot::act(const RouteAction& action, Player& player)
             jumpTime -= stepSeconds;
             set(jump, jumpTime > 0.0f);
             return jumpTime <= 0.0f;
+        }
+        // Slow down on the way in, or the slide carries the player past.
+        if (std::fabs(action.x - player.pos.x) < 80.0f && player.airTime <= 0.1f &&
+            std::fabs(player.vel.x) > 50.0f && (player.vel.x > 0.0f) == (action.x > player.pos.x)) {
+            brake(player);
+            return false;
         }
         steer(action.x, player);
         return false;
@@ -207,6 +243,13 @@ bool DemoBot::act(const RouteAction& action, Player& player)
         set(fire, false);
         return actionTime >= action.seconds;
     case Kind::exit:
+        if (Body* close = nearestTarget(player, defendRange)) {
+            brake(player);
+            player.mouseWorldPos = close->pos;
+            set(fire, true);
+            return false;
+        }
+        set(fire, false);
         if (Body* exit = nearestExit(player))
             steer(exit->pos.x, player);
         return false;
@@ -256,6 +299,10 @@ bool DemoBot::record(const Route& route, const Demo::PlayerState* carried, std::
                             static_cast<double>(player->pos.y), static_cast<double>(player->vel.x),
                             static_cast<double>(player->vel.y), player->health, player->armour,
                             player->properties.cash, player->hookAttached ? " hooked" : "");
+            if (Body* t = trace && demos->currentStep() % 40 == 0 ? nearestTarget(*player, 400.0f) : nullptr)
+                std::printf("    nearest enemy %s at %.0f %.0f, health %d\n", t->type.c_str(),
+                            static_cast<double>(t->pos.x), static_cast<double>(t->pos.y),
+                            static_cast<GameBody*>(t)->health);
             if (act(action, *player))
                 break;
             actionTime += stepSeconds;

@@ -4,6 +4,7 @@
 // a player's hands would. What it sends is recorded as a normal demo, which
 // replays in the real game like any other.
 #include <string>
+#include <vector>
 
 #include "Route.h"
 #include "core/Demo.h"
@@ -17,6 +18,8 @@ class DemoBot {
 public:
     // Past this, an action that has not finished is a stuck route.
     static constexpr float actionSeconds = 45.0f;
+    // Enemies this close are fought whatever the route says.
+    static constexpr float defendRange = 170.0f;
 
     explicit DemoBot(Game& game);
 
@@ -35,6 +38,7 @@ private:
     bool act(const RouteAction& action, Player& player);
     Body* nearestTarget(const Player& player, float range) const;
     Body* nearestExit(const Player& player) const;
+    bool inSight(const Player& player, const Body& target) const;
     bool step();
 
     Game& game;
@@ -46,6 +50,7 @@ private:
     float jumpTime = 0.0f;
     int weaponKey = 0;
     bool hookEast = true;
+    bool defending = false;
     bool runEast = true;
     bool unsticking = false;
 };

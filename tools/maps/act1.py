@@ -182,6 +182,9 @@ def armoury():
 
     # Behind the shutter: the plasma gun, then a turret behind crates.
     lv.weapon('plasmagun', 1980, 0, 40)
+    # A step up onto the stack: it is the only place to shoot the turret
+    # from, and two crates high is more than a jump.
+    lv.crate(2088, 0, 32, mass=0)
     lv.crate(2120, 0, 32, mass=0)
     lv.crate(2120, 32, 32, mass=0)
     lv.turret(2300, 0)
