@@ -133,7 +133,7 @@ bool DemoBot::act(const RouteAction& action, Player& player)
         runEast = action.x > player.pos.x;
     if (action.kind == Kind::run || action.kind == Kind::jump) {
         // Whatever the route says, a drone at arm's length gets shot first.
-        if (Body* close = nearestTarget(player, defendRange); close && player.airTime <= 0.1f) {
+        if (Body* close = nearestTarget(player, defendRange)) {
             brake(player);
             set(jump, false);
             player.mouseWorldPos = close->pos;
@@ -158,8 +158,10 @@ bool DemoBot::act(const RouteAction& action, Player& player)
             runEast = action.x > player.pos.x;
         // Flown past the mark: land first, then walk back.
         if (player.airTime > 0.1f && (runEast ? player.pos.x > action.x : player.pos.x < action.x)) {
-            set(right, false);
-            set(left, false);
+            // Check a fast flight against the air, but never turn it back.
+            const bool fast = runEast ? player.vel.x > 60.0f : player.vel.x < -60.0f;
+            set(right, fast && !runEast);
+            set(left, fast && runEast);
             return false;
         }
         // Arrived means standing there, not flying over it.

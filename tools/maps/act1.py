@@ -255,8 +255,9 @@ def stores():
     lv.ground(1040, 1480, -96)
     lv.water(1040, 1480, -96, -16)
     lv.stairs(1480 - 96, -96, 4, rise=24, run=24)
-    lv.block(1160, -96, 1240, 24, 'deck')
-    lv.grunt('plasmagrunt', 1200, 24, 1)
+    # Level with the floor: from the water a swimmer climbs out onto it.
+    lv.block(1160, -96, 1240, 0, 'deck')
+    lv.grunt('plasmagrunt', 1200, 0, 1)
     lv.grunt('plasmagrunt', 1560, 0, 1)
     lv.ledge(1600, 1760, 160, hang=H)
     lv.grunt('sniper', 1700, 160, 1)
@@ -291,8 +292,9 @@ def stores():
     lv.ground(2560, 3400, -64)
     lv.water(2560, 3400, -64, -16)
     lv.stairs(3400 - 64, -64, 2, rise=32, run=32)
+    # Stepping stones a swimmer can climb: no higher than the floor.
     for x in (2700, 2950, 3200):
-        lv.block(x, -64, x + 48, 16, 'deck')
+        lv.block(x, -64, x + 48, 0, 'deck')
     lv.body('trigger', 2560, 0, 2580, H, solid=False, entity=True, visible=False, outlined=False,
             targets='hatch,hatch_msg', attributes={'triggeronce': 'true'})
     lv.body('messengerbody', 2584, 10, 2592, 18, solid=False, entity=True, visible=False, outlined=False,
@@ -302,7 +304,8 @@ def stores():
                                         'maxspawned': '4', 'spawndelay': '2500'})
     lv.block(3160, 224, 3220, 236, 'deck')
     lv.lamp(3170, 218, 40)
-    lv.grunt('chaingungrunt', 3500, 0, 1)
+    # Level 2: a level-1 chaingunner carries 2000 health, a boss's share.
+    lv.grunt('chaingungrunt', 3500, 0, 2)
     lv.pickup('health', 3560, 0)
     lv.cash(3600, 0, 25)
     lv.sign(3500, 200, 'TO THE SIGNAL HOUSE', 12)
