@@ -14,19 +14,19 @@ TEST(RouteTest, ReadsEveryActionAndRefusesBadLinesByNumber)
     Route route;
     std::string error;
     ASSERT_TRUE(route.read("# a walk\nlevel quay dock\ndemo run01_quay\nrun 100\njump -20.5\n"
-                           "hook 300 200 250  # over the gap\nfight 400\nfight 300 5\nweapon shotgun\nwait 1.5\nexit\n",
+                           "hook 300 200 250  # over the gap\nfight 400\nfight 300 5\nshoot 10 20 2\nweapon shotgun\nwait 1.5\nexit\n",
                            error))
         << error;
     EXPECT_EQ(route.level, "quay");
     EXPECT_EQ(route.entry, "dock");
     EXPECT_EQ(route.demo, "run01_quay");
-    ASSERT_EQ(route.actions.size(), 8u);
+    ASSERT_EQ(route.actions.size(), 9u);
     EXPECT_EQ(route.actions[1].kind, RouteAction::Kind::jump);
     EXPECT_FLOAT_EQ(route.actions[1].x, -20.5f);
     EXPECT_FLOAT_EQ(route.actions[2].until, 250.0f);
     EXPECT_EQ(route.actions[2].line, 6);
     EXPECT_FLOAT_EQ(route.actions[3].seconds, 60.0f);
-    EXPECT_EQ(route.actions[5].text, "shotgun");
+    EXPECT_EQ(route.actions[6].text, "shotgun");
 
     const std::string head = "level quay\ndemo d\n";
     const struct {
