@@ -182,11 +182,12 @@ def armoury():
 
     # Behind the shutter: the plasma gun, then a turret behind crates.
     lv.weapon('plasmagun', 1980, 0, 40)
-    # A step up onto the stack: it is the only place to shoot the turret
-    # from, and two crates high is more than a jump.
+    # A step up onto a stack wide enough to stand on: the place to shoot
+    # the turret from, and two crates high is more than a jump.
     lv.crate(2088, 0, 32, mass=0)
-    lv.crate(2120, 0, 32, mass=0)
-    lv.crate(2120, 32, 32, mass=0)
+    for x in (2120, 2152):
+        lv.crate(x, 0, 32, mass=0)
+        lv.crate(x, 32, 32, mass=0)
     lv.turret(2300, 0)
     lv.pickup('health', 2360, 0)
     lv.checkpoint(2380, 0)
