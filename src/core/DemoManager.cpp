@@ -43,6 +43,13 @@ std::string hex16(uint64_t value)
 
 const CommandRegistry& registry() { return CommandRegistry::instance(); }
 
+std::string lowerCase(std::string word)
+{
+    std::transform(word.begin(), word.end(), word.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return word;
+}
+
 std::string badName(const std::string& name)
 {
     return "Bad demo name \"" + name + "\": use letters, digits, '-', '_' and '.'";
@@ -73,12 +80,10 @@ bool DemoManager::isDemoCommand(const std::string& text)
 
 bool DemoManager::isCheat(const std::string& command)
 {
-    static const char* const cheatCommands[] = {
-        "god",        "noclip",      "give",       "giveall",          "upgrade", "warp",    "warpto",
-        "warpnearest", "invis",      "killvelocity", "fireplayer", "fireplayeratmouse", "map", "loadgame"};
-    std::string word = command;
-    std::transform(word.begin(), word.end(), word.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    static const char* const cheatCommands[] = {"god",    "noclip", "give",        "giveall",      "upgrade",
+                                                "warp",   "warpto", "warpnearest", "invis",        "killvelocity",
+                                                "map",    "loadgame", "fireplayer", "fireplayeratmouse"};
+    const std::string word = lowerCase(command);
     return std::find(std::begin(cheatCommands), std::end(cheatCommands), word) != std::end(cheatCommands);
 }
 
@@ -87,12 +92,8 @@ void DemoManager::registerCommands()
     traceVar = findVar("demotrace");
     // Whatever way a command arrives (a key, a script it execs), it passes here.
     CommandRegistry::instance().watcher = [this](const std::string& command) {
-        if (mode != Mode::idle && isCheat(command)) {
-            std::string word = command;
-            std::transform(word.begin(), word.end(), word.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-            noteCheat(word);
-        }
+        if (mode != Mode::idle && isCheat(command))
+            noteCheat(lowerCase(command));
     };
     registerCommand("record a demo from a fresh start of a level: recorddemo <name> [level] [spawn point]",
                     "recorddemo", [this] {
@@ -576,9 +577,10 @@ void DemoManager::reportCompletion()
         cheats += (cheats.empty() ? "" : ", ") + cheat;
     char seconds[32];
     std::snprintf(seconds, sizeof seconds, "%.1f", static_cast<double>(completedStep) / 40.0);
-    completionLine = "demo " + name + ": level " + demo.level +
-                     (completedStep > 0 ? std::string(" completed in ") + seconds + " s" : std::string(" not completed")) +
-                     ", cheats: " + (cheats.empty() ? "none" : cheats);
+    const std::string outcome =
+        completedStep > 0 ? std::string(" completed in ") + seconds + " s" : std::string(" not completed");
+    completionLine =
+        "demo " + name + ": level " + demo.level + outcome + ", cheats: " + (cheats.empty() ? "none" : cheats);
     say(completionLine);
 }
 

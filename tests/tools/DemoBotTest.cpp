@@ -14,7 +14,8 @@ TEST(RouteTest, ReadsEveryActionAndRefusesBadLinesByNumber)
     Route route;
     std::string error;
     ASSERT_TRUE(route.read("# a walk\nlevel quay dock\ndemo run01_quay\nrun 100\njump -20.5\n"
-                           "hook 300 200 250  # over the gap\nfight 400\nfight 300 5\nshoot 10 20 2\nweapon shotgun\nwait 1.5\nexit\n",
+                           "hook 300 200 250  # over the gap\nfight 400\nfight 300 5\nshoot 10 20 2\n"
+                           "weapon shotgun\nwait 1.5\nexit\n",
                            error))
         << error;
     EXPECT_EQ(route.level, "quay");
