@@ -64,8 +64,10 @@ int main(int argc, char** argv)
             ++failures;
             break;
         }
-        if (auto* player = dynamic_cast<Player*>(game->getPlayer()))
+        if (auto* player = dynamic_cast<Player*>(game->getPlayer())) {
             carried = DemoManager::playerState(*player);
+            std::printf("demobot: the player leaves with %s\n", carried->text().c_str());
+        }
     }
     game.reset();
     Clock::install(nullptr);
