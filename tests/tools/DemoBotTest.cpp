@@ -15,13 +15,13 @@ TEST(RouteTest, ReadsEveryActionAndRefusesBadLinesByNumber)
     std::string error;
     ASSERT_TRUE(route.read("# a walk\nlevel quay dock\ndemo run01_quay\nrun 100\njump -20.5\n"
                            "hook 300 200 250  # over the gap\nfight 400\nfight 300 5\nshoot 10 20 2\n"
-                           "weapon shotgun\nwait 1.5\nexit\n",
+                           "weapon shotgun\nwait 1.5\ndoor 1900 20\nexit\n",
                            error))
         << error;
     EXPECT_EQ(route.level, "quay");
     EXPECT_EQ(route.entry, "dock");
     EXPECT_EQ(route.demo, "run01_quay");
-    ASSERT_EQ(route.actions.size(), 9u);
+    ASSERT_EQ(route.actions.size(), 10u);
     EXPECT_EQ(route.actions[1].kind, RouteAction::Kind::jump);
     EXPECT_FLOAT_EQ(route.actions[1].x, -20.5f);
     EXPECT_FLOAT_EQ(route.actions[2].until, 250.0f);
@@ -41,6 +41,7 @@ TEST(RouteTest, ReadsEveryActionAndRefusesBadLinesByNumber)
         {head + "fight 0\n", "line 3: cannot read"},
         {head + "wait -1\n", "line 3: cannot read"},
         {head + "teleport 5\n", "line 3: cannot read"},
+        {head + "door 5\n", "line 3: cannot read"},
         {"level quay\ndemo ../x\n", "line 2: bad demo name"},
         {"run 5\n", "names its level and its demo"},
     };
@@ -80,7 +81,8 @@ TEST_F(DemoBotTest, ARouteToTheExitRecordsADemoThatReplaysToTheSameEnd)
     DemoBot bot(*game);
     std::string report;
     // The ledge on the way is jumped because the player stops against it.
-    ASSERT_TRUE(bot.record(route("run 0\nwait 0.5\nrun 400\nexit\n"), nullptr, report)) << report;
+    // The gap under the ledge is open: no wait there.
+    ASSERT_TRUE(bot.record(route("run 0\nwait 0.5\ndoor 50 10\nrun 400\nexit\n"), nullptr, report)) << report;
     EXPECT_NE(report.find("demo bot: level gameplaytest completed in"), std::string::npos) << report;
     DemoManager* demos = game->getDemos();
     EXPECT_TRUE(demos->runTimed("bot", false, false)) << demos->message();
@@ -95,6 +97,9 @@ TEST_F(DemoBotTest, ARouteThatCannotGoOnSaysWhereItStuck)
     state.health = 50;
     EXPECT_FALSE(bot.record(route("run -1000\n"), &state, report));
     EXPECT_NE(report.find("line 3: stuck at -3"), std::string::npos) << report;
+    // A door that never opens: the wall.
+    EXPECT_FALSE(bot.record(route("door 710 10\n"), nullptr, report));
+    EXPECT_NE(report.find("line 3: stuck"), std::string::npos) << report;
     EXPECT_FALSE(bot.record(route("run 100\n"), nullptr, report));
     EXPECT_NE(report.find("the route ended before the exit"), std::string::npos) << report;
 }

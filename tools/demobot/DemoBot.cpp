@@ -1,5 +1,6 @@
 #include "DemoBot.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -107,6 +108,24 @@ bool DemoBot::inSight(const Player& player, const Body& target) const
         if (hit.body && hit.body != &player && hit.body != &target && hit.body->mass < Body::minMass)
             return false;
     return true;
+}
+
+bool DemoBot::solidAt(const Vector& point) const
+{
+    for (const Body* body : game.getBodies()) {
+        if (!body->solid || body->worldVertices.empty())
+            continue;
+        float x0 = body->worldVertices[0].x, x1 = x0, y0 = body->worldVertices[0].y, y1 = y0;
+        for (const Vector& v : body->worldVertices) {
+            x0 = std::min(x0, v.x);
+            x1 = std::max(x1, v.x);
+            y0 = std::min(y0, v.y);
+            y1 = std::max(y1, v.y);
+        }
+        if (point.x > x0 && point.x < x1 && point.y > y0 && point.y < y1)
+            return true;
+    }
+    return false;
 }
 
 Body* DemoBot::nearestExit(const Player& player) const
@@ -244,6 +263,10 @@ bool DemoBot::act(const RouteAction& action, Player& player)
         brake(player);
         set(fire, false);
         return actionTime >= action.seconds;
+    case Kind::door:
+        brake(player);
+        set(fire, false);
+        return !solidAt(Vector(action.x, action.y));
     case Kind::exit:
         if (Body* close = nearestTarget(player, defendRange)) {
             brake(player);

@@ -8,6 +8,7 @@
 
 #include "Route.h"
 #include "core/Demo.h"
+#include "world/geometry/Vector.h"
 
 class Body;
 class Game;
@@ -39,6 +40,7 @@ private:
     Body* nearestTarget(const Player& player, float range) const;
     Body* nearestExit(const Player& player) const;
     bool inSight(const Player& player, const Body& target) const;
+    bool solidAt(const Vector& point) const;
     bool step();
 
     Game& game;

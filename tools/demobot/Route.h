@@ -11,12 +11,14 @@
 //   shoot <x> <y> <secs>  stand and fire at a point (a practice target)
 //   weapon <name>         change weapon (useitem)
 //   wait <secs>           stand still
+//   door <x> <y>          stand still until nothing solid is at (x, y): a
+//                         door or shutter in the way has opened
 //   exit                  run into the level's exit until the level ends
 #include <string>
 #include <vector>
 
 struct RouteAction {
-    enum class Kind { run, jump, hook, fight, shoot, weapon, wait, exit };
+    enum class Kind { run, jump, hook, fight, shoot, weapon, wait, door, exit };
     Kind kind = Kind::run;
     float x = 0.0f;
     float y = 0.0f;
