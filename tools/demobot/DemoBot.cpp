@@ -63,7 +63,7 @@ void DemoBot::steer(float towards, Player& player)
     }
     unsticking = false;
     stuckTime = std::fabs(player.vel.x) < 8.0f ? stuckTime + stepSeconds : 0.0f;
-    // In water, hold up to swim out.
+    // Stopped by something: jump it (in water the held jump swims up).
     if (stuckTime > 0.2f) {
         jumpTime = 0.45f;
         unsticking = true;
