@@ -595,7 +595,8 @@ TEST(ShippedAdventure, ChainsItsLevelsThroughScenesWhosePicturesExist)
     EXPECT_EQ(adventure.startlevel, "quay");
     EXPECT_FALSE(adventure.description.empty());
     auto exists = [](const std::string& path) { return std::ifstream(path).good(); };
-    for (const char* name : {"intro", "pierone", "lowerquay", "armoury", "stores", "gates", "finale"}) {
+    for (const char* name : {"intro", "pierone", "lowerquay", "armoury", "stores", "gates", "rooftops", "serverhalls",
+                             "lair", "finale"}) {
         CutScene scene;
         testing::internal::CaptureStdout();
         ASSERT_TRUE(scene.load(testSourceDir() + "/data/adventures/brindlequay/" + name + ".xml")) << name;

@@ -42,6 +42,12 @@ MATERIALS = {
                 'beam': 'techpanel1', 'deck': 'metal2', 'back': 'techpanel2', 'trim': 'hazard1'},
     'stores': {'ground': 'rock2', 'top': 'concrete1', 'wall': 'quaystone1', 'ceiling': 'concrete1',
                'beam': 'metal1', 'deck': 'grate1', 'back': 'metal1', 'trim': 'hazard1'},
+    'roofs': {'ground': 'concrete2', 'top': 'metal2', 'wall': 'concrete1', 'ceiling': 'metal1',
+              'beam': 'metal1', 'deck': 'grate1', 'back': 'concrete2', 'trim': 'hazard1'},
+    'servers': {'ground': 'rock2', 'top': 'metal2', 'wall': 'techpanel1', 'ceiling': 'metal1',
+                'beam': 'metal2', 'deck': 'grate1', 'back': 'techpanel2', 'trim': 'hazard1'},
+    'lair': {'ground': 'rock1', 'top': 'rock2', 'wall': 'metal1', 'ceiling': 'rock1',
+             'beam': 'metal2', 'deck': 'metal2', 'back': 'rock2', 'trim': 'hazard1'},
 }
 
 BACKDROP = '150,150,160,255'   # darker than the walls, so the room reads as behind
@@ -178,9 +184,12 @@ class Place(Level):
         self.body('textbody', x, y, x + 8 * len(text), y + 20, solid=False, entity=True, outlined=False,
                   attributes={'text': text, 'font': 'vera', 'size': str(size), 'shadow': 'true'})
 
-    def sky(self, skies, initial):
+    def sky(self, skies, initial, music=None):
+        attributes = {'skies': skies, 'initialsky': initial}
+        if music:
+            attributes['music'] = music
         self.body('skyinfo', 0, -40, 8, -32, solid=False, entity=True, visible=False, outlined=False,
-                  attributes={'skies': skies, 'initialsky': initial})
+                  attributes=attributes)
 
     # Logic ----------------------------------------------------------------
 

@@ -1,0 +1,180 @@
+// The shipped adventure followed as New Game plays it: the start level, each
+// level's exits and the cut scenes between them. Every name on the way must
+// be a file, and the levels reached must between them place every body type
+// a level can hold.
+#include <gtest/gtest.h>
+
+#include <tinyxml.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iostream>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "../TestPaths.h"
+#include "menus/Adventure.h"
+#include "menus/CutScene.h"
+#include "world/level/GameBodyFactory.h"
+
+namespace {
+
+bool sameText(const std::string& a, const std::string& b)
+{
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+               return std::tolower(static_cast<unsigned char>(x)) == std::tolower(static_cast<unsigned char>(y));
+           });
+}
+
+bool fileExists(const std::string& path) { return std::ifstream(path).good(); }
+
+struct Exit {
+    std::string leveltarget;
+    bool iscutscene = false;
+    std::string cutscene;
+};
+
+struct LevelFile {
+    bool loaded = false;
+    std::set<std::string> types;
+    std::vector<Exit> exits;
+};
+
+LevelFile readLevel(const std::string& path)
+{
+    LevelFile level;
+    TiXmlDocument doc;
+    if (!doc.LoadFile(path.c_str()))
+        return level;
+    level.loaded = true;
+    const TiXmlElement* objects = doc.RootElement() ? doc.RootElement()->FirstChildElement("Objects") : nullptr;
+    for (const TiXmlElement* p = objects ? objects->FirstChildElement("P") : nullptr; p;
+         p = p->NextSiblingElement("P")) {
+        const char* type = p->Attribute("type");
+        if (!type)
+            continue;
+        level.types.insert(type);
+        if (std::string(type) != "levelchange")
+            continue;
+        Exit exit;
+        const TiXmlElement* attrs = p->FirstChildElement("attributes");
+        for (const TiXmlElement* a = attrs ? attrs->FirstChildElement("a") : nullptr; a;
+             a = a->NextSiblingElement("a")) {
+            const std::string name = a->Attribute("name") ? a->Attribute("name") : "";
+            const std::string value = a->Attribute("value") ? a->Attribute("value") : "";
+            if (sameText(name, "leveltarget"))
+                exit.leveltarget = value;
+            else if (sameText(name, "iscutscene"))
+                exit.iscutscene = value == "true";
+            else if (sameText(name, "cutscene"))
+                exit.cutscene = value;
+        }
+        level.exits.push_back(exit);
+    }
+    return level;
+}
+
+// The adventure walked from its start; problems name every missing file.
+struct Walk {
+    std::vector<std::string> levels;
+    std::set<std::string> types;
+    std::vector<std::string> problems;
+    bool reachesMainMenu = false;
+};
+
+Walk walkAdventure(const std::string& root)
+{
+    Walk walk;
+    Adventure adventure;
+    testing::internal::CaptureStdout();
+    const bool read = Adventure::load(root + "/data/adventures/brindlequay.xml", adventure);
+    std::vector<std::string> queue;
+    if (!read) {
+        walk.problems.push_back("the adventure file does not load");
+    } else {
+        queue.push_back(adventure.startlevel);
+        if (!adventure.cutscene.empty() && !fileExists(root + "/" + CutScene::pathFor(adventure.cutscene)))
+            walk.problems.push_back("missing start cut scene " + adventure.cutscene);
+    }
+    while (!queue.empty()) {
+        const std::string name = queue.front();
+        queue.erase(queue.begin());
+        if (std::find(walk.levels.begin(), walk.levels.end(), name) != walk.levels.end())
+            continue;
+        walk.levels.push_back(name);
+        const LevelFile level = readLevel(root + "/maps/" + name + ".xml");
+        if (!level.loaded) {
+            walk.problems.push_back("missing level maps/" + name + ".xml");
+            continue;
+        }
+        walk.types.insert(level.types.begin(), level.types.end());
+        for (const Exit& exit : level.exits) {
+            if (!exit.leveltarget.empty() && !fileExists(root + "/maps/" + exit.leveltarget + ".xml"))
+                walk.problems.push_back(name + ": exit to missing level " + exit.leveltarget);
+            if (!exit.iscutscene) {
+                if (!exit.leveltarget.empty())
+                    queue.push_back(exit.leveltarget);
+                continue;
+            }
+            CutScene scene;
+            if (!scene.load(root + "/" + CutScene::pathFor(exit.cutscene))) {
+                walk.problems.push_back(name + ": exit plays missing cut scene " + exit.cutscene);
+                continue;
+            }
+            if (scene.onend == "level")
+                queue.push_back(scene.endLevel());
+            else if (scene.onend == "mainmenu")
+                walk.reachesMainMenu = true;
+        }
+    }
+    testing::internal::GetCapturedStdout();
+    return walk;
+}
+
+std::string joined(const std::vector<std::string>& names)
+{
+    std::string out;
+    for (const std::string& n : names)
+        out += (out.empty() ? "" : " ") + n;
+    return out;
+}
+
+} // namespace
+
+TEST(AdventureChain, RunsThroughThreeActsToTheFinaleNamingOnlyFilesThatExist)
+{
+    const Walk walk = walkAdventure(testSourceDir());
+    EXPECT_TRUE(walk.problems.empty()) << joined(walk.problems);
+    const std::vector<std::string> acts = {"quay",         "armoury",    "stores",    "signalhouse",
+                                           "foundrygates", "foundryfloor", "blockyard", "rooftops",
+                                           "serverhalls",  "destroyerlair"};
+    EXPECT_EQ(joined(walk.levels), joined(acts));
+    EXPECT_TRUE(walk.reachesMainMenu) << "no exit plays a cut scene that ends the adventure";
+    for (const char* ground : {"test", "weapons", "pickups", "logic", "enemies"}) {
+        EXPECT_EQ(std::count(walk.levels.begin(), walk.levels.end(), ground), 0) << ground;
+        EXPECT_TRUE(fileExists(testSourceDir() + "/maps/" + ground + ".xml")) << ground;
+    }
+}
+
+TEST(AdventureChain, LevelsItReachesPlaceEveryPlaceableBodyType)
+{
+    const std::set<std::string> unplaceable = {"player",           "gib",
+                                               "debugmoveable",    "grenadeprojectile",
+                                               "rocketprojectile", "plasmapistolprojectile"};
+    std::vector<std::string> placeable;
+    for (const std::string& type : GameBodyFactory::typeNames())
+        if (!unplaceable.count(type))
+            placeable.push_back(type);
+    // The 87 of the type table, and the game's own shooting target.
+    ASSERT_GE(placeable.size(), 87u);
+
+    const Walk walk = walkAdventure(testSourceDir());
+    std::vector<std::string> missing;
+    for (const std::string& type : placeable)
+        if (!walk.types.count(type))
+            missing.push_back(type);
+    std::cout << "adventure places " << placeable.size() - missing.size() << " of " << placeable.size()
+              << " body types; missing: " << (missing.empty() ? "none" : joined(missing)) << "\n";
+    EXPECT_TRUE(missing.empty()) << "not placed in any adventure level: " << joined(missing);
+}
