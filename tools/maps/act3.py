@@ -7,6 +7,7 @@ destroyer's furnace pit). Re-run after editing; the output is committed.
   python3 tools/maps/act3.py            # writes into maps/
 """
 import os
+import random
 import sys
 
 from enemies import enemy
@@ -62,6 +63,24 @@ def chimney(lv, x, top, width=24):
     lv.detail(x, top - 8, x + width, top, 'hazard1')
 
 
+def skyline(lv, x0, x1, seed=7):
+    """The harbour's far roofs and stacks behind the play plane, dark against the night."""
+    rng = random.Random(seed)
+    x = x0
+    while x < x1:
+        width = rng.randrange(96, 192, 16)
+        height = rng.randrange(96, 336, 16)
+        lv.detail(x, 0, x + width, height, 'concrete2', colour='55,58,78,255')
+        for wy in range(32, height - 16, 48):
+            if rng.random() < 0.35:
+                wx = x + rng.randrange(12, width - 28, 8)
+                lv.detail(wx, wy, wx + 12, wy + 16, 'concrete1', colour='255,214,140,255')
+        if rng.random() < 0.25:
+            lv.detail(x + 16, height, x + 32, height + 96, 'concrete1', colour='70,66,74,255')
+            lv.effect(x + 24, height + 96, 'smoke')
+        x += width + rng.randrange(0, 64, 16)
+
+
 def rooftops():
     """The foundry roofs at night: a warm-up crate run, then the race to the
     server-hall hatch over gutters, hooked lanes, a jump pad and a sniper."""
@@ -69,6 +88,7 @@ def rooftops():
     lv.sky('night,haze', 'night', music='servers')
     west, east = -512, 4480
     lv.bookends(west, east, bottom=-700, top=1000)
+    skyline(lv, west, east)
 
     # The stair head: closed to the west, a door onto the roof.
     lv.room(-480, -160, 0, 160, doors=(0, 96))
@@ -82,6 +102,7 @@ def rooftops():
     # chute against the clock; falling into the chute puts the crate back.
     lv.ground(-128, 700, 0)
     lv.ground(700, 748, -32)
+    lv.backdrop(700, -32, 748, 0, 'ground')
     lv.hazard_strip(692, 700, 0, 4)
     lv.hazard_strip(748, 756, 0, 4)
     lv.ground(748, 980, 0)
@@ -112,6 +133,7 @@ def rooftops():
 
     # A gutter to hop, then roof B with vents.
     lv.ground(980, 1036, -32)
+    lv.backdrop(980, -32, 1036, 0, 'ground')
     lv.ground(1036, 1400, 0)
     lv.crate(1160, 0, 32, mass=0)
     lv.crate(1280, 0, 24, mass=0)
@@ -228,8 +250,6 @@ def serverhalls():
     lv.weapon('railgun', 196, 0, 10)
     lv.pickup('railgunammo', 228, 0, 20, attributes={'ammo': '10'})
     lv.message(150, 0, 'Railgun: $bind{useitem railgun}. Its slug goes through them all', width=32)
-    lv.enemy('friendly', 330, 24, 3, 'friendly', size=20, mass=10)
-    lv.message(300, 0, 'A maintenance bot tags along: it fights on your side', width=32)
     lv.sound(300, 100, 'world/hum.wav', 40)
 
     # Beat one: the rack hall. A search light sweeps the aisle; the shade
@@ -333,9 +353,11 @@ def serverhalls():
     # everything; mines on the floor, steam vents a switch can stop.
     H4 = 320
     lv.ceiling(4132, east, H4)
-    lv.backdrop(4132, 0, east, H4)
+    lv.backdrop(4100, 0, east, H4)
     lv.spawn(4160, 8, 'core')
     lv.pickup('invincibility', 4200, 0)
+    lv.enemy('friendly', 4240, 24, 3, 'friendly', size=20, mass=10)
+    lv.message(4180, 0, 'A maintenance bot waits here: it fights on your side', width=32)
     lv.body('alphadoor', 4132, 0, 4148, 96, 'data/images/hazard1.png', entity=True, idname='core_shut',
             attributes={'startopen': 'true', 'triggeronce': 'true'})
     zone(lv, 'trigger', 4300, 0, 4316, H4, 'core_trigger', targets='ambush',
