@@ -197,7 +197,7 @@ def rooftops():
     # Roof F: the finish flag and the hatch. Too late? A pad by the hatch
     # goes back to the start line.
     lv.ground(3880, 4480, 0)
-    lv.spawn(3900, 8, 'hatch')
+    lv.spawn(3900, 8, 'finish_line')
     post(lv, 'raceend', 3960, 0, 'finish', {'startbody': 'race', 'targettime': '60', 'untriggertimer': '3000'})
     lv.crate(4060, 0, 32, mass=0)
     teleporter(lv, 4060, 32, 'startline')

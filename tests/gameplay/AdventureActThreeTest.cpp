@@ -1,0 +1,115 @@
+// The shipped third act, loaded headless: what the player touches or breaks
+// in each level must open the way on, through the names the files give.
+#include <filesystem>
+
+#include "gameplay/GameplayFixture.h"
+#include "gameplay/weapons/WeaponDefinitions.h"
+#include "world/gamebody/GameBody.h"
+#include "world/quadtree/QuadTree.h"
+
+namespace {
+
+class AdventureActThreeTest : public GameplayFixture {
+protected:
+    void SetUp() override
+    {
+        GameplayFixture::SetUp();
+        WeaponDefinitions::clear();
+        std::srand(3);
+        run("god");
+    }
+    void TearDown() override
+    {
+        WeaponDefinitions::clear();
+        GameplayFixture::TearDown();
+    }
+
+    void loadShipped(const std::string& name)
+    {
+        std::filesystem::create_directories("maps");
+        std::filesystem::copy_file(std::filesystem::path(BQ_SOURCE_TREE) / "maps" / (name + ".xml"),
+                                   "maps/" + name + ".xml", std::filesystem::copy_options::overwrite_existing);
+        game->loadLevel(name, "");
+        ASSERT_TRUE(game->isLevelLoaded());
+    }
+
+    Body* byId(const std::string& id)
+    {
+        for (Body* b : game->getBodies())
+            if (b->id == id && !b->cancleanup)
+                return b;
+        return nullptr;
+    }
+
+    GameBody* firstOfType(const std::string& type)
+    {
+        for (Body* b : game->getBodies())
+            if (b->type == type && !b->cancleanup)
+                return dynamic_cast<GameBody*>(b);
+        return nullptr;
+    }
+
+    void putPlayer(float x, float y)
+    {
+        player->setPosition(Vector(x, y));
+        player->vel = Vector();
+        player->transform();
+        player->updateBounds();
+        game->getQuadTree().update(player);
+    }
+};
+
+TEST_F(AdventureActThreeTest, RaceStartOpensTheServerHatchAndThePadBesideItGoesBackToTheStartLine)
+{
+    loadShipped("rooftops");
+    Body* hatch = byId("hatch");
+    Body* startline = byId("startline");
+    ASSERT_NE(hatch, nullptr);
+    ASSERT_NE(startline, nullptr);
+    const float shut = hatch->pos.y;
+
+    putPlayer(906.0f, 10.0f);
+    frames(80);
+    EXPECT_GT(hatch->pos.y, shut + 60.0f) << "the start post did not open the hatch";
+
+    putPlayer(4076.0f, 42.0f);
+    frames(4);
+    EXPECT_NEAR(player->pos.x, startline->pos.x, 24.0f) << "the pad by the hatch did not return to the start";
+}
+
+TEST_F(AdventureActThreeTest, BreakingTheDriveAndTheProcessorOpensBothVaultDoors)
+{
+    loadShipped("serverhalls");
+    Body* vault1 = byId("vault_1");
+    Body* vault2 = byId("vault_2");
+    ASSERT_NE(vault1, nullptr);
+    ASSERT_NE(vault2, nullptr);
+    EXPECT_TRUE(vault1->solid);
+    EXPECT_TRUE(vault2->solid);
+    for (const char* objective : {"harddrive", "cpu"}) {
+        GameBody* body = firstOfType(objective);
+        ASSERT_NE(body, nullptr) << objective;
+        body->takeDamage(1000, 64);
+    }
+    frames(10);
+    EXPECT_FALSE(vault1->solid);
+    EXPECT_FALSE(vault2->solid);
+}
+
+TEST_F(AdventureActThreeTest, TheDestroyersFallOpensTheGateToTheCore)
+{
+    loadShipped("destroyerlair");
+    auto* destroyer = dynamic_cast<GameBody*>(byId("thedestroyer"));
+    Body* gate = byId("lair_gate");
+    ASSERT_NE(destroyer, nullptr);
+    ASSERT_NE(gate, nullptr);
+    const float shut = gate->pos.y;
+
+    frames(40);
+    EXPECT_NEAR(gate->pos.y, shut, 0.5f) << "the gate opened with the destroyer alive";
+    destroyer->takeDamage(5000, 32);
+    frames(120);
+    EXPECT_GT(gate->pos.y, shut + 90.0f) << "the destroyer's death did not open the gate";
+}
+
+} // namespace
