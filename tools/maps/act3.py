@@ -330,8 +330,8 @@ def serverhalls():
         lv.body('electrogrid', x, 0, x + 12, 240, 'data/images/grate1.png', solid=False, entity=True,
                 outlined=False, attributes={'on': on, 'pain': '15', 'timeon': '1600', 'timeoff': '1400',
                                              'glow': 'true'})
-    lv.block(3440, 0, 3504, 40, 'beam')
-    lv.enemy('electrotower', 3472, 64, image='electrotower1', size=48, mass=0)
+    lv.block(3440, 0, 3504, 32, 'beam')
+    lv.enemy('electrotower', 3472, 56, image='electrotower1', size=48, mass=0)
     lv.enemy('ballofdeath', 3640, 220, image='ballofdeath', size=32, mass=0,
              attributes={'openoffset': '0,-196', 'speed': '200', 'timeopen': '700'})
     lv.pickup('megahealth', 3340, 0)
