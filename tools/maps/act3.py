@@ -315,6 +315,7 @@ def serverhalls():
     lv.ledge(2900, 3800, 256, kind='deck', hang=H3)
     lv.pickup('quad', 2960, 256)
     lv.message(2940, 256, 'Quad damage: four times the hurt, for a while', width=32)
+    lv.message(3060, 256, 'Eggs! Let your swarm loose on them: $bind{+fire 10}', width=32)
     lv.enemy('egg', 3120, 268, 1, 'egg1', size=24, mass=10)
     lv.enemy('egg', 3260, 268, 2, 'egg2', size=24, mass=10)
     lv.enemy('egglayer', 3560, 300, 1, 'egglayerenemy1', size=32,
