@@ -129,6 +129,7 @@ def rooftops():
          attributes={'untriggertimer': '70000'})
     messenger(lv, 'hatch_msg', 910, 60, 'The server hatch is open: one minute!')
     lv.sign(840, 120, 'RACE TO THE HATCH ->', 12)
+    lv.detail(902, 0, 906, 64, 'metal1')
     lv.lamp(880, 64, 48)
 
     # A gutter to hop, then roof B with vents.
@@ -177,14 +178,15 @@ def rooftops():
     lv.beam(2780, 2980, 330)
     lv.lamp(2860, 324, 48)
     lv.detail(2770, 330, 2780, 460, 'metal1')
+    lv.detail(2770, 460, 3000, 472, 'metal1')
 
     # Beat four: roof E under fire, then the last lane to the hatch.
     lv.ground(3000, 3560, 0)
     lv.spawn(3060, 8, 'fire')
     lv.checkpoint(3040, 0)
     lv.grunt('rocketgrunt', 3300, 0, 3)
-    lv.ledge(3440, 3520, 140, hang=300)
-    lv.detail(3476, 140, 3484, 300, 'metal1')
+    lv.ledge(3440, 3520, 140)
+    lv.detail(3476, 0, 3484, 124, 'metal1')
     lv.grunt('sniper', 3480, 140, 3)
     lv.body('explodingbarrel', 3380, 0, 3404, 32, 'data/images/hazard1.png', mass=30, entity=True, tile=False)
     lv.pickup('health', 3100, 0)
@@ -288,7 +290,7 @@ def serverhalls():
     zone(lv, 'spawner', 2620, 200, 2636, 216, 'alarm_2',
          attributes={'spawnedtype': 'kamikazegrunt', 'spawnlevel': '2', 'maxalive': '2', 'maxspawned': '4',
                      'spawndelay': '2500'})
-    lv.block(2600, 224, 2660, 236, 'deck')
+    lv.block(2600, 224, 2660, H, 'deck')
     for i, x in enumerate((2700, 2740)):
         lv.body('alphadoor', x, 0, x + 24, H, 'data/images/hazard1.png', entity=True, tile=True,
                 idname='vault_%d' % (i + 1), attributes={'triggeronce': 'true', 'timeopen': '1000'})
@@ -368,7 +370,7 @@ def serverhalls():
     zone(lv, 'spawner', 4700, 280, 4716, 296, 'ambush_1',
          attributes={'spawnedtype': 'meleegrunt', 'spawnlevel': '3', 'maxalive': '2', 'maxspawned': '5',
                      'spawndelay': '3000'})
-    lv.block(4680, 304, 4740, 312, 'deck')
+    lv.block(4680, 304, 4740, H4, 'deck')
     lv.ledge(4560, 4680, 120, hang=H4)
     lv.pickup('megaquad', 4600, 120)
     for x in (4500, 4820, 4900):
@@ -436,9 +438,9 @@ def destroyerlair():
     # Stepping into the pit wakes the swarm's nest: a few at a time, all fight.
     zone(lv, 'trigger', 800, PIT, 816, 200, 'pit_trigger', targets='swarm_nest',
          attributes={'triggeronce': 'true'})
-    zone(lv, 'spawner', 620, 160, 636, 176, 'swarm_nest',
+    zone(lv, 'spawner', 702, 400, 718, 416, 'swarm_nest',
          attributes={'spawnedtype': 'swarmmember', 'maxalive': '3', 'maxspawned': '12', 'spawndelay': '4000'})
-    lv.block(604, 144, 652, 152, 'deck')
+    lv.block(680, 440, 740, TOP, 'deck')
     lv.message(700, PIT, 'It fights in bursts: rockets, grenades, shotgun, then a pause', width=32)
 
     # Beats two and three: the pit. Lava wells with a step out of each,
