@@ -65,7 +65,8 @@ data/sounds/gui/MenuSmoothClose.wav data/sounds/test/test.ogg
 WEAPON_ITEMS = ['grapple', 'pistol', 'plasmagun', 'shotgun', 'chaingun', 'grenadelauncher', 'rocketlauncher',
                 'railgun', 'lightninggun', 'swarm']
 LEVEL_TEXTURES = ['concrete1', 'concrete2', 'metal1', 'metal2', 'rock1', 'rock2', 'techpanel1', 'techpanel2',
-                  'grate1', 'hazard1', 'planks1', 'quaystone1', 'water1', 'lava1', 'techbase']
+                  'grate1', 'hazard1', 'planks1', 'quaystone1', 'water1', 'lava1', 'techbase', 'roofing1',
+                  'serverrack1']
 # Sizes that are not powers of two on purpose (the loader rescales them).
 NPOT_ALLOWED = {'data/images/defaultgame.png': (320, 240)}
 

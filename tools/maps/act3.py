@@ -214,11 +214,10 @@ def rooftops():
     return lv
 
 
-def rack(lv, x, ceiling, width=40, bottom=48):
+def rack(lv, x, ceiling, width=64, bottom=48):
     """A server cabinet hung from the ceiling; its shadow underneath is cover."""
     lv.block(x, bottom, x + width, ceiling, 'wall')
-    for y in range(bottom + 12, ceiling - 8, 24):
-        lv.detail(x + 6, y, x + 14, y + 3, 'hazard1', colour='120,255,140,255', glow=True)
+    lv.detail(x + 4, bottom - 3, x + width - 4, bottom, 'hazard1', colour='120,255,140,255', glow=True)
 
 
 def searchlight(lv, x, ceiling, targets, idname, sweep=(0, 40, -40), speed='25'):
@@ -257,7 +256,7 @@ def serverhalls():
     # Beat one: the rack hall. A search light sweeps the aisle; the shade
     # under the racks hides you. This one only raises a shout.
     lv.spawn(560, 8, 'racks')
-    for x in (640, 820, 1000, 1180):
+    for x in (640, 832, 1024, 1216):
         rack(lv, x, H)
     searchlight(lv, 930, H, 'seen_1', 'light_1')
     messenger(lv, 'seen_1', 930, 120, 'Spotted! Nothing answers... yet. Keep under the racks')
@@ -283,7 +282,7 @@ def serverhalls():
     lv.enemy('engineer', 2000, 160, image='engineerenemy', size=28)
     lv.enemy('kamikazegrunt', 2560, 16, 2, 'kamikazeenemy2')
     lv.enemy('engineer', 2420, 160, image='engineerenemy', size=28)
-    for x in (1700, 2100, 2500):
+    for x in (1664, 2112, 2496):
         rack(lv, x, H)
     searchlight(lv, 2200, H, 'alarm_2,alarm_2_msg', 'light_2', sweep=(-20, 35, -35))
     messenger(lv, 'alarm_2_msg', 2200, 120, 'Alarm! The hatch drops kamikazes')

@@ -7,7 +7,7 @@ from textures import font
 CELL = 136
 LABEL = 22
 TEXTURES = ('concrete1', 'concrete2', 'metal1', 'metal2', 'rock1', 'rock2', 'techpanel1', 'techpanel2', 'grate1',
-            'hazard1', 'planks1', 'quaystone1', 'water1', 'lava1', 'techbase', 'checkers', 'checkersred', 'bg', 'skystars', 'skyclouds',
+            'hazard1', 'planks1', 'quaystone1', 'roofing1', 'serverrack1', 'water1', 'lava1', 'techbase', 'checkers', 'checkersred', 'bg', 'skystars', 'skyclouds',
             'skynebula')
 
 

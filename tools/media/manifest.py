@@ -128,6 +128,8 @@ def _images():
     add(_img(IMG + 'hazard1.png', 'textures.hazard'))
     add(_img(IMG + 'planks1.png', 'textures.planks'))
     add(_img(IMG + 'quaystone1.png', 'textures.quaystone'))
+    add(_img(IMG + 'roofing1.png', 'textures.roofing'))
+    add(_img(IMG + 'serverrack1.png', 'textures.serverrack'))
     add(_img(IMG + 'water1.png', 'textures.water'))
     add(_img(IMG + 'lava1.png', 'textures.lava'))
     # Sky layers.

@@ -199,6 +199,57 @@ def quaystone(rng, n=256):
     return straight_image(col)
 
 
+
+def roofing(rng, n=256):
+    """Tarred roofing felt for the foundry roofs: overlapping sheets with a
+    lapped seam every course, gravel pressed into the tar, and a few sheets
+    patched darker."""
+    xs, ys = grid(n)
+    course = 64
+    # Laps fall mid-tile, so the tile's own edge is plain felt.
+    fy = np.mod(ys + course // 2, course)
+    row = np.mod(np.floor((ys + course // 2) / course), n // course).astype(int)
+    sheet = np.mod(xs + np.mod(row, 2) * (n // 2), n) // (n // 2)
+    patch = rng.random((n // course, 2))[row, sheet.astype(int)]
+    grit = fbm(rng, n, beta=0.2, lo=8)
+    stones = clamp01((grit - 0.6) * 5.0)
+    body = fbm(rng, n, beta=1.6, lo=2)
+    tone = colourise(clamp01(body * 0.7 + patch * 0.3), [(0, '353331'), (0.6, '4c4945'), (1, '66615a')])
+    # The lap: a raised lip at the top of each course, shadowed under it.
+    lip = smoothstep(course - 6, course - 1, fy)
+    shadow = 1.0 - 0.45 * (1.0 - smoothstep(0.0, 5.0, fy))
+    col = tone * (shadow * (1.0 + 0.25 * lip))[..., None]
+    col = mix(col, rgb('8d877c') * (0.8 + 0.4 * grit)[..., None], (stones * 0.7)[..., None])
+    return straight_image(col)
+
+
+def serverrack(rng, n=256):
+    """A server cabinet front, one to a tile: a stack of units with vents
+    and status lights between dark steel rails."""
+    xs, ys = grid(n)
+    unit = 32
+    fy = np.mod(ys, unit)
+    slot = np.floor(ys / unit).astype(int)
+    tone = rng.random(n // unit)[slot]
+    grain = fbm(rng, n, beta=2.0, lo=2)
+    face = colourise(clamp01(grain * 0.5 + tone * 0.5), [(0, '22262c'), (1, '3a404a')])
+    rail = (xs < 16) | (xs > n - 17)
+    seam = np.minimum(fy, unit - 1 - fy)
+    col = face * (0.55 + 0.45 * clamp01(seam / 2.0))[..., None]
+    vent = (np.mod(xs, 6) < 3) & (fy > 8) & (fy < 24) & (xs > 96) & (xs < 224)
+    col = np.where(vent[..., None], col * 0.4, col)
+    col = np.where(rail[..., None], colourise(grain, [(0, '15171a'), (1, '262a30')]), col)
+    col = col + rivets(n, unit, 6, 2.0)[..., None] * rail[..., None] * 0.2
+    # Status lights: a green or amber pair at the left of most units.
+    pick = rng.random(n // unit)[slot]
+    light = np.where((pick > 0.7)[..., None], rgb('ffb020'), rgb('4cff7a'))
+    for cx in (36.0, 52.0):
+        d = np.sqrt((xs - cx) ** 2 + (fy - unit * 0.5) ** 2)
+        on = (pick > 0.15).astype(F)
+        col = mix(col, light, (clamp01(3.0 - d) * on)[..., None])
+        col = col + light * (np.exp(-d / 4.0) * 0.18 * on)[..., None]
+    return straight_image(col)
+
 def grate(rng, n=128):
     """Floor grating with see-through holes (RGBA)."""
     xs, ys = grid(n)
