@@ -59,7 +59,7 @@ protected:
     }
 };
 
-TEST_F(AdventureActThreeTest, RaceStartOpensTheServerHatchAndThePadBesideItGoesBackToTheStartLine)
+TEST_F(AdventureActThreeTest, RaceStartOpensTheServerHatchAndThePadOnItsHutGoesBackToTheStartLine)
 {
     loadShipped("rooftops");
     Body* hatch = byId("hatch");
@@ -72,9 +72,9 @@ TEST_F(AdventureActThreeTest, RaceStartOpensTheServerHatchAndThePadBesideItGoesB
     frames(80);
     EXPECT_GT(hatch->pos.y, shut + 60.0f) << "the start post did not open the hatch";
 
-    putPlayer(4076.0f, 42.0f);
+    putPlayer(4316.0f, 250.0f);
     frames(4);
-    EXPECT_NEAR(player->pos.x, startline->pos.x, 24.0f) << "the pad by the hatch did not return to the start";
+    EXPECT_NEAR(player->pos.x, startline->pos.x, 24.0f) << "the pad on the hatch hut did not return to the start";
 }
 
 TEST_F(AdventureActThreeTest, BreakingTheDriveAndTheProcessorOpensBothVaultDoors)

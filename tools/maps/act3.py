@@ -196,14 +196,13 @@ def rooftops():
     chimney(lv, 3876, 276)
     lv.beam(3540, 3900, 260)
 
-    # Roof F: the finish flag and the hatch. Too late? A pad by the hatch
-    # goes back to the start line.
+    # Roof F: the finish flag and the hatch. Too late? A pad on the hut's
+    # roof, out of the racers' way, goes back to the start line.
     lv.ground(3880, 4480, 0)
     lv.spawn(3900, 8, 'finish_line')
     post(lv, 'raceend', 3960, 0, 'finish', {'startbody': 'race', 'targettime': '60', 'untriggertimer': '3000'})
-    lv.crate(4060, 0, 32, mass=0)
-    teleporter(lv, 4060, 32, 'startline')
-    lv.sign(3990, 100, 'TOO LATE? BACK TO THE START', 10)
+    teleporter(lv, 4300, 240, 'startline')
+    lv.sign(3990, 110, 'TOO LATE? HOOK UP TO THE PAD: BACK TO THE START', 10)
     lv.room(4232, 4448, 0, 176, doors=(64, 0))
     lv.door('hatch', 4200, 0, 4232, 64, lift=64, speed=96, timeopen=60000)
     lv.lamp(4180, 70, 64)
