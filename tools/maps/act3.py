@@ -424,7 +424,7 @@ def destroyerlair():
     for x in (60, 90, 120):
         lv.body('swarmmember', x, 40, x + 16, 56, 'data/images/swarmmember.png', mass=10, entity=True,
                 outlined=False, tile=False)
-    lv.message(400, 0, 'The old maintenance swarm is awake: it flies with you in the pit', width=32)
+    lv.message(20, 0, 'The old maintenance swarm wakes; its nest over the pit sends more', width=32)
     lv.checkpoint(560, 0)
 
     # Beat one: the stair down; the destroyer paces far below.
