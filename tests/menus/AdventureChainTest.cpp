@@ -31,6 +31,7 @@ bool fileExists(const std::string& path) { return std::ifstream(path).good(); }
 
 struct Exit {
     std::string leveltarget;
+    std::string targetspawn;
     bool iscutscene = false;
     std::string cutscene;
 };
@@ -38,6 +39,7 @@ struct Exit {
 struct LevelFile {
     bool loaded = false;
     std::set<std::string> types;
+    std::set<std::string> ids;
     std::vector<Exit> exits;
 };
 
@@ -55,6 +57,8 @@ LevelFile readLevel(const std::string& path)
         if (!type)
             continue;
         level.types.insert(type);
+        if (const char* id = p->Attribute("idname"))
+            level.ids.insert(id);
         if (std::string(type) != "levelchange")
             continue;
         Exit exit;
@@ -65,6 +69,8 @@ LevelFile readLevel(const std::string& path)
             const std::string value = a->Attribute("value") ? a->Attribute("value") : "";
             if (sameText(name, "leveltarget"))
                 exit.leveltarget = value;
+            else if (sameText(name, "targetspawn"))
+                exit.targetspawn = value;
             else if (sameText(name, "iscutscene"))
                 exit.iscutscene = value == "true";
             else if (sameText(name, "cutscene"))
@@ -89,21 +95,24 @@ Walk walkAdventure(const std::string& root)
     Adventure adventure;
     testing::internal::CaptureStdout();
     const bool read = Adventure::load(root + "/data/adventures/brindlequay.xml", adventure);
-    std::vector<std::string> queue;
+    // Each level with the entry it is entered by ("" for its start point).
+    std::vector<std::pair<std::string, std::string>> queue;
     if (!read) {
         walk.problems.push_back("the adventure file does not load");
     } else {
-        queue.push_back(adventure.startlevel);
+        queue.emplace_back(adventure.startlevel, "");
         if (!adventure.cutscene.empty() && !fileExists(root + "/" + CutScene::pathFor(adventure.cutscene)))
             walk.problems.push_back("missing start cut scene " + adventure.cutscene);
     }
     while (!queue.empty()) {
-        const std::string name = queue.front();
+        const auto [name, entry] = queue.front();
         queue.erase(queue.begin());
+        const LevelFile level = readLevel(root + "/maps/" + name + ".xml");
+        if (level.loaded && !entry.empty() && !level.ids.count(entry))
+            walk.problems.push_back(name + ": entered at missing spawn " + entry);
         if (std::find(walk.levels.begin(), walk.levels.end(), name) != walk.levels.end())
             continue;
         walk.levels.push_back(name);
-        const LevelFile level = readLevel(root + "/maps/" + name + ".xml");
         if (!level.loaded) {
             walk.problems.push_back("missing level maps/" + name + ".xml");
             continue;
@@ -114,7 +123,7 @@ Walk walkAdventure(const std::string& root)
                 walk.problems.push_back(name + ": exit to missing level " + exit.leveltarget);
             if (!exit.iscutscene) {
                 if (!exit.leveltarget.empty())
-                    queue.push_back(exit.leveltarget);
+                    queue.emplace_back(exit.leveltarget, exit.targetspawn);
                 continue;
             }
             CutScene scene;
@@ -123,7 +132,7 @@ Walk walkAdventure(const std::string& root)
                 continue;
             }
             if (scene.onend == "level")
-                queue.push_back(scene.endLevel());
+                queue.emplace_back(scene.endLevel(), scene.endSpawn());
             else if (scene.onend == "mainmenu")
                 walk.reachesMainMenu = true;
         }
