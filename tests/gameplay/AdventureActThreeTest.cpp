@@ -27,8 +27,11 @@ protected:
     void loadShipped(const std::string& name)
     {
         std::filesystem::create_directories("maps");
-        std::filesystem::copy_file(std::filesystem::path(BQ_SOURCE_TREE) / "maps" / (name + ".xml"),
-                                   "maps/" + name + ".xml", std::filesystem::copy_options::overwrite_existing);
+        for (const std::string& file : {name + ".xml", name + "_waves.xml"}) {
+            const auto from = std::filesystem::path(BQ_SOURCE_TREE) / "maps" / file;
+            if (std::filesystem::exists(from))
+                std::filesystem::copy_file(from, "maps/" + file, std::filesystem::copy_options::overwrite_existing);
+        }
         game->loadLevel(name, "");
         ASSERT_TRUE(game->isLevelLoaded());
     }
@@ -110,6 +113,24 @@ TEST_F(AdventureActThreeTest, TheDestroyersFallOpensTheGateToTheCore)
     destroyer->takeDamage(5000, 32);
     frames(120);
     EXPECT_GT(gate->pos.y, shut + 90.0f) << "the destroyer's death did not open the gate";
+}
+
+TEST_F(AdventureActThreeTest, SteppingIntoThePitWakesTheSwarmNestAndTheFurnaceVents)
+{
+    loadShipped("destroyerlair");
+    auto alive = [this](const char* type) {
+        int n = 0;
+        for (Body* b : game->getBodies())
+            n += b->type == type && !b->cancleanup;
+        return n;
+    };
+    putPlayer(808.0f, -150.0f);
+    // The balcony's swarm lives ten seconds; what flies after that came from the nest.
+    frames(12000 / 25);
+    EXPECT_GT(alive("swarmmember"), 0) << "the nest over the pit sent no swarm";
+    EXPECT_EQ(alive("swarmer"), 0) << "the vents opened before their time";
+    frames(10000 / 25);
+    EXPECT_GT(alive("swarmer"), 0) << "the first wave never came out of the vents";
 }
 
 } // namespace

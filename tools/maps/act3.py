@@ -434,8 +434,17 @@ def destroyerlair():
     lv.block(600, 224, 632, TOP, 'wall')
     lv.backdrop(600, PIT, 2200, TOP)
     # Stepping into the pit wakes the swarm's nest: a few at a time, all fight.
-    zone(lv, 'trigger', 800, PIT, 816, 200, 'pit_trigger', targets='swarm_nest',
+    zone(lv, 'trigger', 800, PIT, 816, 200, 'pit_trigger', targets='swarm_nest,furnace_waves',
          attributes={'triggeronce': 'true'})
+    # The furnace vents spit out leftovers while the fight goes on.
+    zone(lv, 'wavecontroller', 820, 200, 828, 208, 'furnace_waves',
+         attributes={'wavefile': 'maps/destroyerlair_waves.xml'})
+    for idname, x, kind in (('vent_1', 1160, 'swarmer'), ('vent_2', 1840, 'bacteria')):
+        zone(lv, 'spawner', x, 400, x + 16, 416, idname,
+             attributes={'spawnedtype': kind, 'spawnlevel': '1', 'maxalive': '3', 'maxspawned': '0'})
+        lv.block(x - 24, 424, x + 40, TOP, 'deck')
+        lv.effect(x + 8, 420, 'smoke')
+    messenger(lv, 'vent_msg', 840, 200, 'The furnace vents cough up the foundry\'s leftovers')
     zone(lv, 'spawner', 702, 400, 718, 416, 'swarm_nest',
          attributes={'spawnedtype': 'swarmmember', 'maxalive': '3', 'maxspawned': '12', 'spawndelay': '4000'})
     lv.block(680, 440, 740, TOP, 'deck')
@@ -484,11 +493,28 @@ def destroyerlair():
     return lv
 
 
+LAIR_WAVES = [(20000, 'vent_msg'), (20000, 'vent_1'), (20600, 'vent_1'), (21200, 'vent_1'),
+              (45000, 'vent_2'), (46000, 'vent_2'), (70000, 'vent_1'), (70600, 'vent_1'),
+              (71200, 'vent_2'), (95000, 'vent_1'), (95600, 'vent_2')]
+
+
+def write_waves(directory, name, events, note):
+    path = os.path.join(directory, name + '.xml')
+    with open(path, 'w') as out:
+        out.write('<?xml version="1.0" ?>\n<!-- %s -->\n<waves>\n' % note)
+        for time, target in events:
+            out.write(' <event time="%d" target="%s"/>\n' % (time, target))
+        out.write('</waves>\n')
+    return path
+
+
 def main():
     root = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', '..', 'maps')
     directory = sys.argv[1] if len(sys.argv) > 1 else root
     for lv in (rooftops(), serverhalls(), destroyerlair()):
         print(os.path.relpath(lv.write(directory)))
+    print(os.path.relpath(write_waves(directory, 'destroyerlair_waves', LAIR_WAVES,
+                                      "The lair's vents: times are ms after the player steps into the pit.")))
 
 
 if __name__ == '__main__':
