@@ -99,6 +99,23 @@ TEST_F(AdventureActThreeTest, BreakingTheDriveAndTheProcessorOpensBothVaultDoors
     EXPECT_FALSE(vault2->solid);
 }
 
+TEST_F(AdventureActThreeTest, ThePowerCellInItsSlotOpensTheLiftDown)
+{
+    loadShipped("serverhalls");
+    Body* door = byId("pit_door");
+    GameBody* cell = firstOfType("battery");
+    ASSERT_NE(door, nullptr);
+    ASSERT_NE(cell, nullptr);
+    const float shut = door->pos.y;
+    cell->setPosition(Vector(5504.0f, 14.0f));
+    cell->transform();
+    cell->updateBounds();
+    game->getQuadTree().update(cell);
+    putPlayer(5440.0f, 10.0f);
+    frames(80);
+    EXPECT_GT(door->pos.y, shut + 90.0f) << "the cell in its slot did not open the lift door";
+}
+
 TEST_F(AdventureActThreeTest, TheDestroyersFallOpensTheGateToTheCore)
 {
     loadShipped("destroyerlair");

@@ -385,13 +385,22 @@ def serverhalls():
     lv.ledge(5300, 5420, 160, hang=H4)
     lv.grunt('sniper', 5360, 160, 4)
     lv.grunt('chaingungrunt', 5460, 0, 4)
-    for x in (5280, 5300):
+    for x in (4960, 4990):
         lv.body('explodingbarrel', x, 0, x + 20, 28, 'data/images/hazard1.png', mass=30, entity=True, tile=False)
-    lv.pickup('health', 5520, 0)
-    lv.pickup('lightninggunammo', 5500, 0, 20, attributes={'ammo': '60'})
-    lv.cash(5440, 160, 25)
+    lv.pickup('health', 5440, 0)
+    lv.pickup('lightninggunammo', 5410, 0, 20, attributes={'ammo': '60'})
+    lv.cash(5390, 160, 25)
     for x in (4400, 4900, 5400):
         lv.lamp(x, H4 - 6, 96)
+    # The lift down has no power: push the cell into its slot to open it.
+    lv.spawn(5260, 8, 'lift')
+    lv.body('battery', 5300, 0, 5324, 24, 'data/images/techpanel2.png', mass=30, entity=True, tile=False,
+            colour='200,255,200,255', attributes={'glow': 'true'})
+    lv.body('batteryslot', 5480, 0, 5528, 16, 'data/images/grate1.png', solid=False, entity=True, outlined=False,
+            tile=False, colour='150,255,170,255', targets='pit_door,pit_msg', attributes={'triggeronce': 'true'})
+    messenger(lv, 'pit_msg', 5500, 60, 'Power! The lift door opens')
+    lv.message(5260, 0, 'The lift has no power: push the cell into the slot', width=32)
+    lv.door('pit_door', 5540, 0, 5556, 96, lift=96, speed=64)
     lv.sign(5440, 250, 'FURNACE PIT - DOWN', 12)
     lv.exit(5560, 0, 'destroyerlair', 'brindlequay/lair')
     return lv
@@ -462,6 +471,8 @@ def destroyerlair():
         lv.effect(x0 + 60, PIT - 40, 'fire')
         lv.hazard_strip(x0 - 8, x0, PIT, 3)
         lv.hazard_strip(x0 + 120, x0 + 128, PIT, 3)
+    # The furnace draws air down into the far well, and anything light with it.
+    zone(lv, 'attractor', 1672, PIT - 60, 1688, PIT - 44, 'draught', attributes={'force': '4', 'radius': '96'})
     lv.sound(1060, PIT, 'world/hum.wav', 50)
     for x0, x1, y, pad in ((820, 940, 0, 760), (1340, 1500, 60, 1260), (1860, 1980, 0, 1800)):
         lv.ledge(x0, x1, y, hang=TOP)
