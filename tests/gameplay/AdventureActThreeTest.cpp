@@ -52,15 +52,29 @@ protected:
         return nullptr;
     }
 
-    void putPlayer(float x, float y)
+    void place(Body* body, float x, float y)
     {
-        player->setPosition(Vector(x, y));
-        player->vel = Vector();
-        player->transform();
-        player->updateBounds();
-        game->getQuadTree().update(player);
+        body->setPosition(Vector(x, y));
+        body->vel = Vector();
+        body->transform();
+        body->updateBounds();
+        game->getQuadTree().update(body);
     }
+    void putPlayer(float x, float y) { place(player, x, y); }
 };
+
+TEST_F(AdventureActThreeTest, WarmUpRunsFromTheFlagUntilTheCrateDropsIntoTheChute)
+{
+    loadShipped("rooftops");
+    Body* crate = byId("crate");
+    ASSERT_NE(crate, nullptr);
+    putPlayer(86.0f, 10.0f);
+    frames(8);
+    EXPECT_TRUE(gameplay->isRaceActive()) << "the warm-up flag started no race";
+    place(crate, 724.0f, -12.0f);
+    frames(8);
+    EXPECT_FALSE(gameplay->isRaceActive()) << "the crate in the chute did not finish the warm-up";
+}
 
 TEST_F(AdventureActThreeTest, RaceStartOpensTheServerHatchAndThePadOnItsHutGoesBackToTheStartLine)
 {
@@ -107,10 +121,7 @@ TEST_F(AdventureActThreeTest, ThePowerCellInItsSlotOpensTheLiftDown)
     ASSERT_NE(door, nullptr);
     ASSERT_NE(cell, nullptr);
     const float shut = door->pos.y;
-    cell->setPosition(Vector(5504.0f, 14.0f));
-    cell->transform();
-    cell->updateBounds();
-    game->getQuadTree().update(cell);
+    place(cell, 5504.0f, 14.0f);
     putPlayer(5440.0f, 10.0f);
     frames(80);
     EXPECT_GT(door->pos.y, shut + 90.0f) << "the cell in its slot did not open the lift door";
