@@ -294,6 +294,7 @@ def serverhalls():
                 idname='vault_%d' % (i + 1), attributes={'triggeronce': 'true', 'timeopen': '1000'})
     lv.pickup('health', 2620, 0)
     lv.pickup('quickhealth', 1620, 0)
+    lv.pickup('armour', 1650, 0)
     lv.sign(2640, 150, 'VAULT', 12)
 
     # Beat three: the cooling hall, twice as tall. The pad lifts you to the
@@ -357,6 +358,7 @@ def serverhalls():
     lv.backdrop(4100, 0, east, H4)
     lv.spawn(4160, 8, 'core')
     lv.pickup('invincibility', 4200, 0)
+    lv.pickup('quickarmour', 4170, 0)
     lv.enemy('friendly', 4240, 24, 3, 'friendly', size=20, mass=10)
     lv.message(4180, 0, 'A maintenance bot waits here: it fights on your side', width=32)
     lv.body('alphadoor', 4132, 0, 4148, 96, 'data/images/hazard1.png', entity=True, idname='core_shut',
