@@ -444,6 +444,7 @@ def destroyerlair():
     lv.ceiling(600, 2232, TOP)
     lv.block(600, 224, 632, TOP, 'wall')
     lv.backdrop(600, PIT, 2200, TOP)
+    lv.spawn(820, PIT + 8, 'pit')
     # Stepping into the pit wakes the swarm's nest: a few at a time, all fight.
     zone(lv, 'trigger', 800, PIT, 816, 200, 'pit_trigger', targets='swarm_nest,furnace_waves',
          attributes={'triggeronce': 'true'})
@@ -476,11 +477,13 @@ def destroyerlair():
     # The furnace draws air down into the far well, and anything light with it.
     zone(lv, 'attractor', 1672, PIT - 60, 1688, PIT - 44, 'draught', attributes={'force': '4', 'radius': '96'})
     lv.sound(1060, PIT, 'world/hum.wav', 50)
-    for x0, x1, y, pad in ((820, 940, 0, 760), (1340, 1500, 60, 1260), (1860, 1980, 0, 1800)):
+    # Each pad throws a little over its platform, not over the whole pit.
+    for x0, x1, y, pad, lift in ((940, 1060, 0, 870, 190), (1340, 1500, 60, 1260, 215),
+                                 (1860, 1980, 0, 1780, 190)):
         lv.ledge(x0, x1, y, hang=TOP)
         lv.body('jumppad', pad, PIT, pad + 40, PIT + 8, 'data/images/hazard1.png', solid=False, entity=True,
-                outlined=False, tile=False, attributes={'speed': '70,250', 'glow': 'true'})
-    lv.pickup('rocketlauncherammo', 860, 0, 20, attributes={'ammo': '15'})
+                outlined=False, tile=False, attributes={'speed': '40,%d' % lift, 'glow': 'true'})
+    lv.pickup('rocketlauncherammo', 980, 0, 20, attributes={'ammo': '15'})
     lv.pickup('armour', 1400, 60)
     lv.pickup('health', 1900, 0)
     lv.pickup('health', 700, PIT)
