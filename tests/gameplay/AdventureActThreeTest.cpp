@@ -113,6 +113,22 @@ TEST_F(AdventureActThreeTest, BreakingTheDriveAndTheProcessorOpensBothVaultDoors
     EXPECT_FALSE(vault2->solid);
 }
 
+TEST_F(AdventureActThreeTest, TheDeckSwitchWakesTheVentPadThatThrowsIntoTheColdStore)
+{
+    loadShipped("serverhalls");
+    run("notarget");
+    putPlayer(3904.0f, 8.0f);
+    frames(40);
+    EXPECT_LT(player->pos.y, 20.0f) << "the vent pad blows before its switch";
+    putPlayer(3788.0f, 268.0f);
+    frames(8);
+    putPlayer(3904.0f, 8.0f);
+    frames(200);
+    EXPECT_GT(player->pos.y, 200.0f) << "the vent pad did not throw the player up to the cold store";
+    EXPECT_GT(player->pos.x, 3980.0f);
+    EXPECT_LT(player->pos.x, 4100.0f);
+}
+
 TEST_F(AdventureActThreeTest, ThePowerCellInItsSlotOpensTheLiftDown)
 {
     loadShipped("serverhalls");

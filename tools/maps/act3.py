@@ -340,9 +340,10 @@ def serverhalls():
     # The switch at the deck's end wakes the vent pad under the cold store for a while.
     lv.switch(3780, 256, 'vent_pad,vent_msg')
     messenger(lv, 'vent_msg', 3780, 300, 'The vent below blows for ten seconds')
-    lv.body('triggeredjumppad', 3920, 0, 3968, 8, 'data/images/hazard1.png', solid=False, entity=True,
+    # It throws high and slow, so the player rises clear of the store's edge before reaching it.
+    lv.body('triggeredjumppad', 3880, 0, 3928, 8, 'data/images/hazard1.png', solid=False, entity=True,
             outlined=False, tile=False, idname='vent_pad',
-            attributes={'speed': '40,210', 'starton': 'false', 'untriggertimer': '10000', 'glow': 'true'})
+            attributes={'speed': '30,210', 'starton': 'false', 'untriggertimer': '10000', 'glow': 'true'})
     lv.ledge(3980, 4100, 200, kind='deck', hang=H3)
     lv.cash(4000, 200, 25)
     lv.cash(4030, 200, 25)
