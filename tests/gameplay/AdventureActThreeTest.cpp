@@ -113,6 +113,35 @@ TEST_F(AdventureActThreeTest, BreakingTheDriveAndTheProcessorOpensBothVaultDoors
     EXPECT_FALSE(vault2->solid);
 }
 
+// A player who steps on a pad and lets go of the keys lands on the ledge it serves.
+TEST_F(AdventureActThreeTest, JumpPadsLandAHandsOffPlayerOnTheirLedges)
+{
+    struct Pad {
+        const char* level;
+        float x, y;
+        float ledgeTop, ledgeWest, ledgeEast;
+    };
+    const Pad pads[] = {
+        {"rooftops", 2160.0f, 8.0f, 176.0f, 2240.0f, 2760.0f},
+        {"destroyerlair", 880.0f, -152.0f, 0.0f, 940.0f, 1060.0f},
+        {"destroyerlair", 1270.0f, -152.0f, 60.0f, 1340.0f, 1500.0f},
+        {"destroyerlair", 1800.0f, -152.0f, 0.0f, 1860.0f, 1980.0f},
+    };
+    for (const Pad& pad : pads) {
+        SCOPED_TRACE(std::string(pad.level) + " pad at " + std::to_string(pad.x));
+        loadShipped(pad.level);
+        // Measured without the boss, whose rockets would knock the player about.
+        if (Body* boss = byId("thedestroyer"))
+            game->markForRemoval(boss);
+        frame();
+        putPlayer(pad.x, pad.y);
+        frames(240);
+        EXPECT_NEAR(player->pos.y, pad.ledgeTop + 8.0f, 2.0f);
+        EXPECT_GT(player->pos.x, pad.ledgeWest - 8.0f);
+        EXPECT_LT(player->pos.x, pad.ledgeEast + 8.0f);
+    }
+}
+
 TEST_F(AdventureActThreeTest, TheDeckSwitchWakesTheVentPadThatThrowsIntoTheColdStore)
 {
     loadShipped("serverhalls");

@@ -163,7 +163,7 @@ def rooftops():
     lv.weapon('rocketlauncher', 1860, 0, 10)
     lv.sign(1850, 96, 'ROOF SHED', 10)
     post(lv, 'racecheckpoint', 2040, 0, 'lap_2', {'untriggertimer': '5000'})
-    lv.body('jumppad', 2160, 0, 2208, 8, 'data/images/hazard1.png', solid=False, entity=True, outlined=False,
+    lv.body('jumppad', 2136, 0, 2184, 8, 'data/images/hazard1.png', solid=False, entity=True, outlined=False,
             tile=False, attributes={'speed': '60,230', 'glow': 'true'})
     lv.sign(2100, 60, 'PAD ^', 10)
     lv.ground(2240, 2760, 176, depth=176 + 480)
@@ -479,11 +479,11 @@ def destroyerlair():
     zone(lv, 'attractor', 1672, PIT - 60, 1688, PIT - 44, 'draught', attributes={'force': '4', 'radius': '96'})
     lv.sound(1060, PIT, 'world/hum.wav', 50)
     # Each pad throws a little over its platform, not over the whole pit.
-    for x0, x1, y, pad, lift in ((940, 1060, 0, 870, 190), (1340, 1500, 60, 1260, 215),
-                                 (1860, 1980, 0, 1780, 190)):
+    for x0, x1, y, pad, lift in ((940, 1060, 0, 860, 230), (1340, 1500, 60, 1250, 250),
+                                 (1860, 1980, 0, 1780, 230)):
         lv.ledge(x0, x1, y, hang=TOP)
         lv.body('jumppad', pad, PIT, pad + 40, PIT + 8, 'data/images/hazard1.png', solid=False, entity=True,
-                outlined=False, tile=False, attributes={'speed': '40,%d' % lift, 'glow': 'true'})
+                outlined=False, tile=False, attributes={'speed': '30,%d' % lift, 'glow': 'true'})
     lv.pickup('rocketlauncherammo', 980, 0, 20, attributes={'ammo': '15'})
     lv.pickup('armour', 1400, 60)
     lv.pickup('health', 1900, 0)
