@@ -85,6 +85,7 @@ def rooftops():
     """The foundry roofs at night: a warm-up crate run, then the race to the
     server-hall hatch over gutters, hooked lanes, a jump pad and a sniper."""
     lv = Place('rooftops', 'roofs')
+    lv.title = 'The Foundry Roofs'
     lv.sky('night,haze', 'night', music='servers')
     west, east = -512, 4480
     lv.bookends(west, east, bottom=-700, top=1000)
@@ -233,6 +234,7 @@ def serverhalls():
     the drive hall whose vault the drives hold shut, the cooling hall with
     its teleport deck, eggs and grids, and the core hall's ambush."""
     lv = Place('serverhalls', 'servers')
+    lv.title = 'The Server Halls'
     lv.sky('night,haze', 'night', music='servers')
     west, east = -32, 5632
     lv.bookends(west, east, bottom=-700, top=1000)
@@ -413,6 +415,7 @@ def destroyerlair():
     """The destroyer's furnace pit: supplies on the balcony, a stair down into
     the pit with its lava wells and hung platforms, the gate it guards."""
     lv = Place('destroyerlair', 'lair')
+    lv.title = "The Destroyer's Lair"
     lv.sky('lava,night', 'lava', music='boss')
     west, east = -32, 2632
     lv.bookends(west, east, bottom=-800, top=1000)
