@@ -20,22 +20,11 @@ namespace {
 Game* game = nullptr;
 std::vector<std::string> absoluteArgs;
 std::vector<char*> argPointers;
-char scratch[] = "/tmp/bqlevelfuzzXXXXXX";
-
-void removeScratch()
-{
-    const std::string command = std::string("rm -rf '") + scratch + "'";
-    if (std::system(command.c_str()) != 0)
-        std::fprintf(stderr, "could not remove %s\n", scratch);
-}
 
 void setUp()
 {
-    if (!mkdtemp(scratch) || chdir(scratch) != 0 || mkdir("maps", 0700) != 0)
-        std::abort();
-    std::atexit(removeScratch);
-    // The loader's chatter goes nowhere; the fuzzer reports on stderr.
-    if (!std::freopen("/dev/null", "w", stdout))
+    fuzzscratch::enter("/tmp/bqlevelfuzzXXXXXX");
+    if (mkdir("maps", 0700) != 0)
         std::abort();
     static Game theGame(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
     theGame.setGravityOverride(-80.0f);
