@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 namespace fuzzscratch {
 // The directory made from the pattern, kept for the removal at exit.
@@ -38,6 +39,38 @@ inline void enter(const char* pattern)
     std::atexit(remove);
 }
 
+// libFuzzer reads corpus files lazily, after the first input has moved into
+// the scratch directory, and writes crash files to the working directory,
+// which is removed at exit: paths become absolute, and crash files go where
+// the fuzzer was started unless told otherwise.
+inline void absoluteArguments(int* argc, char*** argv)
+{
+    static std::vector<std::string> args;
+    static std::vector<char*> pointers;
+    bool artifactPrefix = false;
+    for (int i = 0; i < *argc; ++i) {
+        std::string arg = (*argv)[i];
+        if (i > 0 && !arg.empty() && arg[0] != '-') {
+            if (char* full = realpath(arg.c_str(), nullptr)) {
+                arg = full;
+                std::free(full);
+            }
+        }
+        artifactPrefix = artifactPrefix || arg.rfind("-artifact_prefix=", 0) == 0;
+        args.push_back(arg);
+    }
+    if (!artifactPrefix)
+        if (char* here = getcwd(nullptr, 0)) {
+            args.insert(args.begin() + 1, std::string("-artifact_prefix=") + here + "/");
+            std::free(here);
+        }
+    for (std::string& arg : args)
+        pointers.push_back(arg.data());
+    pointers.push_back(nullptr);
+    *argc = static_cast<int>(args.size());
+    *argv = pointers.data();
+}
+
 // The fuzzer's bytes as the named file in the scratch directory.
 inline void writeInput(const char* name, const uint8_t* data, std::size_t size)
 {
@@ -48,4 +81,11 @@ inline void writeInput(const char* name, const uint8_t* data, std::size_t size)
         std::abort();
     std::fclose(out);
 }
+}
+
+// Every target that includes this header runs in the scratch directory.
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
+{
+    fuzzscratch::absoluteArguments(argc, argv);
+    return 0;
 }

@@ -233,14 +233,18 @@ bool LevelLoader::loadLevelFile(const std::string& name, QuadTree& tree)
 {
     const std::string path = levelPath(name);
     TiXmlDocument document;
-    if (!readLevelDocument(path, document))
-        return false;
+    return readLevelDocument(path, document) && loadLevelDocument(name, document, tree);
+}
 
+bool LevelLoader::loadLevelDocument(const std::string& name, const TiXmlDocument& document, QuadTree& tree)
+{
+    if (!document.RootElement())
+        return false;
     std::vector<std::unique_ptr<Body>> loaded;
     loadObjects(firstChild(document.RootElement(), "Objects"), false, false, loaded);
     assemble(loaded, tree, false);
     dumpWorldIfAsked();
-    conPrintColoured("Loaded level: " + path, loadedColour);
+    conPrintColoured("Loaded level: " + levelPath(name), loadedColour);
     return true;
 }
 
