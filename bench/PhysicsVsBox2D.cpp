@@ -28,6 +28,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <map>
 #include <memory>
 #include <random>
@@ -60,6 +61,7 @@ struct ShapeDesc {
     std::vector<Vector> local;  // convex, counter-clockwise, at most 8 vertices
     float mass = 0.0f;          // 0: static
     bool projectile = false;
+    bool mover = false;  // no mass, but moved by its velocity (a lift or platform)
 };
 
 constexpr float wallThickness = 40.0f;
@@ -189,6 +191,57 @@ SceneDesc sparseBox()
     return scene;
 }
 
+// Level-shaped rooms for the cost curve, 16 bodies each, laid out in a
+// square grid: a floor, a wall, two ledges, a platform moving to and fro, a
+// resting stack of nine crates and two crates resting on a ledge and on the
+// platform. Everything starts at rest where it lies, as a loaded level does.
+constexpr float roomSize = 256.0f;
+constexpr int bodiesPerRoom = 16;
+constexpr float moverSpeed = 40.0f;
+constexpr int moverFlipSteps = 40;
+
+SceneDesc rooms(int bodies)
+{
+    SceneDesc scene;
+    scene.gravity = -500.0f;
+    const int count = std::max(1, bodies / bodiesPerRoom);
+    const int columns = static_cast<int>(std::ceil(std::sqrt(static_cast<double>(count))));
+    const auto add = [&](float x, float y, float w, float h, float mass, bool mover) {
+        ShapeDesc s;
+        s.pos = Vector(x, y);
+        s.local = rectangle(w, h);
+        s.mass = mass > 0.0f ? massFor(s.local) : 0.0f;
+        s.mover = mover;
+        if (mover)
+            s.vel = Vector(moverSpeed, 0.0f);
+        scene.shapes.push_back(s);
+    };
+    for (int i = 0; i < count; ++i) {
+        const float rx = roomSize * static_cast<float>(i % columns);
+        const float ry = roomSize * static_cast<float>(i / columns);
+        add(rx + 128, ry + 8, roomSize, 16, 0, false);        // floor
+        add(rx + 8, ry + 136, 16, 240, 0, false);             // wall
+        add(rx + 200, ry + 120, 48, 8, 0, false);             // ledges
+        add(rx + 70, ry + 180, 48, 8, 0, false);
+        add(rx + 128, ry + 80, 40, 8, 0, true);               // moving platform
+        for (int c = 0; c < 3; ++c)
+            for (int r = 0; r < 3; ++r)
+                add(rx + 40 + 13.0f * static_cast<float>(c), ry + 22 + 12.0f * static_cast<float>(r), 12, 12, 1,
+                    false);
+        add(rx + 200, ry + 130, 12, 12, 1, false);            // on the ledge
+        add(rx + 128, ry + 90, 12, 12, 1, false);             // on the platform
+    }
+    // The grid's centre, so the quadtree square is placed over it.
+    const float extent = roomSize * static_cast<float>(columns);
+    scene.halfExtent = 0.5f * extent;
+    for (ShapeDesc& s : scene.shapes)
+        s.pos = s.pos - Vector(scene.halfExtent, scene.halfExtent);
+    return scene;
+}
+
+// Platforms go to and fro: the same velocity for both engines at every step.
+float moverVelocity(int step) { return (step / moverFlipSteps) % 2 == 0 ? moverSpeed : -moverSpeed; }
+
 // ---------------------------------------------------------------------------
 // The scenes in each engine.
 
@@ -198,6 +251,7 @@ std::unique_ptr<Body> makeBody(const ShapeDesc& s, float restitution)
     b->setPosition(s.pos);
     b->localVertices = s.local;
     b->setMass(s.mass);
+    b->nonmassmover = s.mover;
     b->restitution = restitution;
     b->vel = s.vel;
     b->transform();
@@ -208,6 +262,8 @@ std::unique_ptr<Body> makeBody(const ShapeDesc& s, float restitution)
 struct OurWorld {
     Game game{std::make_unique<NullRenderer>(), std::make_unique<NullSound>()};
     std::vector<Body*> movables;
+    std::vector<Body*> movers;
+    int steps = 0;
 
     explicit OurWorld(const SceneDesc& scene)
     {
@@ -215,7 +271,7 @@ struct OurWorld {
         QuadTree& tree = game.getQuadTree();
         tree.build(Vector(0, 0), 2.0f * scene.halfExtent + 96.0f, 2);
         for (const ShapeDesc& s : scene.shapes) {
-            if (s.mass > 0.0f)
+            if (s.mass > 0.0f || s.mover)
                 continue;
             Body* b = makeBody(s, scene.restitution).release();
             game.addBody(b, false);
@@ -223,11 +279,11 @@ struct OurWorld {
         }
         tree.setSplitAllowed(false);
         for (const ShapeDesc& s : scene.shapes) {
-            if (s.mass <= 0.0f)
+            if (s.mass <= 0.0f && !s.mover)
                 continue;
             Body* b = makeBody(s, scene.restitution).release();
             game.spawnBody(b);
-            movables.push_back(b);
+            (s.mover ? movers : movables).push_back(b);
         }
     }
     ~OurWorld() { game.unloadLevel(); }
@@ -236,6 +292,12 @@ struct OurWorld {
 
     void step()
     {
+        if (!movers.empty()) {
+            const float vx = moverVelocity(steps);
+            for (Body* b : movers)
+                b->vel = Vector(vx, 0.0f);
+        }
+        ++steps;
         game.applyGravity(dt);
         game.freezeVelocities();
         game.collideBodies(dt);
@@ -246,13 +308,15 @@ struct OurWorld {
 struct Box2DWorld {
     b2World world;
     std::vector<b2Body*> movables;
+    std::vector<b2Body*> movers;
+    int steps = 0;
 
     Box2DWorld(const SceneDesc& scene, bool allowSleep) : world(b2Vec2(0.0f, scene.gravity / unitsPerMetre))
     {
         world.SetAllowSleeping(allowSleep);
         for (const ShapeDesc& s : scene.shapes) {
             b2BodyDef def;
-            def.type = s.mass > 0.0f ? b2_dynamicBody : b2_staticBody;
+            def.type = s.mover ? b2_kinematicBody : s.mass > 0.0f ? b2_dynamicBody : b2_staticBody;
             def.position = toMetres(s.pos);
             def.linearVelocity = toMetres(s.vel);
             def.fixedRotation = true;
@@ -270,12 +334,23 @@ struct Box2DWorld {
             fixture.friction = 0.2f;
             fixture.restitution = scene.restitution;
             body->CreateFixture(&fixture);
-            if (s.mass > 0.0f)
+            if (s.mover)
+                movers.push_back(body);
+            else if (s.mass > 0.0f)
                 movables.push_back(body);
         }
     }
 
-    void step() { world.Step(dt, velocityIterations, positionIterations); }
+    void step()
+    {
+        if (!movers.empty()) {
+            const b2Vec2 v(moverVelocity(steps) / unitsPerMetre, 0.0f);
+            for (b2Body* b : movers)
+                b->SetLinearVelocity(v);
+        }
+        ++steps;
+        world.Step(dt, velocityIterations, positionIterations);
+    }
 };
 
 // ---------------------------------------------------------------------------
@@ -372,6 +447,37 @@ void runBox2D(benchmark::State& state, const SceneDesc& scene, const std::string
         bodies.push_back(s);
     }
     check(name, scene, bodies, state);
+}
+
+// The cost curve: one world step of the rooms scene at each size.
+const std::array<int, 4> curveSizes = {1000, 4000, 16000, 64000};
+int curveSteps = 100;
+
+const SceneDesc& roomsScene(int bodies)
+{
+    static std::map<int, SceneDesc> scenes;
+    auto it = scenes.find(bodies);
+    if (it == scenes.end())
+        it = scenes.emplace(bodies, rooms(bodies)).first;
+    return it->second;
+}
+
+void curveOurs(benchmark::State& state, int bodies)
+{
+    const SceneDesc& scene = roomsScene(bodies);
+    OurWorld world(scene);
+    for (auto _ : state)
+        world.step();
+    state.counters["bodies"] = static_cast<double>(scene.shapes.size());
+}
+
+void curveBox2D(benchmark::State& state, int bodies, bool allowSleep)
+{
+    const SceneDesc& scene = roomsScene(bodies);
+    Box2DWorld world(scene, allowSleep);
+    for (auto _ : state)
+        world.step();
+    state.counters["bodies"] = static_cast<double>(scene.shapes.size());
 }
 
 // ---------------------------------------------------------------------------
@@ -703,6 +809,30 @@ void printRatio(const SummaryReporter& r, const char* label, const std::string& 
                 a->second.cpu * 1e6, theirs.c_str(), b->second.cpu * 1e6);
 }
 
+// The slope of log(time per step) over log(bodies), least squares over
+// the curve's sizes: 1 is linear growth.
+void printExponent(const SummaryReporter& r, const char* label, const std::string& prefix, double& out)
+{
+    double sx = 0, sy = 0, sxx = 0, sxy = 0;
+    int n = 0;
+    std::printf("  %-22s", label);
+    for (const int bodies : curveSizes) {
+        const auto it = r.best.find(prefix + std::to_string(bodies));
+        if (it == r.best.end() || !(it->second.cpu > 0.0))
+            continue;
+        const double x = std::log(static_cast<double>(bodies)), y = std::log(it->second.cpu);
+        sx += x;
+        sy += y;
+        sxx += x * x;
+        sxy += x * y;
+        ++n;
+        std::printf(" %9.1f", it->second.cpu * 1e6);
+    }
+    const double d = n * sxx - sx * sx;
+    out = n >= 2 && d > 0.0 ? (n * sxy - sx * sy) / d : 0.0;
+    std::printf("  us/step   exponent %.2f\n", out);
+}
+
 bool intFlag(const char* arg, const char* name, int& out)
 {
     const size_t n = std::strlen(name);
@@ -717,7 +847,8 @@ int main(int argc, char** argv)
 {
     std::vector<char*> args;
     for (int i = 0; i < argc; ++i)
-        if (i == 0 || (!intFlag(argv[i], "--steps=", steps) && !intFlag(argv[i], "--reps=", repetitions)))
+        if (i == 0 || (!intFlag(argv[i], "--steps=", steps) && !intFlag(argv[i], "--reps=", repetitions) &&
+                       !intFlag(argv[i], "--curve-steps=", curveSteps)))
             args.push_back(argv[i]);
     int count = static_cast<int>(args.size());
 
@@ -737,6 +868,18 @@ int main(int argc, char** argv)
     stepBench("Sparse_Box2D", [](benchmark::State& s) { runBox2D(s, sparse, "Sparse_Box2D", true); });
     stepBench("Sparse_Box2D_NoSleep",
               [](benchmark::State& s) { runBox2D(s, sparse, "Sparse_Box2D_NoSleep", false); });
+    for (const int bodies : curveSizes) {
+        const std::string n = std::to_string(bodies);
+        for (const auto& [name, fn] : std::vector<std::pair<std::string, std::function<void(benchmark::State&)>>>{
+                 {"Curve_Ours_" + n, [bodies](benchmark::State& s) { curveOurs(s, bodies); }},
+                 {"Curve_Box2D_" + n, [bodies](benchmark::State& s) { curveBox2D(s, bodies, true); }},
+                 {"Curve_Box2D_NoSleep_" + n, [bodies](benchmark::State& s) { curveBox2D(s, bodies, false); }}})
+            benchmark::RegisterBenchmark(name.c_str(), fn)
+                ->Iterations(curveSteps)
+                ->Repetitions(repetitions)
+                ->ReportAggregatesOnly(false)
+                ->Unit(benchmark::kMicrosecond);
+    }
     for (const auto& [name, fn] : std::vector<std::pair<const char*, void (*)(benchmark::State&)>>{
              {"Rays_Ours", Ours_Rays},
              {"Rays_Box2D", Box2D_Rays},
@@ -769,6 +912,11 @@ int main(int argc, char** argv)
     printRatio(reporter, "  vs Box2D without sleeping", "Level_Ours", "Level_Box2D_NoSleep");
     printRatio(reporter, "sparse box, world step", "Sparse_Ours", "Sparse_Box2D");
     printRatio(reporter, "  vs Box2D without sleeping", "Sparse_Ours", "Sparse_Box2D_NoSleep");
+    for (const int bodies : curveSizes) {
+        const std::string n = std::to_string(bodies);
+        const std::string label = "rooms, " + n + " bodies, world step";
+        printRatio(reporter, label.c_str(), "Curve_Ours_" + n, "Curve_Box2D_" + n);
+    }
     printRatio(reporter, "1,000 rays", "Rays_Ours", "Rays_Box2D");
     printRatio(reporter, "1,000 circles", "Circles_Ours", "Circles_Box2D");
     printRatio(reporter, "1,000 rectangles", "Rectangles_Ours", "Rectangles_Box2D");
@@ -776,6 +924,15 @@ int main(int argc, char** argv)
     printRatio(reporter, "1,000 rays", "Rays_Ours", "Rays_Brute");
     printRatio(reporter, "1,000 circles", "Circles_Ours", "Circles_Brute");
     printRatio(reporter, "1,000 rectangles", "Rectangles_Ours", "Rectangles_Brute");
+
+    double ours = 0.0, box2d = 0.0, noSleep = 0.0;
+    std::printf("cost curve over %d, %d, %d and %d bodies (fastest repetition)\n", curveSizes[0], curveSizes[1],
+                curveSizes[2], curveSizes[3]);
+    printExponent(reporter, "ours", "Curve_Ours_", ours);
+    printExponent(reporter, "Box2D", "Curve_Box2D_", box2d);
+    printExponent(reporter, "Box2D without sleeping", "Curve_Box2D_NoSleep_", noSleep);
+    if (ours > 0.0 && box2d > 0.0)
+        std::printf("growth: ours %s Box2D's\n", ours <= box2d ? "no faster than" : "FASTER than");
 
     bool passed = true;
     for (const auto& [name, g] : gateResults) {

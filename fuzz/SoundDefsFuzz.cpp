@@ -1,6 +1,8 @@
 // libFuzzer target: arbitrary bytes as the sound definitions file, loaded by
 // a sound system on SDL's dummy audio driver (so SDL_mixer really decodes),
-// then every registered id played at a few positions.
+// then every registered id played at a few positions. The device is opened
+// once for the whole run: opening and closing it per input would spend
+// nearly all the time waiting on the audio thread.
 // Build with clang and -DBQ_FUZZ=ON; new inputs go to the first directory:
 //   build-fuzz/fuzz/bq_fuzz_sound_defs /tmp/new-inputs fuzz/corpus/sound_defs
 #include <SDL.h>
@@ -11,22 +13,47 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "console/VariableRegistry.h"
+#include "sound/SdlMixer.h"
 #include "sound/Sound.h"
+#include "FuzzScratch.h"
 
 namespace {
 bool ready = false;
-char scratch[] = "/tmp/bqsoundfuzzXXXXXX";
 
-void removeScratch()
-{
-    const std::string command = std::string("rm -rf '") + scratch + "'";
-    if (std::system(command.c_str()) != 0)
-        std::fprintf(stderr, "could not remove %s\n", scratch);
-}
+// The real mixer, but opened at most once and never closed; a close halts
+// every channel instead, so each input starts with a silent device.
+class KeptOpenMixer : public IMixer {
+public:
+    explicit KeptOpenMixer(SdlMixer& real) : real(real) {}
+    bool open(int frequency, int channels, int bufferSize) override
+    {
+        Spec spec;
+        return real.querySpec(spec) || real.open(frequency, channels, bufferSize);
+    }
+    void close() override { real.haltChannel(-1); }
+    bool querySpec(Spec& spec) const override { return real.querySpec(spec); }
+    int allocateChannels(int count) override { return real.allocateChannels(count); }
+    int reserveChannels(int count) override { return real.reserveChannels(count); }
+    int groupChannels(int from, int to, int tag) override { return real.groupChannels(from, to, tag); }
+    Mix_Chunk* decode(const char* bytes, std::size_t size) override { return real.decode(bytes, size); }
+    void freeChunk(Mix_Chunk* chunk) override { real.freeChunk(chunk); }
+    int playChannel(int channel, Mix_Chunk* chunk, int loops) override
+    {
+        return real.playChannel(channel, chunk, loops);
+    }
+    void haltChannel(int channel) override { real.haltChannel(channel); }
+    void setChannelVolume(int channel, int volume) override { real.setChannelVolume(channel, volume); }
+    bool isPlaying(int channel) const override { return real.isPlaying(channel); }
+    std::string lastError() const override { return real.lastError(); }
+
+private:
+    SdlMixer& real;
+};
 
 void put(const std::string& name, const std::string& bytes)
 {
@@ -55,10 +82,8 @@ std::string wav(uint32_t frames, uint32_t claimed)
 void setUp()
 {
     ready = true;
-    if (!mkdtemp(scratch) || chdir(scratch) != 0 || mkdir("data", 0700) != 0 || mkdir("data/sounds", 0700) != 0)
-        std::abort();
-    std::atexit(removeScratch);
-    if (!std::freopen("/dev/null", "w", stdout))
+    fuzzscratch::enter("/tmp/bqsoundfuzzXXXXXX");
+    if (mkdir("data", 0700) != 0 || mkdir("data/sounds", 0700) != 0)
         std::abort();
     // Never a real device; the audio subsystem stays up across inputs.
     setenv("SDL_AUDIODRIVER", "dummy", 1);
@@ -79,7 +104,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (!ready)
         setUp();
     put("data/sounds/sounds.xml", std::string(reinterpret_cast<const char*>(data), size));
-    Sound sound;
+    static SdlMixer device;
+    Sound sound(std::make_unique<KeptOpenMixer>(device));
     sound.initialise();
     sound.loadDefinitions("data/sounds/sounds.xml");
     for (int id = -1; id <= 64; ++id) {

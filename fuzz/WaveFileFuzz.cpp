@@ -23,7 +23,7 @@ public:
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    if (!fuzzscratch::directory)
+    if (fuzzscratch::directory.empty())
         fuzzscratch::enter(pattern);
     fuzzscratch::writeInput("waves.xml", data, size);
     std::vector<std::unique_ptr<Counter>> owned;

@@ -23,6 +23,15 @@ void Game::loadSky(const std::string& path)
         skyManager->switchSky(path);
 }
 
+namespace {
+bool readLevelDocument(const std::string& name, TiXmlDocument& document)
+{
+    return ResourceManager::instance().loadDocument(document,
+                                                    LevelLoader::resourcePath(LevelLoader::levelPath(name))) &&
+           document.RootElement();
+}
+}
+
 void Game::loadLevel(const std::string& name, const std::string& entry)
 {
     // A "map" in a start-up script runs before the effects, sounds and fonts
@@ -31,8 +40,10 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
         startupLevel = {name, entry};
         return;
     }
-    // A level that does not even parse leaves the running one alone.
-    if (!canLoadLevel(name)) {
+    // A level that does not even parse leaves the running one alone. The
+    // document read here is the one the level is built from.
+    TiXmlDocument document;
+    if (!readLevelDocument(name, document)) {
         const std::string path = LevelLoader::levelPath(name);
         std::printf("Could not load level file: %s\n", path.c_str());
         conPrint("Failed to load level: " + path);
@@ -56,7 +67,7 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
 
     nextBodyId = 2;
     LevelLoader loader(*this, *getBodyFactory());
-    if (!loader.loadLevelFile(name, quadTree)) {
+    if (!loader.loadLevelDocument(name, document, quadTree)) {
         showNotice("Could not load the level " + name);
         levelPending = false;
         return;
@@ -88,8 +99,7 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
 bool Game::canLoadLevel(const std::string& name) const
 {
     TiXmlDocument check;
-    return ResourceManager::instance().loadDocument(check, LevelLoader::resourcePath(LevelLoader::levelPath(name))) &&
-           check.RootElement();
+    return readLevelDocument(name, check);
 }
 
 void Game::enterLevel(const std::string& name)

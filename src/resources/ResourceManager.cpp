@@ -102,7 +102,7 @@ static std::unique_ptr<char[]> readDiskFile(const std::string& path, std::size_t
         return nullptr;
     }
     const std::size_t capacity = static_cast<std::size_t>(length);
-    std::unique_ptr<char[]> bytes(new char[capacity + 1]());
+    std::unique_ptr<char[]> bytes(new char[capacity + ZipFile::zeroPadding]());
     // A file that shrank since we measured it gives what is left.
     size = capacity > 0 ? std::fread(bytes.get(), 1, capacity, file) : 0;
     bytes[size] = '\0';

@@ -34,7 +34,8 @@ public:
     // directory and before the archives (an installed game's data).
     void addSearchDirectory(const std::string& directory);
 
-    // The whole file followed by one zero byte that `size` does not count.
+    // The whole file followed by ZipFile::zeroPadding zero bytes that `size`
+    // does not count.
     // Null with `error` set when the file is neither on disk nor in an archive.
     std::unique_ptr<char[]> getBytes(const std::string& path, std::size_t& size, bool& error);
     // The file's text up to its first zero byte; "" when it cannot be read.

@@ -176,7 +176,7 @@ std::unique_ptr<char[]> ZipFile::readMember(std::FILE* file, uint64_t fileSize,
             error = true;
             return nullptr;
         }
-        std::unique_ptr<char[]> bytes(new char[wanted + 1]());
+        std::unique_ptr<char[]> bytes(new char[wanted + zeroPadding]());
         if (wanted > 0 && std::fread(bytes.get(), 1, wanted, file) != wanted) {
             std::printf("ZipFile::getBytes(): fread file error\n");
             error = true;
@@ -210,7 +210,7 @@ std::unique_ptr<char[]> ZipFile::inflateMember(std::FILE* file, uint64_t availab
     const std::size_t wanted = entry.uncompressedSize;
     // The buffer grows with what inflate really produces, so a member that
     // merely claims a large size costs nothing.
-    std::size_t capacity = wanted < 65536 ? wanted + 1 : 65536;
+    std::size_t capacity = wanted < 65536 ? wanted + zeroPadding : 65536;
     std::unique_ptr<char[]> bytes(new char[capacity]());
     std::size_t produced = 0;
 
@@ -253,8 +253,8 @@ std::unique_ptr<char[]> ZipFile::inflateMember(std::FILE* file, uint64_t availab
                 if (grown < produced + block + 1) {
                     grown = produced + block + 1;
                 }
-                if (grown > wanted + 1) {
-                    grown = wanted + 1;
+                if (grown > wanted + zeroPadding) {
+                    grown = wanted + zeroPadding;
                 }
                 std::unique_ptr<char[]> larger(new char[grown]());
                 std::memcpy(larger.get(), bytes.get(), produced);
@@ -275,8 +275,8 @@ std::unique_ptr<char[]> ZipFile::inflateMember(std::FILE* file, uint64_t availab
         error = true;
         return nullptr;
     }
-    if (capacity < wanted + 1) {
-        std::unique_ptr<char[]> exact(new char[wanted + 1]());
+    if (capacity < wanted + zeroPadding) {
+        std::unique_ptr<char[]> exact(new char[wanted + zeroPadding]());
         std::memcpy(exact.get(), bytes.get(), produced);
         bytes = std::move(exact);
     }

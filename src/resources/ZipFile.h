@@ -37,7 +37,12 @@ public:
     // The first entry of that exact name, or null.
     const ZipEntry* findEntry(const std::string& name) const;
 
-    // The member's bytes followed by one zero byte not counted in `size`.
+    // Zero bytes after the data of every file served, not counted in its
+    // size. TinyXML steps over a UTF-8 character by its lead byte without
+    // looking for the end, up to three bytes past a last lead byte.
+    static constexpr std::size_t zeroPadding = 4;
+
+    // The member's bytes followed by zeroPadding zero bytes not counted in `size`.
     // Null with `error` set when the archive or the member is unreadable;
     // null without `error` for an unsupported compression method.
     std::unique_ptr<char[]> getBytes(const ZipEntry& entry, std::size_t& size,

@@ -376,6 +376,7 @@ void Body::addVelocity(const Vector& v)
 
 void Body::transform()
 {
+    vertexChangeCount.fetch_add(1, std::memory_order_relaxed);
     if (worldVertices.size() < localVertices.size())
         worldVertices.resize(localVertices.size());
     if (spareVertices.size() < localVertices.size())
@@ -444,6 +445,7 @@ bool Body::centroid(Vector& out) const
 
 void Body::addVertex(float x, float y, float z)
 {
+    vertexChangeCount.fetch_add(1, std::memory_order_relaxed);
     worldVertices.emplace_back(x, y, z);
     spareVertices.emplace_back(x, y, z);
 }

@@ -4,6 +4,8 @@
 // as is; GameBody and every entity class derive from it and override the
 // small virtual hooks below. The world's body lists own bodies; the quadtree,
 // target lists and touch records only point at them.
+#include <atomic>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -138,6 +140,10 @@ public:
     bool centroid(Vector& out) const;
     // Appends a level vertex to the world and spare lists.
     void addVertex(float x, float y, float z);
+    // Counts every change of any body's world vertices made by transform or
+    // addVertex, so copies derived from them (the quadtree's trace boxes)
+    // are trusted only while it stays the same.
+    static std::uint64_t vertexChanges() { return vertexChangeCount.load(std::memory_order_relaxed); }
 
     // Empty when the polygon is usable; otherwise why not (fewer than three
     // vertices, non-finite coordinates, zero area).
@@ -222,6 +228,7 @@ public:
     QuadTree* quadTreeNode = nullptr;
 
 protected:
+    static inline std::atomic<std::uint64_t> vertexChangeCount{0};
     std::unique_ptr<TouchInfo> touchInfo = std::make_unique<TouchInfo>();
     std::unique_ptr<BodyParticleSystemObserver> particleObserver;
     std::vector<ParticleSystem*> attachedSystems;

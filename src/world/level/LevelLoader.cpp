@@ -29,6 +29,25 @@ const TiXmlElement* firstChild(const TiXmlElement* parent, const char* name)
 {
     return parent ? parent->FirstChildElement(name) : nullptr;
 }
+
+// The first `most` numbers of a comma-separated list, empty items skipped,
+// read where they stand (strtod stops at a comma, so each reads exactly its
+// item); how many there were. Levels hold thousands of vertices, and
+// splitting each into strings cost more than the parse of the file.
+int readNumberList(const char* text, float* out, int most)
+{
+    int count = 0;
+    for (const char* p = text; p && *p && count < most;) {
+        if (*p == ',') {
+            ++p;
+            continue;
+        }
+        out[count++] = readFloat(p);
+        while (*p && *p != ',')
+            ++p;
+    }
+    return count;
+}
 }
 
 LevelLoader::LevelLoader(Game& g, BodyFactory& f) : game(g), factory(f) {}
@@ -57,38 +76,39 @@ void LevelLoader::readParams(Body& body, const TiXmlElement* params)
         return;
     // A missing attribute keeps the field's default; one that is present
     // reads the plain way even when empty (numbers 0, flags false, text "").
+    // Each attribute is looked up once: levels have thousands of bodies.
     // "entity" is the exception: a missing one is false too.
-    if (present(params, "targets"))
-        body.targets = attributeText(params, "targets");
-    if (present(params, "solid"))
-        body.solid = readBool(attributeText(params, "solid"));
+    if (const char* t = params->Attribute("targets"))
+        body.targets = t;
+    if (const char* t = params->Attribute("solid"))
+        body.solid = readBool(t);
     body.entity = readBool(attributeText(params, "entity"));
-    if (present(params, "outlined"))
-        body.outlined = readBool(attributeText(params, "outlined"));
-    if (present(params, "outlinecolour"))
-        body.outlineColour.fromString(attributeText(params, "outlinecolour"));
-    if (present(params, "outlinewidth"))
-        body.outlinewidth = std::clamp(readInt(attributeText(params, "outlinewidth")), 0, 64);
-    if (present(params, "texhscale"))
-        body.texhscale = readFloat(attributeText(params, "texhscale"));
-    if (present(params, "texhshift"))
-        body.texhshift = readFloat(attributeText(params, "texhshift"));
-    if (present(params, "texvscale"))
-        body.texvscale = readFloat(attributeText(params, "texvscale"));
-    if (present(params, "texvshift"))
-        body.texvshift = readFloat(attributeText(params, "texvshift"));
-    if (present(params, "texrotate"))
-        body.texrotate = readFloat(attributeText(params, "texrotate"));
-    if (present(params, "texture"))
-        body.setTexture(attributeText(params, "texture"));
-    if (present(params, "textured"))
-        body.textured = readBool(attributeText(params, "textured"));
-    if (present(params, "visible"))
-        body.visible = readBool(attributeText(params, "visible"));
-    if (present(params, "z-shift"))
-        body.zShift = readFloat(attributeText(params, "z-shift"));
-    if (present(params, "mass")) {
-        const float mass = readFloat(attributeText(params, "mass"));
+    if (const char* t = params->Attribute("outlined"))
+        body.outlined = readBool(t);
+    if (const char* t = params->Attribute("outlinecolour"))
+        body.outlineColour.fromString(t);
+    if (const char* t = params->Attribute("outlinewidth"))
+        body.outlinewidth = std::clamp(readInt(t), 0, 64);
+    if (const char* t = params->Attribute("texhscale"))
+        body.texhscale = readFloat(t);
+    if (const char* t = params->Attribute("texhshift"))
+        body.texhshift = readFloat(t);
+    if (const char* t = params->Attribute("texvscale"))
+        body.texvscale = readFloat(t);
+    if (const char* t = params->Attribute("texvshift"))
+        body.texvshift = readFloat(t);
+    if (const char* t = params->Attribute("texrotate"))
+        body.texrotate = readFloat(t);
+    if (const char* t = params->Attribute("texture"))
+        body.setTexture(t);
+    if (const char* t = params->Attribute("textured"))
+        body.textured = readBool(t);
+    if (const char* t = params->Attribute("visible"))
+        body.visible = readBool(t);
+    if (const char* t = params->Attribute("z-shift"))
+        body.zShift = readFloat(t);
+    if (const char* t = params->Attribute("mass")) {
+        const float mass = readFloat(t);
         if (mass <= 0.0000001f) {
             body.mass = 0.0f;
             body.invMass = 0.0f;
@@ -113,12 +133,13 @@ bool LevelLoader::readVertices(Body& body, const TiXmlElement* element)
                 return false;
             }
             Vector origin;
-            const std::vector<std::string> parts = splitTokens(attributeText(v, "origin"), ",");
-            if (parts.size() >= 2) {
-                origin.x = readFloat(parts[0]);
-                origin.y = readFloat(parts[1]);
-                if (parts.size() >= 3)
-                    origin.z = readFloat(parts[2]);
+            float parts[3] = {0.0f, 0.0f, 0.0f};
+            const int count = readNumberList(v->Attribute("origin"), parts, 3);
+            if (count >= 2) {
+                origin.x = parts[0];
+                origin.y = parts[1];
+                if (count >= 3)
+                    origin.z = parts[2];
             }
             if (!reasonable(origin.x) || !reasonable(origin.y) || !reasonable(origin.z)) {
                 std::printf("Skipping body %s (%s): vertex %s is out of range\n", body.id.c_str(),
@@ -233,14 +254,18 @@ bool LevelLoader::loadLevelFile(const std::string& name, QuadTree& tree)
 {
     const std::string path = levelPath(name);
     TiXmlDocument document;
-    if (!readLevelDocument(path, document))
-        return false;
+    return readLevelDocument(path, document) && loadLevelDocument(name, document, tree);
+}
 
+bool LevelLoader::loadLevelDocument(const std::string& name, const TiXmlDocument& document, QuadTree& tree)
+{
+    if (!document.RootElement())
+        return false;
     std::vector<std::unique_ptr<Body>> loaded;
     loadObjects(firstChild(document.RootElement(), "Objects"), false, false, loaded);
     assemble(loaded, tree, false);
     dumpWorldIfAsked();
-    conPrintColoured("Loaded level: " + path, loadedColour);
+    conPrintColoured("Loaded level: " + levelPath(name), loadedColour);
     return true;
 }
 

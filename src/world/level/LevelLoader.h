@@ -45,6 +45,8 @@ public:
     // Reads, assembles and reports a level file; false (with the messages)
     // when it cannot be read or parsed.
     bool loadLevelFile(const std::string& name, QuadTree& tree);
+    // The same for a level file the caller has already parsed.
+    bool loadLevelDocument(const std::string& name, const TiXmlDocument& document, QuadTree& tree);
     // A saved game's world: the level's static bodies plus the saved
     // entities of `savedObjects`, restored with their saved autoids.
     bool loadSavedLevel(const std::string& name, const TiXmlElement* savedObjects, QuadTree& tree);

@@ -50,9 +50,11 @@ int readInt(const std::string& text)
     return static_cast<int>(value);
 }
 
-float readFloat(const std::string& text)
+float readFloat(const std::string& text) { return readFloat(text.c_str()); }
+
+float readFloat(const char* text)
 {
-    const double value = std::strtod(text.c_str(), nullptr);
+    const double value = std::strtod(text, nullptr);
     const float f = static_cast<float>(value);
     return std::isfinite(f) ? f : 0.0f;
 }

@@ -15,6 +15,7 @@ bool hasValue(const TiXmlElement* element, const char* name);
 int readInt(const std::string& text);
 // atof semantics; anything non-finite reads as 0.
 float readFloat(const std::string& text);
+float readFloat(const char* text);
 // A time in milliseconds (level clock or a duration): readFloat within
 // +-maxTimeMs, about eleven days, so sums and whole-second counts never overflow.
 constexpr float maxTimeMs = 1.0e9f;

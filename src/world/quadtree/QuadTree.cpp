@@ -83,6 +83,7 @@ bool QuadTree::remove(Body* body)
         boxes.erase(boxes.begin() + (it - bodies.begin()));
         bodies.erase(it);
         packedValid = false;
+        traceBoxesValid = false;
     }
     return true;
 }
@@ -93,6 +94,7 @@ void QuadTree::add(Body* body)
     boxes.push_back(body->bounds.get());
     body->quadTreeNode = this;
     packedValid = false;
+    traceBoxesValid = false;
 }
 
 QuadTree::Extent QuadTree::extentOf(const Body& body)
@@ -157,6 +159,7 @@ void QuadTree::split()
     held.swap(bodies);
     boxes.clear();
     packedValid = false;
+    traceBoxesValid = false;
     for (Body* b : held) {
         b->quadTreeNode = nullptr;
         insert(b);
@@ -463,6 +466,31 @@ int QuadTree::classifyRay(const Ray& ray) const
     return 0;
 }
 
+void QuadTree::refreshTraceBoxes()
+{
+    const std::uint64_t now = Body::vertexChanges();
+    if (traceBoxesValid && traceBoxesAt == now)
+        return;
+    traceBoxes.resize(bodies.size());
+    for (size_t i = 0; i < bodies.size(); ++i) {
+        const std::vector<Vector>& v = bodies[i]->worldVertices;
+        // No vertices: a box no ray is clear of, so the exact test decides.
+        VertexBox box{-INFINITY, INFINITY, -INFINITY, INFINITY};
+        if (!v.empty()) {
+            box = {v[0].x, v[0].x, v[0].y, v[0].y};
+            for (const Vector& p : v) {
+                box.minX = std::min(box.minX, p.x);
+                box.maxX = std::max(box.maxX, p.x);
+                box.minY = std::min(box.minY, p.y);
+                box.maxY = std::max(box.maxY, p.y);
+            }
+        }
+        traceBoxes[i] = box;
+    }
+    traceBoxesAt = now;
+    traceBoxesValid = true;
+}
+
 void QuadTree::traceNode(const Ray& ray, TraceResults& results, bool includeNonSolid)
 {
     if (!nodeBody)
@@ -476,16 +504,22 @@ void QuadTree::traceNode(const Ray& ray, TraceResults& results, bool includeNonS
         if (!rayHitsPolygon(ray, square, unused) && !pointInConvexPolygon(ray.start, square))
             return;
     }
-    // Bodies and their vertex lists are scattered over the heap: fetch the
-    // next ones while this one is tested.
+    // A body whose vertex box is off the ray's box by more than the
+    // rounding of the exact test cannot be crossed: passed over untouched.
+    // A NaN anywhere fails every comparison and goes to the exact test.
+    refreshTraceBoxes();
+    const float rMinX = std::min(ray.start.x, ray.end.x), rMaxX = std::max(ray.start.x, ray.end.x);
+    const float rMinY = std::min(ray.start.y, ray.end.y), rMaxY = std::max(ray.start.y, ray.end.y);
+    const float rayExtent = std::max({std::fabs(rMinX), std::fabs(rMaxX), std::fabs(rMinY), std::fabs(rMaxY)});
     const size_t n = bodies.size();
     for (size_t i = 0; i < n; ++i) {
-        if (i + 2 < n) {
-            __builtin_prefetch(bodies[i + 2]);
-            __builtin_prefetch(&bodies[i + 2]->solid);
-        }
-        if (i + 1 < n && !bodies[i + 1]->worldVertices.empty())
-            __builtin_prefetch(bodies[i + 1]->worldVertices.data());
+        const VertexBox& box = traceBoxes[i];
+        const float extent = std::max({rayExtent, std::fabs(box.minX), std::fabs(box.maxX), std::fabs(box.minY),
+                                       std::fabs(box.maxY)});
+        const float margin = 0.001f * (1.0f + extent);
+        if (rMaxX < box.minX - margin || rMinX > box.maxX + margin || rMaxY < box.minY - margin ||
+            rMinY > box.maxY + margin)
+            continue;
         Body* b = bodies[i];
         if (!b->solid && !includeNonSolid)
             continue;
@@ -523,6 +557,7 @@ void QuadTree::clear()
     bodies.clear();
     boxes.clear();
     packedValid = false;
+    traceBoxesValid = false;
 }
 
 int QuadTree::countAllBodies() const

@@ -127,6 +127,7 @@ private:
     // -1: the ray clearly misses the square; 1: it clearly starts inside;
     // 0: too close to call without the exact test.
     int classifyRay(const Ray& ray) const;
+    void refreshTraceBoxes();
     void traceNode(const Ray& ray, TraceResults& results, bool includeNonSolid);
 
     Vector centre;
@@ -145,6 +146,15 @@ private:
     std::vector<BoxBlock> packed;
     std::uint64_t packedAt = 0;
     bool packedValid = false;
+    // The box of each body's world vertices, for traces to pass over bodies
+    // clearly off the ray without touching them. Rebuilt when the list
+    // changed or any body's vertices changed since (Body::vertexChanges).
+    struct VertexBox {
+        float minX, maxX, minY, maxY;
+    };
+    std::vector<VertexBox> traceBoxes;
+    std::uint64_t traceBoxesAt = 0;
+    bool traceBoxesValid = false;
     // The square's edges, as the node bounds hold them.
     float minX = 0.0f, maxX = 0.0f, minY = 0.0f, maxY = 0.0f;
     std::unique_ptr<Body> nodeBody;

@@ -165,6 +165,31 @@ TEST_F(LevelLoaderTest, VerticesColoursAndTextureCoordinates)
     EXPECT_FLOAT_EQ(g->texCoords[2].u, 4.0f);
 }
 
+TEST_F(LevelLoaderTest, OriginTextReadsItsFirstThreeItems)
+{
+    // Items are comma-separated and empty ones are skipped; each reads as atof
+    // would; fewer than two leave the vertex at 0,0.
+    const struct {
+        const char* text;
+        float x, y, z;
+    } cases[] = {
+        {"3,4", 3, 4, 0},           {"3,4,0.5", 3, 4, 0.5f},  {",,3,,4,", 3, 4, 0},
+        {" 3 , 4 ,5", 3, 4, 5},     {"3,4,5,6", 3, 4, 5},     {"3", 0, 0, 0},
+        {"", 0, 0, 0},              {"2e1x,4y", 20, 4, 0},    {"abc,4", 0, 4, 0},
+        {"-1.5e1,+2,0x10", -15, 2, 16},
+    };
+    for (const auto& c : cases) {
+        const std::string verts = std::string("<verts><v origin=\"") + c.text +
+                                  "\"/><v origin=\"100,0\"/><v origin=\"100,100\"/></verts>";
+        auto doc = parse(level(body("default", "b", "", verts)));
+        auto b = loader.loadBody(firstP(*doc), false);
+        ASSERT_NE(b, nullptr) << c.text;
+        EXPECT_FLOAT_EQ(b->worldVertices[0].x, c.x) << c.text;
+        EXPECT_FLOAT_EQ(b->worldVertices[0].y, c.y) << c.text;
+        EXPECT_FLOAT_EQ(b->worldVertices[0].z, c.z) << c.text;
+    }
+}
+
 TEST_F(LevelLoaderTest, AttributesAreCollectedAndRead)
 {
     BodyFactory factory;
