@@ -35,6 +35,7 @@ def signalhouse():
     its open edge, so the hook pulls the player straight up beside the deck
     (never into its underside) and the fall back leaves time to steer on."""
     lv = Place('signalhouse', 'signal')
+    lv.title = 'The Signal House'
     lv.sky('night,haze', 'night', music='foundry')
     lv.bookends(-400, 2600, bottom=-480, top=2200)
     H = 224
@@ -171,6 +172,7 @@ def foundrygates():
     a search light over the road, then the yard held against waves while the
     gate winch turns."""
     lv = Place('foundrygates', 'foundry')
+    lv.title = 'The Foundry Gates'
     lv.sky('haze,night', 'haze', music='foundry')
     lv.bookends(-400, 3000, bottom=-480, top=1400)
     lv.ground(-400, 3000, 0)
@@ -321,6 +323,7 @@ def foundryfloor():
     loft; then the casting hall on two shuttles to the furnace controls
     that hold the last doors."""
     lv = Place('foundryfloor', 'foundry')
+    lv.title = 'The Foundry Floor'
     lv.sky('lava', 'lava', music='foundry')
     lv.bookends(-32, 4160, bottom=-480, top=720)
     H = 320
@@ -475,6 +478,7 @@ def blockyard():
     then the walled yard where only a block of the boss's colour hurts it,
     reinforcements drop every 20 s, and the gate opens when it falls."""
     lv = Place('blockyard', 'foundry')
+    lv.title = 'The Block Yard'
     lv.sky('lava,night', 'lava', music='boss')
     lv.bookends(-32, 2560, bottom=-480, top=1600)
     lv.ground(-32, 2560, 0)
