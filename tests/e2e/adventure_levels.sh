@@ -18,8 +18,8 @@ import xml.etree.ElementTree as ET
 root = sys.argv[1]
 level = ET.parse(os.path.join(root, 'data/adventures/brindlequay.xml')).getroot().get('startlevel')
 seen = []
-while level and level not in seen:
-    seen.append(level)
+
+def check_targets(level):
     doc = ET.parse(os.path.join(root, 'maps', level + '.xml')).getroot()
     ids = {p.get('idname') for p in doc.iter('P')}
     for p in doc.iter('P'):
@@ -27,6 +27,19 @@ while level and level not in seen:
         for t in (params.get('targets') if params is not None else '').split(','):
             if t and t not in ids:
                 sys.exit('%s: %s targets missing id %s' % (level, p.get('idname'), t))
+        # A wave event naming no body never fires: a wave defence that never ends.
+        if p.get('type') == 'wavecontroller':
+            attrs = {a.get('name').lower(): a.get('value') for a in p.iter('a')}
+            waves = ET.parse(os.path.join(root, attrs['wavefile'].replace('\\', '/'))).getroot()
+            for event in waves.iter('event'):
+                if event.get('target') not in ids:
+                    sys.exit('%s: wave event at %s ms targets missing id %s' % (level, event.get('time'),
+                                                                           event.get('target')))
+    return doc
+
+while level and level not in seen:
+    seen.append(level)
+    doc = check_targets(level)
     nxt = None
     for p in doc.iter('P'):
         if p.get('type') == 'levelchange':
@@ -36,6 +49,11 @@ while level and level not in seen:
                 scene = ET.parse(os.path.join(root, 'data/adventures', attrs['cutscene'] + '.xml')).getroot()
                 nxt = scene.get('level') if scene.get('onend') == 'level' else None
     level = nxt
+# The acts' levels are checked too, whether or not the chain reaches them yet.
+for level in ('signalhouse', 'foundrygates', 'foundryfloor', 'blockyard'):
+    if level not in seen:
+        seen.append(level)
+        check_targets(level)
 print(' '.join(seen))
 PY
 ) || fail "adventure chain: $levels"

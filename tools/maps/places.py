@@ -220,6 +220,79 @@ class Place(Level):
     def cash(self, x, floor, amount=10):
         self.pickup('cashpickup', x, floor, 16, attributes={'amount': str(amount)})
 
+    # Industrial pieces ------------------------------------------------------
+
+    def hidden(self, kind, x, y, idname=None, targets='', attributes=None, size=8):
+        """An invisible logic body (spawner, wave controller, messenger, group)."""
+        self.body(kind, x, y, x + size, y + size, solid=False, entity=True, visible=False, outlined=False,
+                  idname=idname, targets=targets, attributes=attributes)
+
+    def zone(self, kind, x0, y0, x1, y1, idname=None, targets='', attributes=None):
+        """An invisible touch zone (trigger, sky change, battery slot without a plate)."""
+        self.body(kind, x0, y0, x1, y1, solid=False, entity=True, visible=False, outlined=False,
+                  idname=idname, targets=targets, attributes=attributes)
+
+    def lava(self, x0, x1, bottom, top, rim=0):
+        """Molten metal in a basin: it burns, and it is shallow enough to climb out of."""
+        self.backdrop(x0, bottom, x1, max(top, rim), 'ground')
+        self.body('lava', x0, bottom, x1, top, 'data/images/lava1.png', solid=False, entity=True,
+                  outlined=False, colour='255,200,160,255', attributes={'glow': 'true'})
+
+    def platform(self, idname, x0, y0, x1, y1, offset, speed=64, timeopen=1500, plate=True):
+        """A moving deck (a door that travels by offset and comes back); with
+        plate, stepping on it at home sets it going."""
+        self.body('door', x0, y0, x1, y1, 'data/images/%s.png' % self.material('deck'), entity=True,
+                  idname=idname, attributes={'openoffset': '%d,%d' % offset, 'speed': str(speed),
+                                             'timeopen': str(timeopen)})
+        if plate:
+            self.zone('trigger', x0 + 4, y1, x1 - 4, y1 + 20, targets=idname)
+
+    def alphadoor(self, idname, x0, y0, x1, y1, timeopen=0, triggeronce=True, texture='hazard1'):
+        """A shutter that vanishes when triggered."""
+        self.body('alphadoor', x0, y0, x1, y1, 'data/images/%s.png' % texture, entity=True, idname=idname,
+                  attributes={'timeopen': str(timeopen), 'triggeronce': 'true' if triggeronce else 'false'})
+
+    def barrel(self, x, floor):
+        self.body('explodingbarrel', x, floor, x + 20, floor + 28, 'data/images/hazard1.png', entity=True,
+                  mass=40, tile=False)
+
+    def battery(self, x, floor, idname=None):
+        self.body('battery', x, floor, x + 24, floor + 24, 'data/images/techpanel1.png', entity=True, mass=20,
+                  tile=False, idname=idname, attributes={'glow': 'true'})
+
+    def batteryslot(self, x0, x1, floor, targets):
+        """A cradle on the floor: a battery pushed into it fires the targets.
+        Its marks are flat, so nothing stops a battery sliding in."""
+        self.detail(x0, floor, x1, floor + 3, 'hazard1', glow=True)
+        self.body('batteryslot', x0, floor, x1, floor + 24, 'data/images/grate1.png', solid=False, entity=True,
+                  outlined=False, targets=targets, attributes={'triggeronce': 'true', 'glow': 'true'})
+
+    def attractor(self, x, y, force, radius, idname=None):
+        self.hidden('attractor', x, y, idname, attributes={'force': str(force), 'radius': str(radius)})
+
+    def painbody(self, x0, y0, x1, y1, pain=10, on=True, idname=None, reverttimer=0):
+        self.body('painbody', x0, y0, x1, y1, 'data/images/hazard1.png', solid=False, entity=True,
+                  outlined=False, idname=idname,
+                  attributes={'on': 'true' if on else 'false', 'pain': str(pain),
+                              'reverttimer': str(reverttimer), 'glow': 'true'})
+
+    def jumppad(self, x, floor, speed, width=32):
+        self.body('jumppad', x, floor, x + width, floor + 8, 'data/images/grate1.png', solid=False, entity=True,
+                  outlined=False, attributes={'speed': '%d,%d' % speed})
+
+    def grid(self, x0, y0, x1, y1, pain=15, timeon=1600, timeoff=1400, on=True, idname=None):
+        """An electric grid: on and off on its timers, visible while on."""
+        self.body('electrogrid', x0, y0, x1, y1, 'data/images/grate1.png', solid=False, entity=True,
+                  outlined=False, idname=idname,
+                  attributes={'on': 'true' if on else 'false', 'pain': str(pain), 'timeon': str(timeon),
+                              'timeoff': str(timeoff), 'glow': 'true'})
+
+    def go_to(self, x, y, target, spawn='start'):
+        """The way out straight into the next level, with no cut scene between."""
+        self.body('levelchange', x, y, x + 32, y + 48, 'data/images/techpanel2.png', solid=False, entity=True,
+                  colour='241,241,241,255', tile=False, idname='exit',
+                  attributes={'leveltarget': target, 'targetspawn': spawn, 'glow': 'true'})
+
     def write(self, directory):
         # Backdrops first, so everything in the play plane draws over them.
         front = self.parts

@@ -68,6 +68,7 @@ const Doc docs[] = {
     {"wavefile", "", Kind::File, "", "File of timed events the wave controller fires"},
     {"skies", "", Kind::SkyList, "", "Skies this level uses, comma-separated"},
     {"initialsky", "", Kind::Sky, "", "Sky shown when the level starts"},
+    {"music", "", Kind::Text, "", "Music track of the level (data/music/<track>.ogg)"},
     {"sky", "", Kind::Sky, "", "Sky faded to when the player touches it"},
     {"on", "", Kind::Bool, "", "Starts switched on"},
     {"reverttimer", "", Kind::Float, "0", "Milliseconds before a triggered change reverts; 0 never"},

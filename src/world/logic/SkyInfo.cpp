@@ -23,6 +23,8 @@ void SkyInfo::readAttributes(const std::map<std::string, std::string>& attrs)
             skies = value;
         else if (sameName(name, "initialsky"))
             initialsky = value;
+        else if (sameName(name, "music"))
+            music = value;
     }
 }
 

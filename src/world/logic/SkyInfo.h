@@ -14,4 +14,6 @@ public:
 
     std::string skies;
     std::string initialsky;
+    // The level's music track, kept for the music player to pick up.
+    std::string music;
 };
