@@ -34,6 +34,7 @@
 #include "menus/OptionsMenu.h"
 #include "menus/SaveGameMenu.h"
 #include "menus/SaveListBox.h"
+#include "menus/SoundMenu.h"
 #include "menus/VideoMenu.h"
 #include "render/FixedWidthFonts.h"
 #include "gameplay/player/Player.h"
@@ -479,6 +480,19 @@ TEST_F(MenusTest, VideoApplyChangesTheModeAndTheVariables)
     // The screens re-centred in the new window.
     EXPECT_FLOAT_EQ(video.getX(), std::floor((1024.0f - video.getWidth()) / 2.0f));
     EXPECT_EQ(gui().getScreenWidth(), 1024);
+}
+
+TEST_F(MenusTest, MusicSliderShowsAndSetsTheMusicVolume)
+{
+    createVar("musicvolume", "96", "");
+    auto& menu = screen<SoundMenu>(SoundMenu::screenName);
+    MenuFrame::showScreen(SoundMenu::screenName);
+    EXPECT_FLOAT_EQ(menu.getMusic().getValue(), 96.0f);
+    menu.getMusic().setValue(40.0f);
+    testing::internal::CaptureStdout();
+    menu.apply();
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(getVar("musicvolume")->intValue, 40);
 }
 
 TEST(VideoMenuText, ResolutionsParseAndListTheCurrentMode)

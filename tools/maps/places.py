@@ -178,9 +178,13 @@ class Place(Level):
         self.body('textbody', x, y, x + 8 * len(text), y + 20, solid=False, entity=True, outlined=False,
                   attributes={'text': text, 'font': 'vera', 'size': str(size), 'shadow': 'true'})
 
-    def sky(self, skies, initial):
+    def sky(self, skies, initial, music=None):
+        """The level's skies and, when given, its music track (data/music/<music>.ogg)."""
+        attributes = {'skies': skies, 'initialsky': initial}
+        if music:
+            attributes['music'] = music
         self.body('skyinfo', 0, -40, 8, -32, solid=False, entity=True, visible=False, outlined=False,
-                  attributes={'skies': skies, 'initialsky': initial})
+                  attributes=attributes)
 
     # Logic ----------------------------------------------------------------
 

@@ -4,6 +4,7 @@
 
 #include "core/Game.h"
 #include "render/SkyManager.h"
+#include "sound/Music.h"
 #include "world/level/LevelValues.h"
 
 SkyInfo::SkyInfo()
@@ -23,6 +24,8 @@ void SkyInfo::readAttributes(const std::map<std::string, std::string>& attrs)
             skies = value;
         else if (sameName(name, "initialsky"))
             initialsky = value;
+        else if (sameName(name, "music"))
+            music = value;
     }
 }
 
@@ -30,6 +33,8 @@ void SkyInfo::afterTargets()
 {
     GameBody::afterTargets();
     Game* game = Game::current();
+    if (game && game->getMusic() && !music.empty())
+        game->getMusic()->setLevelTrack(music);
     SkyManager* manager = game ? game->getSkyManager() : nullptr;
     if (!manager)
         return;
