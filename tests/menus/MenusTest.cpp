@@ -37,6 +37,7 @@
 #include "menus/SoundMenu.h"
 #include "menus/VideoMenu.h"
 #include "render/FixedWidthFonts.h"
+#include "sound/Music.h"
 #include "gameplay/player/Player.h"
 
 namespace {
@@ -338,9 +339,13 @@ TEST_F(MenusTest, MainInterfaceShowsWhileTheGUIHasTheInput)
 
 TEST_F(MenusTest, CutScenePagesTurnBothWaysAndTheEndLoadsTheLevel)
 {
+    game.updateMusic();
+    EXPECT_EQ(game.getMusic()->getTrack(), Music::menuTrack);
     game.showCutscene("quay/pages");
     auto& scene = mainInterface->getCutScene();
     ASSERT_TRUE(scene.isEnabled());
+    game.updateMusic();
+    EXPECT_EQ(game.getMusic()->getTrack(), Music::cutsceneTrack);
     EXPECT_EQ(scene.getPageText(), "Page 1 of 3");
     auto& previous = screen<ImageButton>("prevframe");
     auto& next = screen<ImageButton>("nextframe");
@@ -362,6 +367,8 @@ TEST_F(MenusTest, CutScenePagesTurnBothWaysAndTheEndLoadsTheLevel)
     EXPECT_EQ(game.getCurrentLevel(), "first");
     EXPECT_FALSE(gui().isVisible());
     EXPECT_TRUE(game.isWorldRunning());
+    game.updateMusic();
+    EXPECT_EQ(game.getMusic()->getTrack(), "") << "the level names no track";
 }
 
 TEST_F(MenusTest, EscapeSkipsAScene)
