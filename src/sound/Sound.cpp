@@ -244,6 +244,9 @@ int Sound::start(int channel, int sampleIndex, int loops, const Vector* position
     // Set at once rather than at the next update, so a distant sound does
     // not start with a burst at full volume.
     mixer->setChannelVolume(used, channelVolume(info));
+    // SDL_mixer drops a channel's panning when its last sound ended, which
+    // may have happened since the last update.
+    info.panLeft = info.panRight = -1;
     applyPan(used, info);
     return used;
 }
@@ -486,10 +489,14 @@ void Sound::update(const Vector& listener)
     for (int i = 0; i < channelCount; ++i) {
         SoundChannelInfo& info = *channels[i];
         mixer->setChannelVolume(i, channelVolume(info));
-        applyPan(i, info);
         info.playing = mixer->isPlaying(i);
-        if (info.playing)
+        if (info.playing) {
             ++playingCount;
+            applyPan(i, info);
+        } else {
+            // A finished channel is back in the centre.
+            info.panLeft = info.panRight = 255;
+        }
     }
     startPendingMusic();
 }
@@ -589,6 +596,7 @@ void Sound::stopChannel(int channel)
     if (!validChannel(channel))
         return;
     channels[channel]->playing = false;
+    channels[channel]->panLeft = channels[channel]->panRight = 255;
     if (ready)
         mixer->haltChannel(channel);
 }

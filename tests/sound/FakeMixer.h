@@ -1,8 +1,9 @@
 #pragma once
 // A scripted mixer for sound tests: it "decodes" any bytes that start like a
 // WAV or Ogg file, plays by marking channels busy and remembers the volume
-// and panning last given to every channel. Music fades out only when the
-// test says the fade is over. Tests reach it through the pointer they kept.
+// and panning last given to every channel; like SDL_mixer it forgets a
+// channel's panning when its sound ends. Music fades out only when the test
+// says the fade is over. Tests reach it through the pointer they kept.
 #include <SDL_mixer.h>
 
 #include <array>
@@ -68,7 +69,7 @@ public:
         lastLoops = loops;
         return channel;
     }
-    void haltChannel(int channel) override { busy[channel] = false; }
+    void haltChannel(int channel) override { finishChannel(channel); }
     void setChannelVolume(int channel, int volume) override
     {
         if (channel == -1)
@@ -121,6 +122,12 @@ public:
             musicPlaying = musicFadingOut = false;
     }
 
+    // The sound on the channel has ended.
+    void finishChannel(int channel)
+    {
+        busy[channel] = false;
+        pans[channel] = {255, 255};
+    }
     // Marks the first `count` channels playing, as if sounds were running.
     void fillChannels(int count)
     {
@@ -139,7 +146,11 @@ public:
     int lastBufferSize = 0;
     std::array<bool, 32> busy{};
     std::array<int, 32> volumes{};
-    std::array<std::array<int, 2>, 32> pans{};
+    std::array<std::array<int, 2>, 32> pans = [] {
+        std::array<std::array<int, 2>, 32> centred{};
+        centred.fill({255, 255});
+        return centred;
+    }();
     int panCalls = 0;
     std::string error;
     int liveMusic = 0;

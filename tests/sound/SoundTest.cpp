@@ -165,6 +165,18 @@ TEST_F(SoundTest, ChannelsPanAsTheListenerPassesAndPlainSoundsPlayCentred)
     // The same channel reused by a sound heard at the player.
     ASSERT_EQ(sound->playId(9, 0), 12);
     EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 255}));
+
+    // The mixer centres a channel whose sound ended; the next sound on it
+    // at the same side must be panned again, between updates or across one.
+    ASSERT_EQ(sound->playIdAt(32, Vector(0, 0), -1), 12);
+    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    mixer->finishChannel(12);
+    ASSERT_EQ(sound->playIdAt(32, Vector(0, 0), -1), 12);
+    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    mixer->finishChannel(12);
+    sound->update(Vector(480, 0));
+    ASSERT_EQ(sound->playIdAt(32, Vector(0, 0), -1), 12);
+    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
 }
 
 TEST_F(SoundTest, MusicCrossfadesLoopsAndKeepsATrackThatIsAlreadyPlaying)
