@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "world/level/LevelFixture.h"
-#include "FakeMixer.h"
 #include "sound/Music.h"
-#include "sound/Sound.h"
 
 namespace {
 
@@ -87,30 +85,6 @@ TEST_F(MusicTest, AMissingTrackIsReportedOnceAndPlaysSilence)
     game.loadLevel("escape", "");
     game.updateMusic();
     EXPECT_FALSE(music().isPlaying()) << "a name never reaches outside data/music";
-}
-
-TEST_F(MusicTest, LevelsSharingATrackKeepItPlayingThroughTheChange)
-{
-    auto fake = std::make_unique<FakeMixer>();
-    FakeMixer* mixer = fake.get();
-    Sound sound(std::move(fake));
-    createVar("soundfrequency", "44100", "");
-    createVar("soundchannels", "2", "");
-    createVar("soundbuffer", "1024", "");
-    createVar("volume", "128", "");
-    ASSERT_TRUE(sound.openAudio());
-
-    Music chooser;
-    chooser.setLevelTrack("quay");
-    chooser.update(sound, false, true);
-    chooser.setLevelTrack("");
-    chooser.setLevelTrack("quay");  // the next level of the same area
-    chooser.update(sound, false, true);
-    EXPECT_EQ(mixer->musicStarts, 1);
-    EXPECT_FALSE(mixer->musicFadingOut);
-
-    chooser.update(sound, true, true);
-    EXPECT_TRUE(mixer->musicFadingOut) << "the cut scene's track is missing: silence";
 }
 
 }
