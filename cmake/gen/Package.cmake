@@ -28,11 +28,11 @@ add_custom_command(
   COMMAND ${BQ_ZIP} -q -r -X ${BQ_DATA_ZIP} data maps ${BQ_SHIPPED_DEMOS}
           -x data/config.txt data/userconfig.txt data/autoexec.txt
   WORKING_DIRECTORY ${BQ_GAME_DIR}
-  DEPENDS ${BQ_DATA_SOURCES} ${BQ_MEDIA_STAMP} ${BQ_FONT_OUTPUTS}
+  DEPENDS ${BQ_DATA_SOURCES} ${BQ_MEDIA_STAMP} ${BQ_MUSIC_STAMP} ${BQ_FONT_OUTPUTS}
   COMMENT "Packing the data tree into ${BQ_DATA_ZIP}"
   VERBATIM)
 add_custom_target(datazip ALL DEPENDS ${BQ_DATA_ZIP})
-add_dependencies(datazip stage_data media fonts)
+add_dependencies(datazip stage_data media music fonts)
 
 # Icons in the usual hicolor sizes.
 set(BQ_ICON_DIR ${CMAKE_BINARY_DIR}/icons)

@@ -27,6 +27,7 @@
 #include "render/SkyManager.h"
 #include "resources/ResourceManager.h"
 #include "sound/ISound.h"
+#include "sound/Music.h"
 #include "sound/NullSound.h"
 #include "sound/Sound.h"
 #include "world/body/Body.h"
@@ -47,6 +48,7 @@ Game::Game() : Game(std::make_unique<Renderer>(), std::make_unique<Sound>())
 
 Game::Game(std::unique_ptr<IRenderer> r, std::unique_ptr<ISound> s)
     : sound(std::move(s)),
+      music(std::make_unique<Music>()),
       renderer(std::move(r)),
       guiManager(std::make_unique<GUIManager>()),
       skyManager(std::make_unique<SkyManager>()),

@@ -27,6 +27,7 @@ class GUIManager;
 class IGameplay;
 class IRenderer;
 class ISound;
+class Music;
 class SkyManager;
 class SimpleFadeOverlay;
 class TiXmlDocument;
@@ -105,6 +106,9 @@ public:
     void announceScreenSize();
 
     ISound* getSound() const { return sound.get(); }
+    Music* getMusic() const { return music.get(); }
+    // Asks for the track of what is on screen: menus, cut scene or level.
+    void updateMusic();
     IRenderer* getRenderer() const { return renderer.get(); }
     Console* getConsole() const { return console.get(); }
     InputManager& getInputManager() { return inputManager; }
@@ -278,6 +282,7 @@ public:
 
 protected:
     std::unique_ptr<ISound> sound;
+    std::unique_ptr<Music> music;
     std::unique_ptr<IRenderer> renderer;
     std::unique_ptr<GUIManager> guiManager;
     std::unique_ptr<SkyManager> skyManager;

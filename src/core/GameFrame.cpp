@@ -85,6 +85,7 @@ void Game::runFrame()
     // new sounds must still follow what is playing.
     if (paused || !levelLoaded || !worldRunning || isWorldHeld())
         sound->update(player ? player->pos : Vector());
+    updateMusic();
 
     if (paused) {
         if (saveRequested)
@@ -301,6 +302,7 @@ void Game::pause()
     if (gameplay)
         gameplay->pause();
     sound->play("data/sounds/events/Off3.wav", 0, 100);
+    sound->pauseMusic(true);
 }
 
 void Game::unpause()
@@ -310,4 +312,5 @@ void Game::unpause()
     if (gameplay)
         gameplay->resume();
     sound->play("data/sounds/events/On3.wav", 0, 100);
+    sound->pauseMusic(false);
 }

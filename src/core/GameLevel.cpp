@@ -13,6 +13,7 @@
 #include "particles/ParticleManager.h"
 #include "render/SkyManager.h"
 #include "resources/ResourceManager.h"
+#include "sound/Music.h"
 #include "world/body/Body.h"
 #include "world/level/LevelLoader.h"
 
@@ -135,6 +136,8 @@ void Game::requestLevel(const std::string& name, const std::string& entry)
 
 void Game::unloadLevel()
 {
+    // The next level's skyinfo names its own track; none means silence.
+    music->setLevelTrack("");
     levelFramesDrawn = 0;
     levelStartStep = stepCount;
     if (gameplay)

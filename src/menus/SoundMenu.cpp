@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "console/GameVar.h"
+#include "console/VariableRegistry.h"
 #include "core/Game.h"
 #include "gui/Label.h"
 #include "gui/Slider.h"
@@ -34,7 +36,6 @@ SoundMenu::SoundMenu() : MenuFrame("Sound Options", screenName, frameWidth, 200.
     buffer = addRow("Buffer (kb):", 118.0f, 256.0f, 4096.0f, 256.0f, bufferText);
     addButton("Apply", "apply", (frameWidth - 120.0f) / 2.0f, 158.0f, 120.0f, 30.0f, true);
     addActionListener(std::make_unique<SoundListener>(*this));
-    music->setValue(maxVolume);
     onShow();
 }
 
@@ -64,6 +65,8 @@ void SoundMenu::onShow()
     if (sound)
         sound->getSettings(vol, unused, frequency, channels, bufferSize);
     volume->setValue(static_cast<float>(vol));
+    const GameVar* musicVolume = findVar("musicvolume");
+    music->setValue(static_cast<float>(musicVolume ? musicVolume->intValue : maxVolume));
     buffer->setValue(static_cast<float>(bufferSize));
     for (Slider* s : {volume, music, buffer})
         valueChanged(s, s->getValue());
@@ -78,11 +81,12 @@ void SoundMenu::valueChanged(GUIComponent* source, float value)
 
 bool SoundMenu::apply()
 {
+    // The sound system follows the variable, device or not.
+    setVar("musicvolume", std::to_string(rounded(music->getValue())));
     Game* game = Game::current();
     ISound* sound = game ? game->getSound() : nullptr;
     if (!sound)
         return false;
     sound->setVolume(rounded(volume->getValue()));
-    (void)music->getValue();
     return sound->restart(applyFrequency, applyChannels, rounded(buffer->getValue()));
 }

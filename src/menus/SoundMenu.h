@@ -1,6 +1,6 @@
 #pragma once
-// Sound volume, music volume and mixing buffer size. "Apply" sets the
-// volume and reopens the sound device with the chosen buffer.
+// Sound volume, music volume and mixing buffer size. "Apply" sets both
+// volumes and reopens the sound device with the chosen buffer.
 #include "gui/SliderListener.h"
 #include "menus/MenuFrame.h"
 
@@ -19,8 +19,8 @@ public:
     void onShow() override;
     // Updates the number beside the slider that moved.
     void valueChanged(GUIComponent* source, float value) override;
-    // The volume and a restart with the buffer size; the music volume has
-    // nothing to drive yet and is only read. False when the restart failed.
+    // The volume, the music volume ("musicvolume") and a restart with the
+    // buffer size. False when the restart failed.
     bool apply();
 
     Slider& getVolume() { return *volume; }

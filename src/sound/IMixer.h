@@ -7,6 +7,7 @@
 #include <string>
 
 struct Mix_Chunk;
+typedef struct _Mix_Music Mix_Music;
 
 class IMixer {
 public:
@@ -47,5 +48,20 @@ public:
     // -1 sets every channel.
     virtual void setChannelVolume(int channel, int volume) = 0;
     virtual bool isPlaying(int channel) const = 0;
+    // 255 is full volume for that ear; 255, 255 is the centre.
+    virtual void setPanning(int channel, int left, int right) = 0;
     virtual std::string lastError() const = 0;
+
+    // The music channel: one stream, decoded as it plays from bytes that
+    // must outlive it. Null with lastError() set when it cannot be read.
+    virtual Mix_Music* loadMusic(const char* bytes, std::size_t size) = 0;
+    virtual void freeMusic(Mix_Music* music) = 0;
+    virtual bool fadeInMusic(Mix_Music* music, int loops, int ms) = 0;
+    virtual void fadeOutMusic(int ms) = 0;
+    virtual void haltMusic() = 0;
+    // True while a stream plays, fades or is paused.
+    virtual bool isMusicPlaying() const = 0;
+    virtual void pauseMusic() = 0;
+    virtual void resumeMusic() = 0;
+    virtual void setMusicVolume(int volume) = 0;
 };

@@ -3,7 +3,8 @@
 // by file name, optionally positioned relative to the listener. Every play
 // returns the mixing channel used, or -1 when nothing played (no device, an
 // unknown sound, too many playing). "loops" is 0 for once, n for n + 1 times
-// and -1 until the channel is stopped.
+// and -1 until the channel is stopped. Positional sounds also pan towards
+// their side of the listener.
 #include <string>
 
 #include "world/geometry/Vector.h"
@@ -46,4 +47,12 @@ public:
     // positional channels and counts the channels playing.
     virtual void update(const Vector& listener) = 0;
     virtual void stopChannel(int channel) = 0;
+
+    // The music channel: one Ogg Vorbis track at a time, looping, the old
+    // one faded out before the new one fades in. Asking for the track that
+    // plays changes nothing. False (with a log line) when the file cannot
+    // be read; what played before then fades to silence.
+    virtual bool playMusic(const std::string& path) = 0;
+    virtual void stopMusic() = 0;
+    virtual void pauseMusic(bool paused) = 0;
 };

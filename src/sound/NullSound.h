@@ -33,4 +33,7 @@ public:
     bool loadDefinitions(const std::string&) override { return false; }
     void update(const Vector&) override {}
     void stopChannel(int) override {}
+    bool playMusic(const std::string&) override { return false; }
+    void stopMusic() override {}
+    void pauseMusic(bool) override {}
 };

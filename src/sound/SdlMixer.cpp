@@ -3,6 +3,7 @@
 #include <SDL.h>
 #include <SDL_mixer.h>
 
+#include <algorithm>
 #include <climits>
 
 SdlMixer::~SdlMixer()
@@ -84,6 +85,68 @@ void SdlMixer::setChannelVolume(int channel, int volume)
 }
 
 bool SdlMixer::isPlaying(int channel) const { return opened && Mix_Playing(channel) != 0; }
+
+void SdlMixer::setPanning(int channel, int left, int right)
+{
+    if (opened)
+        Mix_SetPanning(channel, static_cast<Uint8>(std::clamp(left, 0, 255)),
+                       static_cast<Uint8>(std::clamp(right, 0, 255)));
+}
+
+Mix_Music* SdlMixer::loadMusic(const char* bytes, std::size_t size)
+{
+    if (!opened || !bytes || size > static_cast<std::size_t>(INT_MAX))
+        return nullptr;
+    SDL_RWops* source = SDL_RWFromConstMem(bytes, static_cast<int>(size));
+    if (!source)
+        return nullptr;
+    // The stream keeps reading from `source` while it plays; freeing the
+    // music frees the source.
+    return Mix_LoadMUSType_RW(source, MUS_OGG, 1);
+}
+
+void SdlMixer::freeMusic(Mix_Music* music)
+{
+    if (music)
+        Mix_FreeMusic(music);
+}
+
+bool SdlMixer::fadeInMusic(Mix_Music* music, int loops, int ms)
+{
+    return opened && music && Mix_FadeInMusic(music, loops, ms) == 0;
+}
+
+void SdlMixer::fadeOutMusic(int ms)
+{
+    if (opened)
+        Mix_FadeOutMusic(ms);
+}
+
+void SdlMixer::haltMusic()
+{
+    if (opened)
+        Mix_HaltMusic();
+}
+
+bool SdlMixer::isMusicPlaying() const { return opened && Mix_PlayingMusic() != 0; }
+
+void SdlMixer::pauseMusic()
+{
+    if (opened)
+        Mix_PauseMusic();
+}
+
+void SdlMixer::resumeMusic()
+{
+    if (opened)
+        Mix_ResumeMusic();
+}
+
+void SdlMixer::setMusicVolume(int volume)
+{
+    if (opened)
+        Mix_VolumeMusic(volume);
+}
 
 std::string SdlMixer::lastError() const
 {

@@ -23,7 +23,17 @@ public:
     void haltChannel(int channel) override;
     void setChannelVolume(int channel, int volume) override;
     bool isPlaying(int channel) const override;
+    void setPanning(int channel, int left, int right) override;
     std::string lastError() const override;
+    Mix_Music* loadMusic(const char* bytes, std::size_t size) override;
+    void freeMusic(Mix_Music* music) override;
+    bool fadeInMusic(Mix_Music* music, int loops, int ms) override;
+    void fadeOutMusic(int ms) override;
+    void haltMusic() override;
+    bool isMusicPlaying() const override;
+    void pauseMusic() override;
+    void resumeMusic() override;
+    void setMusicVolume(int volume) override;
 
 private:
     bool opened = false;

@@ -66,9 +66,12 @@ Sound::Sound(std::unique_ptr<IMixer> m) : mixer(std::move(m))
 
 Sound::~Sound()
 {
-    // The registry may already have deleted the variable (shutdown order).
+    releaseMusic();
+    // The registry may already have deleted the variables (shutdown order).
     if (volumeVar && findVar("volume") == volumeVar)
         volumeVar->onChange = nullptr;
+    if (musicVolumeVar && findVar("musicvolume") == musicVolumeVar)
+        musicVolumeVar->onChange = nullptr;
 }
 
 void Sound::bindVariables()
@@ -80,6 +83,10 @@ void Sound::bindVariables()
     channelsVar = getVar("soundchannels");
     frequencyVar = getVar("soundfrequency");
     volumeVar->onChange = [this] { applyVolume(); };
+    // Optional: without it the music plays at full volume.
+    musicVolumeVar = findVar("musicvolume");
+    if (musicVolumeVar)
+        musicVolumeVar->onChange = [this] { applyMusicVolume(); };
 }
 
 int Sound::intOf(const GameVar* var) const { return var ? var->intValue : 0; }
@@ -87,11 +94,20 @@ int Sound::intOf(const GameVar* var) const { return var ? var->intValue : 0; }
 bool Sound::openAudio()
 {
     bindVariables();
+    // The stream dies with the device; its track starts again on the new one.
+    if (music && !musicPending) {
+        pendingBytes = std::move(musicBytes);
+        pendingSize = musicSize;
+        musicPending = true;
+    }
+    releaseMusic();
     mixer->close();
     ready = false;
     playingCount = 0;
-    for (auto& channel : channels)
+    for (auto& channel : channels) {
         channel->playing = false;
+        channel->panLeft = channel->panRight = 255;
+    }
     std::printf("Audio Format: %d\n", requestedFormat);
 
     const int frequency = intOf(frequencyVar);
@@ -119,6 +135,7 @@ bool Sound::openAudio()
     ready = true;
     decodeSamples();
     applyVolume();
+    startPendingMusic();
     return true;
 }
 
@@ -141,6 +158,7 @@ bool Sound::initialise()
 
 void Sound::closeAudio()
 {
+    releaseMusic();
     mixer->close();
     ready = false;
 }
@@ -226,6 +244,10 @@ int Sound::start(int channel, int sampleIndex, int loops, const Vector* position
     // Set at once rather than at the next update, so a distant sound does
     // not start with a burst at full volume.
     mixer->setChannelVolume(used, channelVolume(info));
+    // SDL_mixer drops a channel's panning when its last sound ended, which
+    // may have happened since the last update.
+    info.panLeft = info.panRight = -1;
+    applyPan(used, info);
     return used;
 }
 
@@ -241,6 +263,28 @@ int Sound::channelVolume(const SoundChannelInfo& info) const
     if (!(volume > 0.0f))
         return 0;
     return volume >= maxVolume ? maxVolume : static_cast<int>(volume);
+}
+
+Sound::Pan Sound::panFor(const Vector& position, const Vector& listener)
+{
+    const float side = (position.x - listener.x) / panDistance;
+    if (!std::isfinite(side))
+        return {};
+    const float p = std::clamp(side, -1.0f, 1.0f);
+    const int far = static_cast<int>(std::lround(255.0f * (1.0f - panDepth * std::fabs(p))));
+    if (p > 0.0f)
+        return {far, 255};
+    return {255, far};
+}
+
+void Sound::applyPan(int channel, SoundChannelInfo& info)
+{
+    const Pan pan = info.positional ? panFor(info.position, listenerPosition) : Pan{};
+    if (pan == Pan{info.panLeft, info.panRight})
+        return;
+    mixer->setPanning(channel, pan.left, pan.right);
+    info.panLeft = pan.left;
+    info.panRight = pan.right;
 }
 
 void Sound::setVolume(int volume)
@@ -446,9 +490,105 @@ void Sound::update(const Vector& listener)
         SoundChannelInfo& info = *channels[i];
         mixer->setChannelVolume(i, channelVolume(info));
         info.playing = mixer->isPlaying(i);
-        if (info.playing)
+        if (info.playing) {
             ++playingCount;
+            applyPan(i, info);
+        } else {
+            // A finished channel is back in the centre.
+            info.panLeft = info.panRight = 255;
+        }
     }
+    startPendingMusic();
+}
+
+bool Sound::playMusic(const std::string& path)
+{
+    if (path == musicPath && !path.empty())
+        return true;
+    std::size_t size = 0;
+    bool error = false;
+    std::unique_ptr<char[]> bytes = path.empty() ? nullptr : ResourceManager::instance().getBytes(path, size, error);
+    if (!bytes || error) {
+        std::printf("Couldn't find music: %s\n", path.c_str());
+        stopMusic();
+        return false;
+    }
+    musicPath = path;
+    pendingBytes = std::move(bytes);
+    pendingSize = size;
+    musicPending = true;
+    if (ready && mixer->isMusicPlaying()) {
+        // A paused stream would never finish fading.
+        if (musicPaused)
+            mixer->haltMusic();
+        else
+            mixer->fadeOutMusic(musicFadeMs);
+    }
+    startPendingMusic();
+    return true;
+}
+
+void Sound::startPendingMusic()
+{
+    if (!ready || !musicPending || mixer->isMusicPlaying())
+        return;
+    releaseMusic();
+    musicPending = false;
+    Mix_Music* loaded = mixer->loadMusic(pendingBytes.get(), pendingSize);
+    if (!loaded) {
+        std::printf("Couldn't play music: %s: %s\n", musicPath.c_str(), mixer->lastError().c_str());
+        pendingBytes.reset();
+        return;
+    }
+    music = loaded;
+    musicBytes = std::move(pendingBytes);
+    musicSize = pendingSize;
+    applyMusicVolume();
+    mixer->fadeInMusic(music, -1, musicFadeMs);
+    if (musicPaused)
+        mixer->pauseMusic();
+}
+
+void Sound::stopMusic()
+{
+    musicPath.clear();
+    musicPending = false;
+    pendingBytes.reset();
+    if (ready && mixer->isMusicPlaying()) {
+        if (musicPaused)
+            mixer->haltMusic();
+        else
+            mixer->fadeOutMusic(musicFadeMs);
+    }
+}
+
+void Sound::pauseMusic(bool paused)
+{
+    if (paused == musicPaused)
+        return;
+    musicPaused = paused;
+    if (!ready || !music)
+        return;
+    if (paused)
+        mixer->pauseMusic();
+    else
+        mixer->resumeMusic();
+}
+
+void Sound::releaseMusic()
+{
+    if (!music)
+        return;
+    mixer->haltMusic();
+    mixer->freeMusic(music);
+    music = nullptr;
+    musicBytes.reset();
+}
+
+void Sound::applyMusicVolume()
+{
+    if (ready)
+        mixer->setMusicVolume(musicVolumeVar ? std::clamp(musicVolumeVar->intValue, 0, maxVolume) : maxVolume);
 }
 
 void Sound::stopChannel(int channel)
@@ -456,6 +596,7 @@ void Sound::stopChannel(int channel)
     if (!validChannel(channel))
         return;
     channels[channel]->playing = false;
+    channels[channel]->panLeft = channels[channel]->panRight = 255;
     if (ready)
         mixer->haltChannel(channel);
 }

@@ -2,8 +2,9 @@
 // The game's sound system: short samples played through an IMixer (SDL_mixer
 // in the game) on 32 channels. Samples are registered by id from
 // data/sounds/sounds.xml or loaded on first use by file name; positional
-// channels fade linearly to silence 480 units from the listener. Channels 0
-// to 9 are kept for samples that name their channel.
+// channels fade linearly to silence 480 units from the listener and pan
+// towards their side of it. Channels 0 to 9 are kept for samples that name
+// their channel. Music streams on SDL_mixer's own music channel.
 #include <array>
 #include <map>
 #include <memory>
@@ -28,6 +29,20 @@ public:
     static constexpr float fadeDistance = 480.0f;
     static constexpr int maxVolume = 128;
     static constexpr const char* testSoundPath = "data/sounds/test/test.ogg";
+    // A sound this far to one side is heard only in that ear, less
+    // panDepth of it in the other.
+    static constexpr float panDistance = fadeDistance / 2.0f;
+    static constexpr float panDepth = 0.75f;
+    // Half the crossfade between two tracks: out, then in.
+    static constexpr int musicFadeMs = 500;
+
+    struct Pan {
+        int left = 255;
+        int right = 255;
+        bool operator==(const Pan& o) const { return left == o.left && right == o.right; }
+    };
+    // How loud each ear hears a sound at `position` from `listener`.
+    static Pan panFor(const Vector& position, const Vector& listener);
 
     // The real device (SdlMixer).
     Sound();
@@ -64,6 +79,9 @@ public:
     bool loadDefinitions(const std::string& path) override;
     void update(const Vector& listener) override;
     void stopChannel(int channel) override;
+    bool playMusic(const std::string& path) override;
+    void stopMusic() override;
+    void pauseMusic(bool paused) override;
 
     // The sample loaded from that path, or null.
     SoundSample* getSample(const std::string& name) const;
@@ -78,6 +96,9 @@ public:
     // Index registered under id, or -1.
     int findId(int id) const;
     const SoundChannelInfo& getChannelInfo(int channel) const { return *channels[channel]; }
+    // The track asked for ("" for none) and whether it is on the device yet.
+    const std::string& getMusicPath() const { return musicPath; }
+    bool isMusicStarted() const { return music != nullptr && !musicPending && !musicPath.empty(); }
 
 private:
     static bool validChannel(int channel) { return channel >= 0 && channel < channelCount; }
@@ -93,6 +114,13 @@ private:
     // Finds the four sound variables and hooks changes of "volume"; once.
     void bindVariables();
     int intOf(const GameVar* var) const;
+    // Gives the channel its panning when it changed since the last time.
+    void applyPan(int channel, SoundChannelInfo& info);
+    // Starts the queued track once the one before has faded out.
+    void startPendingMusic();
+    // Halts and frees the stream on the device.
+    void releaseMusic();
+    void applyMusicVolume();
 
     // Declared first so that it outlives the samples, which free through it.
     std::unique_ptr<IMixer> mixer;
@@ -108,7 +136,19 @@ private:
     GameVar* bufferVar = nullptr;
     GameVar* channelsVar = nullptr;
     GameVar* frequencyVar = nullptr;
+    GameVar* musicVolumeVar = nullptr;
     Vector listenerPosition;
     // The device format the samples' chunks were decoded for.
     IMixer::Spec decodedSpec;
+
+    std::string musicPath;
+    // The stream on the device reads from musicBytes while it plays.
+    Mix_Music* music = nullptr;
+    std::unique_ptr<char[]> musicBytes;
+    std::size_t musicSize = 0;
+    // The next track, read and waiting for the last one to fade out.
+    bool musicPending = false;
+    std::unique_ptr<char[]> pendingBytes;
+    std::size_t pendingSize = 0;
+    bool musicPaused = false;
 };

@@ -14,4 +14,6 @@ public:
     int sampleIndex = -1;
     int volume = 100;          // the sample's percent
     bool looping = false;      // started with loops -1 or at least 1
+    int panLeft = 255;         // the panning last given to the mixer
+    int panRight = 255;
 };

@@ -84,7 +84,7 @@ log_line_after_key() {
 
 # Fails when the log reports media that shipped content names but lacks.
 check_no_missing_media() {
-  if grep -E "falling back to default|fallback\.png|Couldn't find sound|Error reading bytes for: data/(images|sounds)" \
+  if grep -E "falling back to default|fallback\.png|Couldn't find (sound|music)|Music: no track|Error reading bytes for: data/(images|sounds|music)" \
     "$work/outputlog.txt"; then
     fail "missing media while playing"
   fi

@@ -3,8 +3,10 @@
 # file while console commands play sounds. The file grows in real time, so
 # its size at each step marks where in the stream that step happened.
 #  1. "playsound": silent before, the jingle, silent again once it is over.
-#  2. A looping hum placed in the test level: silent while the player is far
-#     away, loud beside it, silent when he warps away, loud on his return.
+#  2. A looping hum placed in the test level to the player's right: silent
+#     while the player is far away, loud beside it and louder in the right
+#     ear, silent when he warps away, loud on his return; placed to his left
+#     it is louder in the left ear.
 set -euo pipefail
 game_dir=$1
 source "$(dirname "$0")/lib.bash"
@@ -12,7 +14,9 @@ work=$(make_game_copy "$game_dir")
 stream="$work/mixed.raw"
 export SDL_DISKAUDIOFILE="$stream"
 # The default 44.1 kHz stereo is what SDL's disk driver writes, untouched.
-E2E_AUDIODRIVER=disk start_game "$work" +set skiplogo 1 +set soundfrequency 44100 +set soundchannels 2
+# Music would fill the silences this checks; music.sh hears it.
+E2E_AUDIODRIVER=disk start_game "$work" +set skiplogo 1 +set soundfrequency 44100 +set soundchannels 2 \
+  +set musicvolume 0
 wait_for_log "$work" "REND New Res" 20
 sleep 1
 focus_game_window
@@ -35,7 +39,7 @@ console "map test"
 # The console stays open over the level it loaded.
 sleep 1
 console "warpto east"
-console "playsoundat data/sounds/world/hum.wav -1 32 16"
+console "playsoundat data/sounds/world/hum.wav -1 160 16"
 sleep 2.5
 mark far
 console "warpto start"
@@ -47,6 +51,10 @@ mark far_again
 console "warpto start"
 sleep 1.5
 mark near_again
+console "stopsounds"
+console "playsoundat data/sounds/world/hum.wav -1 -80 16"
+sleep 1.5
+mark left_side
 stop_game
 
 log="$work/outputlog.txt"
@@ -63,18 +71,19 @@ frames = array.array('h')
 with open(sys.argv[1], 'rb') as f:
     data = f.read()
 frames.frombytes(data[:len(data) // 4 * 4])
-# Mono sounds mixed to the middle: both sides carry the same samples.
 samples = frames[0::2]
-if samples != frames[1::2]:
-    sys.exit('left and right differ: not 16-bit stereo as expected')
+right = frames[1::2]
 marks = {}
 for arg in sys.argv[2:]:
     name, size = arg.split(':')
     marks[name] = int(size) // 4
+# The jingle is heard at the player, mixed to the middle: both sides alike.
+if samples[:marks['after_jingle']] != right[:marks['after_jingle']]:
+    sys.exit('left and right differ under the jingle: not 16-bit stereo as expected')
 window = rate // 20
 
-def levels(start, end):
-    return [math.sqrt(sum(s * s for s in samples[i:i + window]) / window)
+def levels(start, end, side=samples):
+    return [math.sqrt(sum(s * s for s in side[i:i + window]) / window)
             for i in range(start, end - window + 1, window)]
 
 def last_second(name):
@@ -105,5 +114,13 @@ for name, want in (('far', silent), ('near', loud), ('far_again', silent), ('nea
     print('%-10s rms %5.0f .. %5.0f' % (name, min(rms), max(rms)))
     if not want(name):
         sys.exit('the hum is wrong when the player is %s' % name.replace('_', ' '))
+# Panning: the louder ear is the one on the hum's side.
+for name, louder in (('near', 'right'), ('near_again', 'right'), ('left_side', 'left')):
+    left_rms = sum(levels(*last_second(name))) + 1
+    right_rms = sum(levels(*last_second(name), side=right)) + 1
+    print('%-10s left %6.0f right %6.0f' % (name, left_rms, right_rms))
+    ratio = right_rms / left_rms if louder == 'right' else left_rms / right_rms
+    if ratio < 1.3:
+        sys.exit('the hum at %s is not louder on the %s' % (name.replace('_', ' '), louder))
 PY
 echo "sound ok"

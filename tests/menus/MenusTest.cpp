@@ -34,8 +34,10 @@
 #include "menus/OptionsMenu.h"
 #include "menus/SaveGameMenu.h"
 #include "menus/SaveListBox.h"
+#include "menus/SoundMenu.h"
 #include "menus/VideoMenu.h"
 #include "render/FixedWidthFonts.h"
+#include "sound/Music.h"
 #include "gameplay/player/Player.h"
 
 namespace {
@@ -337,9 +339,13 @@ TEST_F(MenusTest, MainInterfaceShowsWhileTheGUIHasTheInput)
 
 TEST_F(MenusTest, CutScenePagesTurnBothWaysAndTheEndLoadsTheLevel)
 {
+    game.updateMusic();
+    EXPECT_EQ(game.getMusic()->getTrack(), Music::menuTrack);
     game.showCutscene("quay/pages");
     auto& scene = mainInterface->getCutScene();
     ASSERT_TRUE(scene.isEnabled());
+    game.updateMusic();
+    EXPECT_EQ(game.getMusic()->getTrack(), Music::cutsceneTrack);
     EXPECT_EQ(scene.getPageText(), "Page 1 of 3");
     auto& previous = screen<ImageButton>("prevframe");
     auto& next = screen<ImageButton>("nextframe");
@@ -361,6 +367,8 @@ TEST_F(MenusTest, CutScenePagesTurnBothWaysAndTheEndLoadsTheLevel)
     EXPECT_EQ(game.getCurrentLevel(), "first");
     EXPECT_FALSE(gui().isVisible());
     EXPECT_TRUE(game.isWorldRunning());
+    game.updateMusic();
+    EXPECT_EQ(game.getMusic()->getTrack(), "") << "the level names no track";
 }
 
 TEST_F(MenusTest, EscapeSkipsAScene)
@@ -479,6 +487,19 @@ TEST_F(MenusTest, VideoApplyChangesTheModeAndTheVariables)
     // The screens re-centred in the new window.
     EXPECT_FLOAT_EQ(video.getX(), std::floor((1024.0f - video.getWidth()) / 2.0f));
     EXPECT_EQ(gui().getScreenWidth(), 1024);
+}
+
+TEST_F(MenusTest, MusicSliderShowsAndSetsTheMusicVolume)
+{
+    createVar("musicvolume", "96", "");
+    auto& menu = screen<SoundMenu>(SoundMenu::screenName);
+    MenuFrame::showScreen(SoundMenu::screenName);
+    EXPECT_FLOAT_EQ(menu.getMusic().getValue(), 96.0f);
+    menu.getMusic().setValue(40.0f);
+    testing::internal::CaptureStdout();
+    menu.apply();
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(getVar("musicvolume")->intValue, 40);
 }
 
 TEST(VideoMenuText, ResolutionsParseAndListTheCurrentMode)

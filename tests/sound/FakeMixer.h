@@ -1,7 +1,9 @@
 #pragma once
 // A scripted mixer for sound tests: it "decodes" any bytes that start like a
 // WAV or Ogg file, plays by marking channels busy and remembers the volume
-// last given to every channel. Tests reach it through the pointer they kept.
+// and panning last given to every channel; like SDL_mixer it forgets a
+// channel's panning when its sound ends. Music fades out only when the test
+// says the fade is over. Tests reach it through the pointer they kept.
 #include <SDL_mixer.h>
 
 #include <array>
@@ -67,7 +69,7 @@ public:
         lastLoops = loops;
         return channel;
     }
-    void haltChannel(int channel) override { busy[channel] = false; }
+    void haltChannel(int channel) override { finishChannel(channel); }
     void setChannelVolume(int channel, int volume) override
     {
         if (channel == -1)
@@ -76,8 +78,56 @@ public:
             volumes[channel] = volume;
     }
     bool isPlaying(int channel) const override { return busy[channel]; }
+    void setPanning(int channel, int left, int right) override
+    {
+        pans[channel] = {left, right};
+        ++panCalls;
+    }
     std::string lastError() const override { return error; }
 
+    Mix_Music* loadMusic(const char* bytes, std::size_t size) override
+    {
+        if (!opened || size < 4 || std::memcmp(bytes, "OggS", 4) != 0) {
+            error = "not a music file";
+            return nullptr;
+        }
+        ++liveMusic;
+        return reinterpret_cast<Mix_Music*>(new char[1]);
+    }
+    void freeMusic(Mix_Music* music) override
+    {
+        --liveMusic;
+        delete[] reinterpret_cast<char*>(music);
+    }
+    bool fadeInMusic(Mix_Music* music, int loops, int) override
+    {
+        musicPlaying = true;
+        musicFadingOut = false;
+        musicLoops = loops;
+        nowPlaying = music;
+        ++musicStarts;
+        return true;
+    }
+    void fadeOutMusic(int) override { musicFadingOut = musicPlaying; }
+    void haltMusic() override { musicPlaying = musicFadingOut = false; }
+    bool isMusicPlaying() const override { return musicPlaying; }
+    void pauseMusic() override { musicPaused = true; }
+    void resumeMusic() override { musicPaused = false; }
+    void setMusicVolume(int volume) override { musicVolume = volume; }
+
+    // The fade-out asked for has run its course.
+    void finishFade()
+    {
+        if (musicFadingOut)
+            musicPlaying = musicFadingOut = false;
+    }
+
+    // The sound on the channel has ended.
+    void finishChannel(int channel)
+    {
+        busy[channel] = false;
+        pans[channel] = {255, 255};
+    }
     // Marks the first `count` channels playing, as if sounds were running.
     void fillChannels(int count)
     {
@@ -96,5 +146,19 @@ public:
     int lastBufferSize = 0;
     std::array<bool, 32> busy{};
     std::array<int, 32> volumes{};
+    std::array<std::array<int, 2>, 32> pans = [] {
+        std::array<std::array<int, 2>, 32> centred{};
+        centred.fill({255, 255});
+        return centred;
+    }();
+    int panCalls = 0;
     std::string error;
+    int liveMusic = 0;
+    int musicStarts = 0;
+    int musicLoops = 0;
+    int musicVolume = -1;
+    bool musicPlaying = false;
+    bool musicFadingOut = false;
+    bool musicPaused = false;
+    Mix_Music* nowPlaying = nullptr;
 };

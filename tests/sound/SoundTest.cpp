@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
@@ -115,6 +116,135 @@ TEST_F(SoundTest, PositionalSoundsFadeLinearlyToSilenceAt480Units)
     EXPECT_EQ(mixer->volumes[channel], 0);
     sound->update(Vector(240, 0));
     EXPECT_EQ(mixer->volumes[channel], 128);
+}
+
+TEST_F(SoundTest, PanningFollowsTheSoundsSideOfTheListener)
+{
+    const Vector listener(100, 50);
+    const float nan = std::nanf("");
+    struct Case {
+        const char* what;
+        Vector position;
+        int left;
+        int right;
+    };
+    const Case cases[] = {
+        {"at the listener", Vector(100, 50), 255, 255},
+        {"straight above", Vector(100, 400), 255, 255},
+        {"a little right", Vector(160, 50), 207, 255},
+        {"far right", Vector(340, -20), 64, 255},
+        {"beyond the fade", Vector(5000, 50), 64, 255},
+        {"left", Vector(-20, 90), 255, 159},
+        {"far left", Vector(-300, 50), 255, 64},
+        {"nowhere", Vector(nan, nan), 255, 255},
+    };
+    for (const Case& c : cases) {
+        const Sound::Pan pan = Sound::panFor(c.position, listener);
+        EXPECT_EQ(pan.left, c.left) << c.what;
+        EXPECT_EQ(pan.right, c.right) << c.what;
+    }
+}
+
+TEST_F(SoundTest, ChannelsPanAsTheListenerPassesAndPlainSoundsPlayCentred)
+{
+    dir.write("hum.wav", wav);
+    dir.write("ui.wav", wav);
+    start();
+    sound->registerSound(32, 12, 100, true, "hum.wav");
+    sound->registerSound(9, 12, 100, false, "ui.wav");
+    sound->update(Vector(0, 0));
+    ASSERT_EQ(sound->playIdAt(32, Vector(240, 0), -1), 12);
+    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{64, 255})) << "panned as play starts";
+
+    sound->update(Vector(480, 0));
+    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    const int calls = mixer->panCalls;
+    sound->update(Vector(480, 0));
+    EXPECT_EQ(mixer->panCalls, calls) << "unchanged panning is not sent again";
+
+    // The same channel reused by a sound heard at the player.
+    ASSERT_EQ(sound->playId(9, 0), 12);
+    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 255}));
+
+    // The mixer centres a channel whose sound ended; the next sound on it
+    // at the same side must be panned again, between updates or across one.
+    ASSERT_EQ(sound->playIdAt(32, Vector(0, 0), -1), 12);
+    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    mixer->finishChannel(12);
+    ASSERT_EQ(sound->playIdAt(32, Vector(0, 0), -1), 12);
+    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    mixer->finishChannel(12);
+    sound->update(Vector(480, 0));
+    ASSERT_EQ(sound->playIdAt(32, Vector(0, 0), -1), 12);
+    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+}
+
+TEST_F(SoundTest, MusicCrossfadesLoopsAndKeepsATrackThatIsAlreadyPlaying)
+{
+    createVar("musicvolume", "80", "");
+    dir.write("data/music/a.ogg", "OggS music a");
+    dir.write("data/music/b.ogg", "OggS music b");
+    start();
+    ASSERT_TRUE(sound->playMusic("data/music/a.ogg"));
+    EXPECT_EQ(mixer->musicStarts, 1) << "nothing to fade out first";
+    EXPECT_EQ(mixer->musicLoops, -1);
+    EXPECT_EQ(mixer->musicVolume, 80);
+    run("set musicvolume 40");
+    EXPECT_EQ(mixer->musicVolume, 40);
+
+    EXPECT_TRUE(sound->playMusic("data/music/a.ogg"));
+    EXPECT_EQ(mixer->musicStarts, 1) << "the same track plays on";
+
+    ASSERT_TRUE(sound->playMusic("data/music/b.ogg"));
+    EXPECT_TRUE(mixer->musicFadingOut);
+    sound->update(Vector());
+    EXPECT_EQ(mixer->musicStarts, 1) << "waits for the fade";
+    mixer->finishFade();
+    sound->update(Vector());
+    EXPECT_EQ(mixer->musicStarts, 2);
+    EXPECT_EQ(mixer->liveMusic, 1) << "the old stream is freed";
+    EXPECT_TRUE(sound->isMusicStarted());
+
+    // A change while paused cannot wait for a fade that never runs.
+    sound->pauseMusic(true);
+    EXPECT_TRUE(mixer->musicPaused);
+    ASSERT_TRUE(sound->playMusic("data/music/a.ogg"));
+    EXPECT_EQ(mixer->musicStarts, 3);
+    EXPECT_TRUE(mixer->musicPaused) << "the new track waits for the game too";
+    sound->pauseMusic(false);
+    EXPECT_FALSE(mixer->musicPaused);
+
+    // A reopened device plays the same track again, not a second copy.
+    run("soundrestart");
+    EXPECT_EQ(mixer->musicStarts, 4);
+    EXPECT_EQ(mixer->liveMusic, 1);
+    EXPECT_EQ(mixer->musicVolume, 40);
+}
+
+TEST_F(SoundTest, MissingOrBrokenMusicIsReportedAndLeavesSilence)
+{
+    dir.write("data/music/a.ogg", "OggS music a");
+    dir.write("data/music/bad.ogg", "not vorbis");
+    start();
+    ASSERT_TRUE(sound->playMusic("data/music/a.ogg"));
+    EXPECT_EQ(mixer->musicVolume, 128) << "full volume without a music variable";
+
+    std::fflush(stdout);
+    ::testing::internal::CaptureStdout();
+    EXPECT_FALSE(sound->playMusic("data/music/gone.ogg"));
+    const std::string out = ::testing::internal::GetCapturedStdout();
+    EXPECT_NE(out.find("Couldn't find music: data/music/gone.ogg\n"), std::string::npos) << out;
+    EXPECT_TRUE(mixer->musicFadingOut) << "the old track fades to silence";
+    EXPECT_EQ(sound->getMusicPath(), "");
+    mixer->finishFade();
+    sound->update(Vector());
+    EXPECT_FALSE(mixer->musicPlaying);
+
+    EXPECT_TRUE(sound->playMusic("data/music/bad.ogg"));
+    sound->update(Vector());
+    EXPECT_FALSE(mixer->musicPlaying);
+    EXPECT_FALSE(sound->isMusicStarted());
+    EXPECT_EQ(mixer->musicStarts, 1);
 }
 
 TEST_F(SoundTest, PlaySoundAtPlacesALoopInTheWorldAndStopSoundsEndsIt)

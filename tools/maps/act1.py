@@ -15,7 +15,7 @@ def quay():
     """Tock's shed, the quay, a dry dock under a gantry, the crane basin, the
     yard with the first drone, and the broken pier to the armoury door."""
     lv = Place('quay', 'quay')
-    lv.sky('haze,night', 'haze')
+    lv.sky('haze,night', 'haze', music='quay')
     lv.bookends(-512, 3524, bottom=-680)
 
     # The maintenance shed: closed to the west, a door east.
@@ -124,7 +124,7 @@ def armoury():
     """Pier One armoury: the shotgun on its rack and a firing lane, the
     brawlers' hall, a door opened from a hooked gantry, and the long gallery."""
     lv = Place('armoury', 'armoury')
-    lv.sky('night', 'night')
+    lv.sky('night', 'night', music='quay')
     lv.bookends(-32, 3632)
     H = 224
 
@@ -218,7 +218,7 @@ def stores():
     chaingun, a hall of tanks under a sniper's shelf, a deep cistern crossed
     by hook, and the flooded aisle out to the signal house."""
     lv = Place('stores', 'stores')
-    lv.sky('haze,night', 'night')
+    lv.sky('haze,night', 'night', music='quay')
     lv.bookends(-32, 3732, bottom=-700)
     H = 256
 

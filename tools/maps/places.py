@@ -185,6 +185,7 @@ class Place(Level):
                   attributes={'text': text, 'font': 'vera', 'size': str(size), 'shadow': 'true'})
 
     def sky(self, skies, initial, music=None):
+        """The level's skies and, when given, its music track (data/music/<music>.ogg)."""
         attributes = {'skies': skies, 'initialsky': initial}
         if music:
             attributes['music'] = music

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "resources/ResourceManager.h"
+#include "sound/Music.h"
 #include "world/geometry/TextForm.h"
 #include "world/level/LevelLoader.h"
 #include "world/level/LevelValues.h"
@@ -179,6 +180,10 @@ void LevelChecker::checkAttribute(const BodyInfo& info, const TiXmlElement* a, c
         for (const std::string& sky : splitTokens(value, ","))
             if (!resourceExists("data/sky/" + sky + ".xml"))
                 report("missing sky " + quoted(sky));
+        break;
+    case Kind::Music:
+        if (!Music::isTrackName(value) || !resourceExists(Music::trackPath(value)))
+            report("missing music track " + quoted(value));
         break;
     case Kind::Level:
         if (!resourceExists(LevelLoader::resourcePath(LevelLoader::levelPath(value))))

@@ -68,7 +68,7 @@ const Doc docs[] = {
     {"wavefile", "", Kind::File, "", "File of timed events the wave controller fires"},
     {"skies", "", Kind::SkyList, "", "Skies this level uses, comma-separated"},
     {"initialsky", "", Kind::Sky, "", "Sky shown when the level starts"},
-    {"music", "", Kind::Text, "", "Music track of the level (data/music/<track>.ogg)"},
+    {"music", "", Kind::Music, "", "Music track played in the level; none plays silence"},
     {"sky", "", Kind::Sky, "", "Sky faded to when the player touches it"},
     {"on", "", Kind::Bool, "", "Starts switched on"},
     {"reverttimer", "", Kind::Float, "0", "Milliseconds before a triggered change reverts; 0 never"},
@@ -282,6 +282,7 @@ const char* LevelSchema::kindName(Kind kind)
     case Kind::SkyList: return "skies";
     case Kind::Level: return "level";
     case Kind::File: return "file";
+    case Kind::Music: return "music track";
     case Kind::Text: break;
     }
     return "text";

@@ -27,6 +27,7 @@ public:
         SkyList,      // comma-separated sky names
         Level,        // level name under maps/, without ".xml"
         File,         // a data file
+        Music,        // music track name (data/music/<name>.ogg)
     };
 
     struct Attribute {

@@ -4,6 +4,7 @@
 
 #include "core/Game.h"
 #include "render/SkyManager.h"
+#include "sound/Music.h"
 #include "world/level/LevelValues.h"
 
 SkyInfo::SkyInfo()
@@ -32,6 +33,8 @@ void SkyInfo::afterTargets()
 {
     GameBody::afterTargets();
     Game* game = Game::current();
+    if (game && game->getMusic() && !music.empty())
+        game->getMusic()->setLevelTrack(music);
     SkyManager* manager = game ? game->getSkyManager() : nullptr;
     if (!manager)
         return;

@@ -1,6 +1,7 @@
 #pragma once
 // Names the skies a level uses: loads every one of "skies" when the level is
 // assembled and shows "initialsky" first; sky transitions switch between them.
+// It also names the level's music ("music", a track of data/music/).
 #include <string>
 
 #include "world/gamebody/GameBody.h"
@@ -14,6 +15,6 @@ public:
 
     std::string skies;
     std::string initialsky;
-    // The level's music track, kept for the music player to pick up.
+    // The level's music track; "" for silence.
     std::string music;
 };

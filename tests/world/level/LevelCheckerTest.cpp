@@ -69,6 +69,7 @@ protected:
         dir.write("maps/next.xml", "<level><Objects><P type=\"spawnpoint\" idname=\"door\"/></Objects></level>");
         dir.write("data/images/ok.png", "png");
         dir.write("data/sky/day.xml", "<sky/>");
+        dir.write("data/music/harbour.ogg", "OggS");
         dir.write("data/sounds/sounds.xml", "<sounds><sound id=\"0\" path=\"data/sounds/hum.wav\"/></sounds>");
         dir.write("data/particles/particles.xml", "<particles><particle id=\"steam\"/></particles>");
     }
@@ -95,7 +96,7 @@ TEST_F(LevelCheckerTest, CleanLevelHasNoProblems)
              "entity=\"true\" targets=\"gate\" texture=\"data/images/ok.png\"") +
         body("soundbody", "hum", square(120, 0) + attribute("sound", "data/sounds/hum.wav")) +
         body("particlesystembody", "fx", square(140, 0) + attribute("SYSTEMID", "steam")) +
-        body("skyinfo", "skies", square(160, 0) + attribute("skies", "day")) +
+        body("skyinfo", "skies", square(160, 0) + attribute("skies", "day") + attribute("music", "harbour")) +
         body("levelchange", "exit2", square(180, 0) + attribute("leveltarget", "next") +
                                          attribute("targetspawn", "door"));
     for (const auto& p : check(level(good)))
@@ -144,6 +145,10 @@ TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
          "", firstExtraLine + 2, "unknown particle effect \"stem\""},
         {"missing sky", body("skyinfo", "s", square(40, 0) + attribute("skies", "day,nite")), "",
          firstExtraLine + 2, "missing sky \"nite\""},
+        {"missing music", body("skyinfo", "s", square(40, 0) + attribute("music", "sea")), "", firstExtraLine + 2,
+         "missing music track \"sea\""},
+        {"music outside its folder", body("skyinfo", "s", square(40, 0) + attribute("music", "../harbour")), "",
+         firstExtraLine + 2, "missing music track \"../harbour\""},
         {"level change to no level", body("levelchange", "l", square(40, 0) + attribute("leveltarget", "nxt")), "",
          firstExtraLine + 2, "\"leveltarget\" names no level: \"nxt\""},
         {"entry spawn point of the next level",
