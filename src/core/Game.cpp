@@ -85,6 +85,7 @@ bool Game::terminateRequested() { return terminateSignalled != 0; }
 bool Game::init()
 {
     std::printf("======== GAME INIT ========\n");
+    loadTiming.initStarted(Clock::profileSeconds());
     starting = true;
     std::signal(SIGTERM, onTerminateSignal);
     std::signal(SIGINT, onTerminateSignal);
@@ -136,6 +137,7 @@ bool Game::init()
     if (GameVar* movie = findVar("movierecord"))
         movie->setInt(0);
     starting = false;
+    loadTiming.initFinished(Clock::profileSeconds());
     if (startupLevel) {
         const auto [name, entry] = *startupLevel;
         startupLevel.reset();

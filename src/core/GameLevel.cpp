@@ -7,6 +7,7 @@
 
 #include "console/Console.h"
 #include "console/ConsolePrint.h"
+#include "core/Clock.h"
 #include "gameplay/IGameplay.h"
 #include "gui/GUIManager.h"
 #include "menus/CutSceneFrame.h"
@@ -31,12 +32,14 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
         startupLevel = {name, entry};
         return;
     }
+    loadTiming.levelRequested(name, Clock::profileSeconds(), frameCount);
     // A level that does not even parse leaves the running one alone.
     if (!canLoadLevel(name)) {
         const std::string path = LevelLoader::levelPath(name);
         std::printf("Could not load level file: %s\n", path.c_str());
         conPrint("Failed to load level: " + path);
         showNotice("Could not load the level " + name);
+        loadTiming.levelFailed();
         // A level change asked for by the level itself is dropped, not
         // retried every frame behind a black screen.
         if (levelPending) {
@@ -58,6 +61,7 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     LevelLoader loader(*this, *getBodyFactory());
     if (!loader.loadLevelFile(name, quadTree)) {
         showNotice("Could not load the level " + name);
+        loadTiming.levelFailed();
         levelPending = false;
         return;
     }
@@ -83,6 +87,7 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     // Leaves do not split while the game runs.
     quadTree.setSplitAllowed(false);
     tickTimer();
+    loadTiming.levelLoaded(Clock::profileSeconds());
 }
 
 bool Game::canLoadLevel(const std::string& name) const
@@ -120,6 +125,7 @@ void Game::requestLevel(const std::string& name, const std::string& entry)
     levelPending = true;
     pendingLevel = name;
     pendingLevelEntry = entry;
+    loadTiming.levelRequested(name, Clock::profileSeconds(), frameCount);
     startFade();
 }
 
