@@ -10,6 +10,14 @@ source "$here/tests/e2e/lib.bash"
 levels=$(cd "$game/maps" && ls *.xml | sed 's/\.xml$//')
 
 for run in $(seq "$runs"); do
+  # A start to the menus, then a start into a level that changes to each level.
+  work=$(make_game_copy "$game")
+  start_game "$work" +set skiplogo 1 +set showloadtimes 1
+  wait_for_log "$work" "^Start-up:" 60
+  stop_game
+  grep -E "^Start-up" "$work/outputlog.txt" | sed "s/^/run $run: /"
+  kill "$XVFB_PID" 2>/dev/null || true
+  rm -rf "$work"
   work=$(make_game_copy "$game")
   # Each level is one key away, so the change starts in a running level.
   args=(+set skiplogo 1 +set showloadtimes 1 +map test)
