@@ -85,7 +85,7 @@ bool Game::terminateRequested() { return terminateSignalled != 0; }
 bool Game::init()
 {
     std::printf("======== GAME INIT ========\n");
-    loadTiming.initStarted(Clock::profileSeconds());
+    loadTiming.initStarted(Clock::profileSeconds(), LoadTiming::processAgeSeconds());
     starting = true;
     std::signal(SIGTERM, onTerminateSignal);
     std::signal(SIGINT, onTerminateSignal);

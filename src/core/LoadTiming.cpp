@@ -28,8 +28,12 @@ std::optional<std::string> LoadTiming::frameShown(double now, double processAge,
         line += milliseconds(now - initStart) + " after game init began";
     else
         line += "shown";
-    if (initStart >= 0.0 && initEnd >= initStart)
-        line += " (game init " + milliseconds(initEnd - initStart) + ")";
+    if (initStart >= 0.0 && initEnd >= initStart) {
+        line += " (";
+        if (initStartAge >= 0.0)
+            line += "before init " + milliseconds(initStartAge) + ", ";
+        line += "game init " + milliseconds(initEnd - initStart) + ")";
+    }
     return line;
 }
 

@@ -9,7 +9,12 @@
 
 class LoadTiming {
 public:
-    void initStarted(double now) { initStart = now; }
+    // processAge as from processAgeSeconds(), for the time before init.
+    void initStarted(double now, double processAge = -1.0)
+    {
+        initStart = now;
+        initStartAge = processAge;
+    }
     void initFinished(double now) { initEnd = now; }
     bool startupPending() const { return !startupReported; }
     // The start-up line, the first time a frame is shown; processAge < 0
@@ -32,6 +37,7 @@ private:
     bool startupReported = false;
     double initStart = -1.0;
     double initEnd = -1.0;
+    double initStartAge = -1.0;
     bool pending = false;
     bool loaded = false;
     std::string level;

@@ -17,9 +17,9 @@ stop_game
 log="$work/outputlog.txt"
 grep -q "^Level change to nosuchlevel" "$log" && fail "a level that did not load was timed"
 line=$(grep -m1 "^Start-up: first frame " "$log") || fail "no start-up time"
-[[ "$line" =~ ^Start-up:\ first\ frame\ ([0-9]+)\ ms\ after\ the\ process\ started\ \(game\ init\ ([0-9]+)\ ms\)$ ]] ||
+[[ "$line" =~ ^Start-up:\ first\ frame\ ([0-9]+)\ ms\ after\ the\ process\ started\ \(before\ init\ ([0-9]+)\ ms,\ game\ init\ ([0-9]+)\ ms\)$ ]] ||
   fail "start-up line malformed: $line"
-(( BASH_REMATCH[1] > 0 && BASH_REMATCH[1] >= BASH_REMATCH[2] )) || fail "start-up times do not add up: $line"
+(( BASH_REMATCH[1] > 0 && BASH_REMATCH[1] >= BASH_REMATCH[2] + BASH_REMATCH[3] )) || fail "start-up times do not add up: $line"
 line=$(grep -m1 "^Level change to armoury:" "$log")
 [[ "$line" =~ first\ drawn\ step\ ([0-9]+)\ ms\ after\ the\ request\ \(loading\ ([0-9]+)\ ms,\ ([0-9]+)\ frames\)$ ]] ||
   fail "level change line malformed: $line"
