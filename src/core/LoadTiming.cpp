@@ -1,3 +1,4 @@
+// The start-up and level-change times, and this process's age read from /proc.
 #include "core/LoadTiming.h"
 
 #include <time.h>
