@@ -32,8 +32,13 @@ for run in $(seq "$runs"); do
   n=0
   for l in $levels; do
     n=$((n + 1))
+    # The start already changed to "test": wait for one more line, not the first.
+    before=$(grep -c "^Level change to $l:" "$work/outputlog.txt" || true)
     xdotool key --window "$win" "$n"
-    wait_for_log "$work" "^Level change to $l:" 60
+    for _ in $(seq 600); do
+      [ "$(grep -c "^Level change to $l:" "$work/outputlog.txt" || true)" -gt "$before" ] && break
+      sleep 0.1
+    done
   done
   stop_game
   grep -E "^(Start-up|Level change)" "$work/outputlog.txt" | sed "s/^/run $run: /"
