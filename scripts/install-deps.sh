@@ -12,6 +12,7 @@ packages=(
   libegl1 libegl-mesa0 libgles2
   libgtest-dev libgmock-dev libbenchmark-dev libbox2d-dev
   xvfb xauth xdotool x11-utils
+  gcovr
   python3 python3-pil python3-numpy
   ttf-bitstream-vera zip unzip vorbis-tools
   desktop-file-utils appstream

@@ -87,6 +87,7 @@ bool Game::terminateRequested() { return terminateSignalled != 0; }
 bool Game::init()
 {
     std::printf("======== GAME INIT ========\n");
+    loadTiming.initStarted(Clock::profileSeconds(), LoadTiming::processAgeSeconds());
     starting = true;
     std::signal(SIGTERM, onTerminateSignal);
     std::signal(SIGINT, onTerminateSignal);
@@ -138,6 +139,7 @@ bool Game::init()
     if (GameVar* movie = findVar("movierecord"))
         movie->setInt(0);
     starting = false;
+    loadTiming.initFinished(Clock::profileSeconds());
     if (startupLevel) {
         const auto [name, entry] = *startupLevel;
         startupLevel.reset();

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/BasicTimer.h"
+#include "core/LoadTiming.h"
 #include "world/geometry/Vector.h"
 #include "input/InputManager.h"
 #include "world/physics/Collision.h"
@@ -390,6 +391,10 @@ protected:
     uint32_t noticeShownAt = 0;
     // The notice in the 2D layer, over the GUI and under the console.
     void drawNotice();
+    LoadTiming loadTiming;
+    // After each frame is shown: prints the start-up and level-change times
+    // when "showloadtimes" is set.
+    void noteFrameShown();
 
     // Looked up once by registerCommands; the registry owns them.
     GameVar* chasecam = nullptr;

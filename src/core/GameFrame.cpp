@@ -81,6 +81,7 @@ void Game::runFrame()
     console->draw();
     renderer->end2D();
     endFrame();
+    noteFrameShown();
     // Outside the world update (menus, pause) the channel counts that cap
     // new sounds must still follow what is playing.
     if (paused || !levelLoaded || !worldRunning || isWorldHeld())

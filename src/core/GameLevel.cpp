@@ -7,6 +7,7 @@
 
 #include "console/Console.h"
 #include "console/ConsolePrint.h"
+#include "core/Clock.h"
 #include "gameplay/IGameplay.h"
 #include "gui/GUIManager.h"
 #include "menus/CutSceneFrame.h"
@@ -41,6 +42,7 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
         startupLevel = {name, entry};
         return;
     }
+    loadTiming.levelRequested(name, Clock::profileSeconds(), frameCount);
     // A level that does not even parse leaves the running one alone. The
     // document read here is the one the level is built from.
     TiXmlDocument document;
@@ -49,6 +51,7 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
         std::printf("Could not load level file: %s\n", path.c_str());
         conPrint("Failed to load level: " + path);
         showNotice("Could not load the level " + name);
+        loadTiming.levelFailed();
         // A level change asked for by the level itself is dropped, not
         // retried every frame behind a black screen.
         if (levelPending) {
@@ -70,6 +73,7 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     LevelLoader loader(*this, *getBodyFactory());
     if (!loader.loadLevelDocument(name, document, quadTree)) {
         showNotice("Could not load the level " + name);
+        loadTiming.levelFailed();
         levelPending = false;
         return;
     }
@@ -95,6 +99,7 @@ void Game::loadLevel(const std::string& name, const std::string& entry)
     // Leaves do not split while the game runs.
     quadTree.setSplitAllowed(false);
     tickTimer();
+    loadTiming.levelLoaded(Clock::profileSeconds());
 }
 
 bool Game::canLoadLevel(const std::string& name) const
@@ -131,6 +136,7 @@ void Game::requestLevel(const std::string& name, const std::string& entry)
     levelPending = true;
     pendingLevel = name;
     pendingLevelEntry = entry;
+    loadTiming.levelRequested(name, Clock::profileSeconds(), frameCount);
     startFade();
 }
 
