@@ -194,6 +194,7 @@ private:
     GameVar* showFps = nullptr;
     GameVar* rbodyString = nullptr;
     GameVar* bloomBlurPixels = nullptr;
+    GameVar* glowStrength = nullptr;
     GameVar* vidWidth = nullptr;
     GameVar* vidHeight = nullptr;
     GameVar* drawBodies = nullptr;
