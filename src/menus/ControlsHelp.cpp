@@ -13,9 +13,9 @@
 
 namespace {
 constexpr float frameWidth = 620.0f;
-constexpr float labelWidth = 150.0f;
-constexpr float keyWidth = 150.0f;
-constexpr float mouseWidth = 120.0f;
+constexpr float labelWidth = 140.0f;
+constexpr float keyWidth = 140.0f;
+constexpr float mouseWidth = 100.0f;
 constexpr float padWidth = frameWidth - 40.0f - labelWidth - keyWidth - mouseWidth;
 constexpr float headingsY = 38.0f;
 constexpr float rowsY = 60.0f;

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <ostream>
 
+#include "console/GameVar.h"
+
 namespace {
 // Each of the four glow copies adds a tenth of the capture.
 constexpr float glowCopyWeight = 0.1f;
