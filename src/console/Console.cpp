@@ -316,7 +316,8 @@ void Console::draw()
         return;
     // The whole console grows with the interface scale; fewer lines fit.
     const GameVar* uiScale = findVar("uiscale");
-    const float scale = uiScale ? std::clamp(uiScale->floatValue, 1.0f, 2.0f) : 1.0f;
+    const float wanted = uiScale ? uiScale->floatValue : 1.0f;
+    const float scale = std::isfinite(wanted) ? std::clamp(wanted, 1.0f, 2.0f) : 1.0f;
     struct ScaleGuard {
         IRenderer& r;
         ~ScaleGuard() { r.setInterfaceScale(1.0f); }

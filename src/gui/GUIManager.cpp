@@ -1,6 +1,7 @@
 #include "gui/GUIManager.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "console/GameVar.h"
 #include "console/VariableRegistry.h"
@@ -153,7 +154,9 @@ float GUIManager::fittingScale(float wanted, int w, int h)
 {
     constexpr float roomW = 640.0f, roomH = 480.0f;
     const float room = std::min(static_cast<float>(w) / roomW, static_cast<float>(h) / roomH);
-    return std::max(1.0f, std::min(std::clamp(wanted, 1.0f, 2.0f), room));
+    if (!std::isfinite(wanted) || !(room >= 1.0f))
+        return 1.0f;
+    return std::min(std::clamp(wanted, 1.0f, 2.0f), room);
 }
 
 void GUIManager::followScale()

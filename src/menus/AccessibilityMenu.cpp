@@ -28,7 +28,9 @@ public:
 const std::vector<AccessibilityMenu::Option>& AccessibilityMenu::options()
 {
     static const std::vector<Option> rows = {
-        {"Interface size:", "uiscale", {{"100%", "1"}, {"125%", "1.25"}, {"150%", "1.5"}, {"175%", "1.75"}, {"200%", "2"}}},
+        {"Interface size:",
+         "uiscale",
+         {{"100%", "1"}, {"125%", "1.25"}, {"150%", "1.5"}, {"175%", "1.75"}, {"200%", "2"}}},
         {"Fire:", "firetoggle", {{"Hold", "0"}, {"Toggle", "1"}}},
         {"Grappling hook:", "hooktoggle", {{"Hold", "0"}, {"Toggle", "1"}}},
         {"Screen flashes:", "flashes", {{"Off", "0"}, {"Low", "1"}, {"Full", "2"}}},

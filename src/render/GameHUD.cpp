@@ -274,7 +274,8 @@ void GameHUD::scaleItem(HudItem& item, int px, int py)
 void GameHUD::applyOptions()
 {
     highContrast = contrastVar && contrastVar->intValue != 0;
-    const float wanted = uiScaleVar ? std::clamp(uiScaleVar->floatValue, 1.0f, 2.0f) : interfaceScale;
+    const float set = uiScaleVar ? uiScaleVar->floatValue : interfaceScale;
+    const float wanted = std::isfinite(set) ? std::clamp(set, 1.0f, 2.0f) : 1.0f;
     if (wanted == interfaceScale)
         return;
     interfaceScale = wanted;
@@ -520,7 +521,8 @@ void GameHUD::drawContrastPanels(IRenderer& renderer)
             const auto* text = dynamic_cast<const TextHudItem*>(item);
             const int w = item->pixelWidth > 0 ? item->pixelWidth
                                                : static_cast<int>(text ? text->lineHeight() * 3.0f : 0.0f);
-            const int h = item->pixelHeight > 0 ? item->pixelHeight : static_cast<int>(text ? text->lineHeight() : 0.0f);
+            const int h =
+                item->pixelHeight > 0 ? item->pixelHeight : static_cast<int>(text ? text->lineHeight() : 0.0f);
             // Text hangs from its baseline's line box; icons from their top.
             const int itemTop = text ? item->pixelY + h : item->pixelY;
             left = std::min(left, item->pixelX);

@@ -2,6 +2,8 @@
 
 #include <SDL.h>
 
+#include <cmath>
+
 #include "gui/Button.h"
 #include "gui/Frame.h"
 #include "gui/GUITestSupport.h"
@@ -288,7 +290,7 @@ TEST_F(GUIManagerTest, InterfaceScaleGrowsTheTreeAsFarAsTheWindowHasRoom)
     // Every screen keeps the 640 x 480 units it is laid out in.
     const Case cases[] = {{2.0f, 1920, 1080, 2.0f}, {2.0f, 640, 480, 1.0f}, {2.0f, 1024, 768, 1.6f},
                           {1.5f, 1920, 1080, 1.5f}, {5.0f, 3840, 2160, 2.0f}, {0.2f, 1920, 1080, 1.0f},
-                          {2.0f, 320, 200, 1.0f}};
+                          {2.0f, 320, 200, 1.0f},   {std::nanf(""), 1920, 1080, 1.0f}};
     for (const Case& c : cases)
         EXPECT_FLOAT_EQ(GUIManager::fittingScale(c.wanted, c.w, c.h), c.scale) << c.w << "x" << c.h;
 
