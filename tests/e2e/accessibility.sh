@@ -33,7 +33,8 @@ frame_top() {
   echo $((VH - top))
 }
 widget() { echo $(($(frame_left "$1") + $3 + $5 / 2)) $(($(frame_top "$2") + $4 + $6 / 2)); }
-taskbar() { echo $(((VW - 410) / 2 + $1 * 140 + 65)) $((VH - 22)); }
+# Over a level the task bar has four buttons (Save Game among them).
+taskbar() { echo $(((VW - 550) / 2 + $1 * 140 + 65)) $((VH - 22)); }
 page_next() {
   awk -v W="$VW" -v H="$VH" 'BEGIN {
     s = (W - 40) / 640; t = (H - 90) / 400; if (t < s) s = t; if (s < 0.5) s = 0.5
@@ -95,9 +96,10 @@ run_flow() {
   keys F1
   sleep 0.5
   keys Escape
-  click $(taskbar 1)
+  click $(taskbar 2)
   snap options
   click $(widget 240 264 20 172 200 32)
+  sleep 1
   snap accessibility
   check_no_missing_media
   stop_game
