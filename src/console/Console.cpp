@@ -314,10 +314,19 @@ void Console::draw()
     IRenderer* renderer = game ? game->getRenderer() : nullptr;
     if (!renderer)
         return;
-    const float screenW = static_cast<float>(width);
-    const float screenH = static_cast<float>(height);
+    // The whole console grows with the interface scale; fewer lines fit.
+    const GameVar* uiScale = findVar("uiscale");
+    const float wanted = uiScale ? uiScale->floatValue : 1.0f;
+    const float scale = std::isfinite(wanted) ? std::clamp(wanted, 1.0f, 2.0f) : 1.0f;
+    struct ScaleGuard {
+        IRenderer& r;
+        ~ScaleGuard() { r.setInterfaceScale(1.0f); }
+    } guard{*renderer};
+    renderer->setInterfaceScale(scale);
+    const float screenW = static_cast<float>(width) / scale;
+    const float screenH = static_cast<float>(height) / scale;
     const int band = bandHeight(height, conHeight ? conHeight->floatValue : 0.5f);
-    const float bandBottom = screenH - static_cast<float>(band);
+    const float bandBottom = screenH - static_cast<float>(band) / scale;
     updateBackgroundColour();
 
     renderer->setTexturing(false);

@@ -62,7 +62,7 @@ DemoManager::~DemoManager() { CommandRegistry::instance().watcher = nullptr; }
 
 const std::vector<std::string>& DemoManager::simulationVars()
 {
-    static const std::vector<std::string> names = {"gravity", "movemode", "maxgibs"};
+    static const std::vector<std::string> names = {"gravity", "movemode", "maxgibs", "difficulty"};
     return names;
 }
 
@@ -226,7 +226,11 @@ bool DemoManager::startPlayback(const std::string& demoName, Mode playMode)
         return false;
     }
     savedVars.clear();
-    for (const auto& [var, value] : demo.vars) {
+    // Demos from before difficulty existed were played at normal.
+    std::vector<std::pair<std::string, std::string>> vars = demo.vars;
+    if (std::none_of(vars.begin(), vars.end(), [](const auto& v) { return v.first == "difficulty"; }))
+        vars.emplace_back("difficulty", "1");
+    for (const auto& [var, value] : vars) {
         GameVar* v = findVar(var);
         if (!v) {
             say("Demo " + demoName + ": the game has no variable " + var + "; ignored");

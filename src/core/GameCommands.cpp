@@ -13,6 +13,7 @@
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
 #include "gui/WidgetGallery.h"
+#include "menus/ControlsHelp.h"
 #include "particles/ParticleCommands.h"
 #include "render/LevelShot.h"
 #include "render/SkyManager.h"
@@ -88,6 +89,8 @@ void GameCommands::registerAll(Game& game)
     registerCommand("unlock mouse from frame", "unlockmouse", [] { SDL_WM_GrabInput(SDL_GRAB_OFF); });
     registerCommand("debug res test", "resdbg", [&game] { game.changeVideoMode(1024, 768, false); });
     registerCommand("debug gui: open the widget gallery", "guidbg", [&game] { WidgetGallery::open(game); });
+    registerCommand("show or hide the controls and what each is bound to", "controlshelp",
+                    [&game] { ControlsHelp::toggle(game); });
 
     registerCommand("load a map", "map", [&game] {
         game.loadLevel(registry().argumentCount > 0 ? registry().arguments[0] : std::string("test.xml"), "");

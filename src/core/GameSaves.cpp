@@ -14,7 +14,10 @@
 
 #include "console/Console.h"
 #include "console/ConsolePrint.h"
+#include "console/GameVar.h"
+#include "console/VariableRegistry.h"
 #include "core/SaveInfo.h"
+#include "gameplay/Difficulty.h"
 #include "gameplay/GameplaySingleton.h"
 #include "gameplay/IGameplay.h"
 #include "gui/GUIManager.h"
@@ -99,6 +102,7 @@ void Game::buildSave(TiXmlDocument& document)
     save->SetAttribute("version", 1);
     save->SetAttribute("currentlevel", currentLevel);
     save->SetAttribute("nextbodyid", nextBodyId);
+    save->SetAttribute("difficulty", Difficulty::current());
     LevelLoader::writeObjects(save, bodies);
     if (gameplay)
         gameplay->save(save);
@@ -214,6 +218,10 @@ void Game::loadGame(const std::string& name)
     std::printf("Loading save game: %s\n", path.c_str());
     // "version" is written for the readers of the file; it changes nothing here.
     const int savedNextId = readInt(attributeText(save, "nextbodyid"));
+    // A save plays on at the difficulty it was started with; older saves have none.
+    if (const std::string saved = attributeText(save, "difficulty"); !saved.empty())
+        if (GameVar* var = findVar("difficulty"))
+            var->setInt(Difficulty::clampLevel(readInt(saved)));
 
     quadTree.setSplitAllowed(true);
     unloadLevel();

@@ -1,5 +1,10 @@
 #include "gui/GUIManager.h"
 
+#include <algorithm>
+#include <cmath>
+
+#include "console/GameVar.h"
+#include "console/VariableRegistry.h"
 #include "core/Game.h"
 #include "gui/DefaultGUIFactory.h"
 #include "input/InputManager.h"
@@ -33,9 +38,9 @@ void GUIManager::mouseMove(float x, float y, float dx, float dy)
     hover(under);
     if (dragging) {
         if (focus)
-            focus->mouseDrag(dx, dy);
+            focus->mouseDrag(dx / scale, dy / scale);
     } else if (under && under == before) {
-        under->mouseDrag(dx, dy);
+        under->mouseDrag(dx / scale, dy / scale);
     }
 }
 
@@ -53,9 +58,9 @@ void GUIManager::placeCursor(float x, float y)
     dropStale();
     // Window rows count down; the widgets count up from the bottom.
     if (screenHeight > 0)
-        cursor = Vector(x, static_cast<float>(screenHeight) - y, 0.0f);
+        cursor = Vector(x / scale, (static_cast<float>(screenHeight) - y) / scale, 0.0f);
     else
-        cursor = screenMouse;
+        cursor = Vector(screenMouse.x / scale, screenMouse.y / scale, 0.0f);
 }
 
 void GUIManager::mouseDown(float x, float y, int button)
@@ -116,8 +121,10 @@ GUIComponent* GUIManager::keyTarget()
 void GUIManager::activate()
 {
     // The mouse moved while another target had it: the cursor starts where it is now.
-    if (Game* g = Game::current())
-        cursor = *g->getInputManager().getScreenMouse();
+    if (Game* g = Game::current()) {
+        const Vector* mouse = g->getInputManager().getScreenMouse();
+        cursor = Vector(mouse->x / scale, mouse->y / scale, 0.0f);
+    }
     if (GUIComponent* main = root.findComponent("maininterface"))
         main->toggle();
 }
@@ -134,18 +141,44 @@ void GUIManager::draw(IRenderer& renderer)
 {
     if (!cursorVisible)
         return;
+    followScale();
+    renderer.setInterfaceScale(scale);
     root.draw(renderer);
     renderer.setTexturing(true);
     renderer.setColour(255.0f, 255.0f, 255.0f, 255.0f);
     renderer.drawImage(cursor.x, cursor.y, 0.0f, cursorWidth, cursorHeight, cursorImage);
+    renderer.setInterfaceScale(1.0f);
+}
+
+float GUIManager::fittingScale(float wanted, int w, int h)
+{
+    constexpr float roomW = 640.0f, roomH = 480.0f;
+    const float room = std::min(static_cast<float>(w) / roomW, static_cast<float>(h) / roomH);
+    if (!std::isfinite(wanted) || !(room >= 1.0f))
+        return 1.0f;
+    return std::min(std::clamp(wanted, 1.0f, 2.0f), room);
+}
+
+void GUIManager::followScale()
+{
+    const GameVar* wanted = findVar("uiscale");
+    if (screenWidth > 0 && fittingScale(wanted ? wanted->floatValue : 1.0f, screenWidth, screenHeight) != scale)
+        setScreenSize(screenWidth, screenHeight);
 }
 
 void GUIManager::setScreenSize(int w, int h)
 {
     screenWidth = w;
     screenHeight = h;
-    root.setBounds(0.0f, static_cast<float>(h), static_cast<float>(w), static_cast<float>(h));
-    root.update(static_cast<float>(w), static_cast<float>(h));
+    const GameVar* wanted = findVar("uiscale");
+    const float before = scale;
+    scale = fittingScale(wanted ? wanted->floatValue : 1.0f, w, h);
+    // The cursor stays over the same spot of the window.
+    cursor = Vector(cursor.x * before / scale, cursor.y * before / scale, 0.0f);
+    const float unitsW = static_cast<float>(w) / scale;
+    const float unitsH = static_cast<float>(h) / scale;
+    root.setBounds(0.0f, unitsH, unitsW, unitsH);
+    root.update(unitsW, unitsH);
 }
 
 void GUIManager::setFocus(GUIComponent* component)

@@ -40,8 +40,14 @@ public:
     // The tree, then the cursor on top; only while the GUI is visible.
     // Called by the Game every frame inside 2D mode.
     void draw(IRenderer& renderer);
-    // The root covers the new window and every widget hears the new size.
+    // The root covers the new window and every widget hears the new size
+    // (in interface units: window pixels divided by the interface scale).
     void setScreenSize(int w, int h);
+    // The interface scale for a window: the wanted one (`uiscale`), held so
+    // the window keeps at least 640 x 480 units, the room every screen is
+    // laid out in, and never below 1.
+    static float fittingScale(float wanted, int w, int h);
+    float getScale() const { return scale; }
     // Ignored for null, for a component without a parent (the root) and for
     // the current focus. A focusable widget comes to the front of its parent.
     void setFocus(GUIComponent* component);
@@ -61,8 +67,9 @@ public:
     // earlier and has not come up yet.
     bool isKeyRepeat() const { return keyRepeat; }
     const Vector& getCursor() const { return cursor; }
-    int getScreenWidth() const { return screenWidth; }
-    int getScreenHeight() const { return screenHeight; }
+    // The window in interface units.
+    int getScreenWidth() const { return static_cast<int>(static_cast<float>(screenWidth) / scale); }
+    int getScreenHeight() const { return static_cast<int>(static_cast<float>(screenHeight) / scale); }
     IGUIFactory& getFactory() { return *factory; }
 
 private:
@@ -85,7 +92,11 @@ private:
     std::set<int> heldKeys;
     bool keyRepeat = false;
     bool cursorVisible = false;
+    // Lays the tree out again when `uiscale` has changed.
+    void followScale();
+
     int screenWidth = 0;
     int screenHeight = 0;
+    float scale = 1.0f;
     std::unique_ptr<IGUIFactory> factory;
 };

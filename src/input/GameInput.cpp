@@ -75,7 +75,7 @@ void GameInput::deactivate()
 
 void GameInput::step(Body*, float) {}
 void GameInput::update(Body*) {}
-void GameInput::releaseAll() {}
+void GameInput::releaseAll() { latched.clear(); }
 
 void GameInput::mouseMove(float, float, float dx, float dy)
 {
@@ -109,7 +109,29 @@ void GameInput::keyDown(int, int, const std::string& keyName)
     // While a demo plays only keys that leave the world alone still work.
     if (demoPlaying() && !worksDuringDemo(it->second))
         return;
+    // A toggled control: the press starts it, the next press stops it. The
+    // commands run are plain presses and releases, so demos need no setting.
+    if (isToggled(it->second)) {
+        if (latched.erase(it->second) > 0) {
+            for (const std::string& command : releaseCommands(it->second))
+                runText(command);
+            return;
+        }
+        latched.insert(it->second);
+    }
     runText(it->second);
+}
+
+bool GameInput::isToggled(const std::string& text)
+{
+    static const std::pair<const char*, const char*> toggles[] = {
+        {"+attack", "firetoggle"}, {"+fire 1", "hooktoggle"}, {"+grapple", "hooktoggle"}};
+    for (const auto& [command, var] : toggles)
+        if (text == command) {
+            const GameVar* on = findVar(var);
+            return on && on->intValue != 0;
+        }
+    return false;
 }
 
 bool GameInput::worksDuringDemo(const std::string& text)
@@ -128,7 +150,8 @@ void GameInput::keyUp(int, int, const std::string& keyName)
     if (demoPlaying())
         return;
     auto it = bindings.find(key);
-    if (it == bindings.end())
+    // A toggled control's presses do it all.
+    if (it == bindings.end() || latched.count(it->second) > 0 || isToggled(it->second))
         return;
     for (const std::string& command : releaseCommands(it->second))
         runText(command);

@@ -79,6 +79,9 @@ protected:
     // Hands text to the command registry and runs it (a demo being
     // recorded notes it first).
     static void runText(const std::string& text);
+    // Whether a binding is a fire or hook control the player set to toggle
+    // (`firetoggle`, `hooktoggle`).
+    static bool isToggled(const std::string& text);
     // A demo is being played: it, not the keys, steers the game.
     static bool demoPlaying();
     // Bound text a key may still run during a playback (screenshots, stop).
@@ -88,6 +91,8 @@ protected:
     // Keys and buttons down now: the window system repeats a held key's
     // press, and a binding must run once per press, not 33 times a second.
     std::set<std::string> heldKeys;
+    // Toggled bindings switched on by their last press.
+    std::set<std::string> latched;
     std::map<int, std::string> mouseNames;
     GameVar* sensitivity = nullptr;
     float aimStick[2] = {0.0f, 0.0f};

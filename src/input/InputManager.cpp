@@ -101,15 +101,7 @@ void InputManager::escapePressed(bool& dispatch)
     if (!gui)
         return;
     if (!gui->isVisible()) {
-        Game* g = Game::current();
-        // The menus draw over a still of the game.
-        if (g && g->getRenderer())
-            g->getRenderer()->grabScreen();
-        gui->setVisible(true);
-        setTarget("gui");
-        std::printf("Show GUI\n");
-        if (g)
-            g->setWorldRunning(false);
+        showGUI();
         dispatch = false;
         return;
     }
@@ -208,6 +200,21 @@ void InputManager::setTarget(const std::string& name)
         old->deactivate();
     if (InputTarget* now = getCurrent())
         now->activate();
+}
+
+void InputManager::showGUI()
+{
+    if (!gui || gui->isVisible())
+        return;
+    Game* g = Game::current();
+    // The menus draw over a still of the game.
+    if (g && g->getRenderer())
+        g->getRenderer()->grabScreen();
+    gui->setVisible(true);
+    setTarget("gui");
+    std::printf("Show GUI\n");
+    if (g)
+        g->setWorldRunning(false);
 }
 
 void InputManager::hideGUI()

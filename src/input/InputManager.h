@@ -69,6 +69,8 @@ public:
     void setTarget(const std::string& name);
     // Back to the game from the GUI, when a level is loaded and the GUI shows.
     void hideGUI();
+    // The GUI over a still of the game, taking the input; nothing when it shows.
+    void showGUI();
 
     // Reads the key names; false (with a line in the log) when the file cannot
     // be read or parsed.

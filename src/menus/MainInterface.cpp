@@ -6,7 +6,9 @@
 #include "core/Game.h"
 #include "gui/Button.h"
 #include "gui/GUIManager.h"
+#include "menus/AccessibilityMenu.h"
 #include "menus/BouncingSmileys.h"
+#include "menus/ControlsHelp.h"
 #include "menus/ControlsMenu.h"
 #include "menus/CutSceneFrame.h"
 #include "menus/LoadGameMenu.h"
@@ -50,6 +52,8 @@ MainInterface::MainInterface() : smileys(std::make_unique<BouncingSmileys>())
     cutScene = add(std::make_unique<CutSceneFrame>());
     // Screens start hidden except the main menu; the first is on top.
     add(std::make_unique<ControlsMenu>())->setEnabled(false);
+    add(std::make_unique<AccessibilityMenu>())->setEnabled(false);
+    add(std::make_unique<ControlsHelp>())->setEnabled(false);
     add(std::make_unique<VideoMenu>())->setEnabled(false);
     add(std::make_unique<SoundMenu>())->setEnabled(false);
     add(std::make_unique<OptionsMenu>())->setEnabled(false);

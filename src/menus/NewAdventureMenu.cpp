@@ -4,13 +4,17 @@
 #include <fstream>
 
 #include "console/ConsolePrint.h"
+#include "console/GameVar.h"
+#include "console/VariableRegistry.h"
 #include "core/Game.h"
+#include "gameplay/Difficulty.h"
 #include "gui/Button.h"
 #include "gui/ListBox.h"
 #include "gui/TextBox.h"
 #include "gui/TextContainer.h"
 #include "gui/GUIManager.h"
 #include "gui/TextView.h"
+#include "gui/ValueBox.h"
 #include "menus/ScreenListener.h"
 
 namespace {
@@ -31,7 +35,7 @@ public:
 bool fileExists(const std::string& path) { return std::ifstream(path).good(); }
 }
 
-NewAdventureMenu::NewAdventureMenu() : MenuFrame("Choose Adventure", screenName, frameWidth, 330.0f)
+NewAdventureMenu::NewAdventureMenu() : MenuFrame("Choose Adventure", screenName, frameWidth, 364.0f)
 {
     auto listBox = std::make_unique<ListBox>();
     listBox->setBounds(15.0f, 42.0f, 190.0f, 160.0f);
@@ -44,23 +48,32 @@ NewAdventureMenu::NewAdventureMenu() : MenuFrame("Choose Adventure", screenName,
     text->setName("description");
     description = addRelative(std::move(text));
 
-    addLabel("Save game name:", 15.0f, 214.0f, 130.0f, 26.0f);
+    addLabel("Difficulty:", 15.0f, 214.0f, 130.0f, 26.0f);
+    auto levels = std::make_unique<ValueBox>();
+    levels->setBounds(150.0f, 214.0f, 170.0f, 26.0f);
+    levels->setValues({Difficulty::name(Difficulty::easy), Difficulty::name(Difficulty::normal),
+                       Difficulty::name(Difficulty::hard)});
+    levels->setName("difficulty");
+    difficulty = addRelative(std::move(levels));
+
+    constexpr float rowY = 248.0f;
+    addLabel("Save game name:", 15.0f, rowY, 130.0f, 26.0f);
     auto box = std::make_unique<TextBox>();
-    box->setBounds(150.0f, 214.0f, 170.0f, 26.0f);
+    box->setBounds(150.0f, rowY, 170.0f, 26.0f);
     box->setMaxLength(Game::maxSaveNameLength);
     box->setText("save1");
     box->setName("savename");
     box->setCommand("begin");
     saveName = addRelative(std::move(box));
     forwardActions(*saveName);
-    addButton("Begin!", "begin", frameWidth - 135.0f, 212.0f, 120.0f, 30.0f, true);
+    addButton("Begin!", "begin", frameWidth - 135.0f, rowY - 2.0f, 120.0f, 30.0f, true);
 
     addLabel("Up to " + std::to_string(Game::maxSaveNameLength) +
                  " letters, digits, spaces, '-', '_' or '.'",
-             15.0f, 244.0f, frameWidth - 30.0f, 16.0f);
+             15.0f, rowY + 30.0f, frameWidth - 30.0f, 16.0f);
 
     auto note = std::make_unique<TextContainer>();
-    note->setBounds(15.0f, 262.0f, frameWidth - 30.0f, 56.0f);
+    note->setBounds(15.0f, rowY + 48.0f, frameWidth - 30.0f, 56.0f);
     note->setName("message");
     message = addRelative(std::move(note));
     addActionListener(std::make_unique<NewAdventureMenuListener>(*this));
@@ -76,6 +89,7 @@ void NewAdventureMenu::onShow()
         list->select(0);
     // Each new game starts from a name no save has yet.
     saveName->setText(freeSaveName());
+    difficulty->setValue(Difficulty::name(Difficulty::current()));
     say("");
     showSelection();
 }
@@ -137,6 +151,9 @@ bool NewAdventureMenu::begin()
     const Adventure& adventure = adventures[i >= 0 && i < static_cast<int>(adventures.size())
                                                 ? static_cast<size_t>(i)
                                                 : 0];
+    // Chosen before the first level loads, so its pickups and the save follow it.
+    if (GameVar* var = findVar("difficulty"))
+        var->setInt(difficulty->getIndex());
     // A new adventure starts a new player, not the last run's.
     if (game->canLoadLevel(adventure.startlevel))
         game->resetPlayer();

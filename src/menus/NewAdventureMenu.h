@@ -1,7 +1,7 @@
 #pragma once
-// "Choose Adventure": pick an adventure, name the save game and begin. The
-// save name must be new; beginning loads the adventure's start level, plays
-// the adventure's opening cut scene and creates the save.
+// "Choose Adventure": pick an adventure and its difficulty, name the save
+// game and begin. The save name must be new; beginning loads the adventure's
+// start level, plays the adventure's opening cut scene and creates the save.
 #include <string>
 #include <vector>
 
@@ -12,6 +12,7 @@ class ListBox;
 class TextBox;
 class TextContainer;
 class TextView;
+class ValueBox;
 
 class NewAdventureMenu : public MenuFrame {
 public:
@@ -30,6 +31,7 @@ public:
     const std::vector<Adventure>& getAdventures() const { return adventures; }
     ListBox& getList() { return *list; }
     TextBox& getSaveName() { return *saveName; }
+    ValueBox& getDifficulty() { return *difficulty; }
     const std::string& getMessage() const;
 
     // "save1", "save2"...: the first name no save game has.
@@ -42,5 +44,6 @@ private:
     ListBox* list = nullptr;
     TextView* description = nullptr;
     TextBox* saveName = nullptr;
+    ValueBox* difficulty = nullptr;
     TextContainer* message = nullptr;
 };

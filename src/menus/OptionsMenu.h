@@ -1,5 +1,6 @@
 #pragma once
-// Opens the video, sound and controls screens.
+// Opens the video, sound, controls and accessibility screens and the
+// controls help.
 #include "menus/MenuFrame.h"
 
 class OptionsMenu : public MenuFrame {

@@ -1,6 +1,7 @@
 #include "render/GameHUD.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <tuple>
 #include <utility>
@@ -51,6 +52,7 @@ void placeMessage(TextHudItem& item, FontRenderer& font, int preferredX, int scr
 
 GameHUD::GameHUD() : Hud(640, 480)
 {
+    keepProportions = true;
     flashCycler.minimum = 50.0f;
     flashCycler.maximum = 150.0f;
     flashCycler.current = 100.0f;
@@ -68,6 +70,10 @@ void GameHUD::init()
         createUpgradeScreen();
     }
     lowHealthFlashVar = findVar("lowhealthflash");
+    uiScaleVar = findVar("uiscale");
+    contrastVar = findVar("hudcontrast");
+    flashesVar = findVar("flashes");
+    applyOptions();
 }
 
 ImageHudItem* GameHUD::addImage(int px, int py, int w, int h, const std::string& base)
@@ -153,6 +159,7 @@ void GameHUD::createWeaponStrip()
         icon->clamp = true;
         icon->visible = false;
         stripIcons[static_cast<size_t>(slot - 1)] = icon;
+        icon->anchorX = HudItem::Anchor::Centre;
     }
     stripHighlight = addImage(150, 476, 40, 24, "weaponselected");
     stripHighlight->clamp = true;
@@ -160,8 +167,11 @@ void GameHUD::createWeaponStrip()
     stripHighlight->glowSteps = 1;
     stripHighlight->glowAlphaStep = 150;
     stripHighlight->visible = false;
-    stripName = addText(100, 444, 18, true, false);
+    stripName = addText(150, 444, 18, true, false);
     stripName->visible = false;
+    // The strip is one group centred at the top.
+    for (HudItem* item : {static_cast<HudItem*>(stripHighlight), static_cast<HudItem*>(stripName)})
+        item->anchorX = HudItem::Anchor::Centre;
 }
 
 void GameHUD::createUpgradeScreen()
@@ -192,7 +202,85 @@ void GameHUD::createUpgradeScreen()
         upgradeRows.push_back(rowText);
         rowY -= 15;
     }
+    // The upgrade screen stays one panel in the middle of the window.
+    const auto centre = [](HudItem* item) { item->anchorX = item->anchorY = HudItem::Anchor::Centre; };
+    for (HudItem* item : {static_cast<HudItem*>(upgradePanel), static_cast<HudItem*>(upgradeTitle),
+                          static_cast<HudItem*>(upgradeCurrentLevel), static_cast<HudItem*>(upgradeCash),
+                          static_cast<HudItem*>(upgradeUntilNext)})
+        centre(item);
+    for (UpgradeLevelText* rowText : upgradeRows)
+        centre(rowText);
     setUpgradeScreen(false);
+}
+
+bool GameHUD::isStripItem(const HudItem& item) const
+{
+    return &item == stripHighlight || &item == stripName ||
+           std::find(stripIcons.begin(), stripIcons.end(), &item) != stripIcons.end();
+}
+
+namespace {
+// Design extents of the strip (highlight included) and of the two panels beside it.
+constexpr int stripLeft = 146;
+constexpr int stripRight = 492;
+constexpr int stripTop = 476;
+constexpr int statusRight = 125;
+constexpr int weaponLeft = 500;
+constexpr int panelsBottom = 400;
+}
+
+bool GameHUD::isUpgradeItem(const HudItem& item) const
+{
+    return &item == upgradePanel || &item == upgradeTitle || &item == upgradeCurrentLevel || &item == upgradeCash ||
+           &item == upgradeUntilNext || std::find(upgradeRows.begin(), upgradeRows.end(), &item) != upgradeRows.end();
+}
+
+float GameHUD::scaleFor(const HudItem& item) const
+{
+    const float scale = Hud::scaleFor(item);
+    if (isUpgradeItem(item)) {
+        // The panel reaches 260 units right of the centre and 170 below it.
+        const float fit = std::min(static_cast<float>(screenWidth) / 2.0f / 260.0f,
+                                   static_cast<float>(screenHeight) / 2.0f / 170.0f);
+        return std::max(0.1f, std::min(scale, fit));
+    }
+    if (!isStripItem(item))
+        return scale;
+    constexpr float margin = 8.0f;
+    const float fit = (static_cast<float>(screenWidth) - 2.0f * margin) / static_cast<float>(stripRight - stripLeft);
+    return std::max(0.1f, std::min(scale, fit));
+}
+
+void GameHUD::scaleItem(HudItem& item, int px, int py)
+{
+    Hud::scaleItem(item, px, py);
+    if (!isStripItem(item))
+        return;
+    // Beside the panels when it fits between them, else under the weapon panel.
+    const float panel = uniformScale();
+    const float strip = scaleFor(item);
+    const float half = static_cast<float>(screenWidth) / 2.0f;
+    const float left = half + static_cast<float>(stripLeft - designWidth / 2) * strip;
+    const float right = half + static_cast<float>(stripRight - designWidth / 2) * strip;
+    const float statusEdge = static_cast<float>(statusRight) * panel;
+    const float weaponEdge = static_cast<float>(screenWidth) - static_cast<float>(designWidth - weaponLeft) * panel;
+    if (left >= statusEdge && right <= weaponEdge)
+        return;
+    const float drop = static_cast<float>(designHeight - panelsBottom) * panel -
+                       static_cast<float>(designHeight - stripTop) * strip;
+    item.pixelY -= static_cast<int>(std::lround(drop));
+}
+
+void GameHUD::applyOptions()
+{
+    highContrast = contrastVar && contrastVar->intValue != 0;
+    const float set = uiScaleVar ? uiScaleVar->floatValue : interfaceScale;
+    const float wanted = std::isfinite(set) ? std::clamp(set, 1.0f, 2.0f) : 1.0f;
+    if (wanted == interfaceScale)
+        return;
+    interfaceScale = wanted;
+    if (screenWidth > 0 && screenHeight > 0)
+        resize(screenWidth, screenHeight);
 }
 
 void GameHUD::levelReset()
@@ -384,8 +472,15 @@ void GameHUD::dimUnaffordableUpgrades()
 
 bool GameHUD::lowHealthFlashActive() const
 {
-    const bool enabled = !lowHealthFlashVar || lowHealthFlashVar->intValue >= 1;
+    const bool enabled = (!lowHealthFlashVar || lowHealthFlashVar->intValue >= 1) && flashShare() > 0.0f;
     return player && enabled && player->health <= 55 && !player->dead;
+}
+
+float GameHUD::flashShare() const
+{
+    // Off, low and full: low keeps the warning without the glare.
+    const int level = flashesVar ? flashesVar->intValue : 2;
+    return level <= 0 ? 0.0f : level == 1 ? 0.35f : 1.0f;
 }
 
 void GameHUD::drawLowHealthFlash(IRenderer& renderer, float frameTime)
@@ -402,7 +497,7 @@ void GameHUD::drawLowHealthFlash(IRenderer& renderer, float frameTime)
         flashCycler.maximum = 150.0f;
     }
     flashCycler.update(frameTime);
-    renderer.setColour(255.0f, 0.0f, 0.0f, flashCycler.current);
+    renderer.setColour(255.0f, 0.0f, 0.0f, flashCycler.current * flashShare());
     renderer.drawImage(0.0f, static_cast<float>(screenHeight), 0.0f, static_cast<float>(screenWidth),
                        static_cast<float>(screenHeight), flashImage, true, true);
 }
@@ -413,28 +508,81 @@ void GameHUD::flashScreen(const RGBAColour& colour)
     screenFlashLeft = flashSeconds;
 }
 
+void GameHUD::drawContrastPanels(IRenderer& renderer)
+{
+    // One dark box round each shown column of text and icons.
+    constexpr int pad = 4;
+    auto box = [&](std::initializer_list<const HudItem*> column) {
+        int left = screenWidth, right = 0, top = 0, bottom = screenHeight;
+        bool any = false;
+        for (const HudItem* item : column) {
+            if (!item || !item->visible)
+                continue;
+            const auto* text = dynamic_cast<const TextHudItem*>(item);
+            const int w = item->pixelWidth > 0 ? item->pixelWidth
+                                               : static_cast<int>(text ? text->lineHeight() * 3.0f : 0.0f);
+            const int h =
+                item->pixelHeight > 0 ? item->pixelHeight : static_cast<int>(text ? text->lineHeight() : 0.0f);
+            // Text hangs from its baseline's line box; icons from their top.
+            const int itemTop = text ? item->pixelY + h : item->pixelY;
+            left = std::min(left, item->pixelX);
+            right = std::max(right, item->pixelX + w);
+            top = std::max(top, itemTop);
+            bottom = std::min(bottom, itemTop - h);
+            any = true;
+        }
+        if (!any)
+            return;
+        renderer.drawQuad(static_cast<float>(left - pad), static_cast<float>(top + pad), 0.0f,
+                          static_cast<float>(right - left + 2 * pad), static_cast<float>(top - bottom + 2 * pad));
+    };
+    renderer.setTexturing(false);
+    renderer.setBlending(true);
+    renderer.setAlphaBlend();
+    renderer.setColour(0.0f, 0.0f, 0.0f, 200.0f);
+    box({healthValue, armourValue, swarmValue, quadValue, invincibilityValue, raceValue});
+    box({weaponIcon, weaponName, ammoValue, cooldownValue});
+    renderer.setTexturing(true);
+}
+
 void GameHUD::draw(IRenderer* renderer, float frameTime)
 {
     if (!renderer || !player)
         return;
+    applyOptions();
     renderer->begin2D();
     drawLowHealthFlash(*renderer, frameTime);
     if (screenFlashLeft > 0.0f) {
-        const float alpha = screenFlash.a * screenFlashLeft / flashSeconds;
+        const float alpha = screenFlash.a * screenFlashLeft / flashSeconds * flashShare();
         renderer->setColour(screenFlash.r, screenFlash.g, screenFlash.b, alpha);
-        renderer->drawImage(0.0f, static_cast<float>(screenHeight), 0.0f, static_cast<float>(screenWidth),
-                            static_cast<float>(screenHeight), flashImage, true, true);
+        if (alpha > 0.0f)
+            renderer->drawImage(0.0f, static_cast<float>(screenHeight), 0.0f, static_cast<float>(screenWidth),
+                                static_cast<float>(screenHeight), flashImage, true, true);
         screenFlashLeft -= frameTime;
     }
     // Long messages would run off the right edge from the panel's x: pull
     // them in so they stay whole.
     if (FontRenderer* font = renderer->getFontRenderer()) {
         if (messageLine && messageLine->visible)
-            placeMessage(*messageLine, *font, static_cast<int>(static_cast<float>(504 * screenWidth) / 640.0f),
-                         screenWidth);
+            placeMessage(*messageLine, *font, weaponIcon ? weaponIcon->pixelX : 0, screenWidth);
         if (positionedMessage && positionedMessage->visible)
             placeMessage(*positionedMessage, *font, positionedX, screenWidth);
     }
+    if (highContrast)
+        drawContrastPanels(*renderer);
     renderer->end2D();
+    if (!highContrast) {
+        Hud::draw(*renderer);
+        return;
+    }
+    // Red on a busy level is hard to read: values turn bright yellow for the frame.
+    std::vector<std::pair<HudItem*, RGBAColour>> recoloured;
+    for (const auto& item : items)
+        if (dynamic_cast<TextHudItem*>(item.get()) && item->colour.r > 200.0f && item->colour.g < 60.0f) {
+            recoloured.emplace_back(item.get(), item->colour);
+            item->setColour(255, 230, 40, static_cast<int>(item->colour.a));
+        }
     Hud::draw(*renderer);
+    for (const auto& [item, colour] : recoloured)
+        item->colour = colour;
 }

@@ -75,6 +75,13 @@ public:
     virtual void flashScreen(const RGBAColour& colour);
     // A level starts: nothing carries over.
     virtual void levelReset();
+    // The weapon strip shrinks to fit between the panels, or drops below
+    // them when a large interface leaves no room beside them; the upgrade
+    // screen shrinks to fit the window.
+    float scaleFor(const HudItem& item) const override;
+    void scaleItem(HudItem& item, int px, int py) override;
+    // Follows `uiscale` and `hudcontrast` as they change.
+    void applyOptions();
 
     const std::vector<Message>& getMessages() const { return messages; }
     // The most recent message still showing, "" when none.
@@ -83,6 +90,8 @@ public:
     bool isWeaponStripVisible() const;
     // Whether the low-health flash draws this frame, and its cycler.
     bool lowHealthFlashActive() const;
+    // How strong flashes are drawn under `flashes`: 0, a fraction, or 1.
+    float flashShare() const;
     const ColourCycler& getFlashCycler() const { return flashCycler; }
 
     // Items, for tests and layout checks.
@@ -113,11 +122,19 @@ public:
     std::vector<UpgradeLevelText*> upgradeRows;
 
 private:
+    bool isStripItem(const HudItem& item) const;
+    bool isUpgradeItem(const HudItem& item) const;
+    // Dark panels behind the status and weapon columns for high contrast.
+    void drawContrastPanels(IRenderer& renderer);
     ImageHudItem* addImage(int px, int py, int w, int h, const std::string& base);
     TextHudItem* addText(int px, int py, int size, bool shadow, bool red);
 
     Player* player = nullptr;
     GameVar* lowHealthFlashVar = nullptr;
+    GameVar* uiScaleVar = nullptr;
+    GameVar* contrastVar = nullptr;
+    GameVar* flashesVar = nullptr;
+    bool highContrast = false;
     std::vector<Message> messages;
     float messageExpiry = 0.0f;
     float positionedMessageExpiry = 0.0f;

@@ -1,7 +1,10 @@
 #pragma once
 // A heads-up display laid out in a fixed design resolution and scaled to the
 // window: owns its items, draws them in insertion order in 2D mode, and
-// recomputes every item's pixel rectangle on resize.
+// recomputes every item's pixel rectangle on resize. Stretched to the window
+// by default; with keepProportions every item is scaled alike (by the
+// window's smaller ratio times interfaceScale) and keeps its distance to
+// its anchor edges, so nothing widens on a wide screen.
 #include <memory>
 #include <vector>
 
@@ -27,6 +30,12 @@ public:
     // Called by resize before the items are scaled; nothing here.
     virtual void layout();
 
+    // Window pixels per design unit for this item with keepProportions.
+    // Subclasses may give groups of items a smaller scale to make them fit.
+    virtual float scaleFor(const HudItem& item) const;
+    // The window's smaller ratio to the design times interfaceScale.
+    float uniformScale() const;
+
     template <class T>
     T* add()
     {
@@ -38,7 +47,14 @@ public:
     int designHeight;
     int screenWidth = 0;
     int screenHeight = 0;
+    bool keepProportions = false;
+    float interfaceScale = 1.0f;
 
 protected:
+    // Pixel size (and text scale) of one item for the current window.
+    void sizeItem(HudItem& item) const;
+    // The anchor an Auto axis resolves to, from the item's design place.
+    static HudItem::Anchor resolve(HudItem::Anchor anchor, int position, int extent, int design);
+
     std::vector<std::unique_ptr<HudItem>> items;
 };

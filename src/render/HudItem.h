@@ -8,6 +8,11 @@ class IRenderer;
 
 class HudItem {
 public:
+    // Which window edge an item keeps its distance to when the HUD keeps its
+    // proportions: Auto picks by where the item sits in the design (outer
+    // thirds to their edge, the middle to the centre).
+    enum class Anchor { Auto, Start, Centre, End };
+
     HudItem() = default;
     virtual ~HudItem() = default;
 
@@ -23,5 +28,8 @@ public:
     int x = 0, y = 0;
     int pixelWidth = 0, pixelHeight = 0, pixelX = 0, pixelY = 0;
     bool visible = true;
+    // Start is the left or bottom edge, End the right or top.
+    Anchor anchorX = Anchor::Auto;
+    Anchor anchorY = Anchor::Auto;
     RGBAColour colour{255.0f, 255.0f, 255.0f, 255.0f};
 };

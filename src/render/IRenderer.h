@@ -126,6 +126,11 @@ public:
     // A new owner, window size or view starts from a full drawing.
     virtual void beginBackdrop(const void* owner) { (void)owner; }
     virtual void endBackdrop() {}
+    // In 2D, what follows is drawn `scale` times larger from the window's
+    // bottom-left corner, scissor boxes included (the interface scale of the
+    // menus). Back to 1 before leaving 2D.
+    virtual void setInterfaceScale(float scale) { interfaceScale = scale; }
+    float getInterfaceScale() const { return interfaceScale; }
 
     virtual FontRenderer* getFontRenderer() = 0;
     // Writes the texture cache listing (names, sizes, ids).
@@ -158,4 +163,7 @@ public:
     // Draws every body into one picture of the whole level and saves it as a PNG.
     virtual bool drawLevelShot(const std::vector<Body*>& /*bodies*/, const std::string& /*path*/) { return false; }
     virtual const std::vector<std::unique_ptr<Dimension>>& getVideoModes() const = 0;
+
+protected:
+    float interfaceScale = 1.0f;
 };

@@ -42,6 +42,7 @@ void Renderer::lookUpVariables()
     showFps = getVar("showfps");
     rbodyString = getVar("rbodystring");
     bloomBlurPixels = getVar("bloomblurpixels");
+    glowStrength = findVar("glowstrength");
     vidWidth = getVar("vidwidth");
     vidHeight = getVar("vidheight");
     drawBodies = getVar("drawbodies");

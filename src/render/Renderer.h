@@ -74,6 +74,7 @@ public:
     void setScissorTest(bool on) override;
     void setScissor(float x, float y, float w, float h) override;
     void setScissor(int x, int y, int w, int h) override;
+    void setInterfaceScale(float scale) override;
 
     Vector screenToWorld(float x, float y) override;
     Vector screenToWorld(double x, double y, double depth) override;
@@ -193,6 +194,7 @@ private:
     GameVar* showFps = nullptr;
     GameVar* rbodyString = nullptr;
     GameVar* bloomBlurPixels = nullptr;
+    GameVar* glowStrength = nullptr;
     GameVar* vidWidth = nullptr;
     GameVar* vidHeight = nullptr;
     GameVar* drawBodies = nullptr;

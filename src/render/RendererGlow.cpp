@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <ostream>
 
+#include "console/GameVar.h"
+
 namespace {
 // Each of the four glow copies adds a tenth of the capture.
 constexpr float glowCopyWeight = 0.1f;
@@ -124,13 +126,18 @@ void Renderer::sumGlowCopies()
 
 void Renderer::drawGlow()
 {
+    // Off, low and full: the glow can dazzle.
+    const int strength = glowStrength ? glowStrength->intValue : 2;
+    const float share = strength <= 0 ? 0.0f : strength == 1 ? 0.45f : 1.0f;
+    if (share == 0.0f)
+        return;
     glDisable(GL_TEXTURE_GEN_S);
     glDisable(GL_TEXTURE_GEN_T);
     setTexturing(true);
     setAdditiveBlend();
     setBlending(true);
     begin2D();
-    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    glColor4f(share, share, share, share);
     glBindTexture(GL_TEXTURE_2D, glowSumTexture);
     glBegin(GL_QUADS);
     const int tilesX = (glowWidth + glowTileSize - 1) / glowTileSize;

@@ -228,4 +228,24 @@ void Renderer::setScissor(float x, float y, float w, float h)
                static_cast<int>(std::lround(w)), static_cast<int>(std::lround(h)));
 }
 
-void Renderer::setScissor(int x, int y, int w, int h) { glScissor(x, y, std::max(w, 0), std::max(h, 0)); }
+void Renderer::setScissor(int x, int y, int w, int h)
+{
+    if (interfaceScale != 1.0f) {
+        const auto scaled = [this](int v) { return static_cast<int>(std::lround(static_cast<float>(v) * interfaceScale)); };
+        x = scaled(x);
+        y = scaled(y);
+        w = scaled(w);
+        h = scaled(h);
+    }
+    glScissor(x, y, std::max(w, 0), std::max(h, 0));
+}
+
+void Renderer::setInterfaceScale(float scale)
+{
+    interfaceScale = scale > 0.0f ? scale : 1.0f;
+    if (!in2D)
+        return;
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glScalef(interfaceScale, interfaceScale, 1.0f);
+}

@@ -217,6 +217,25 @@ TEST_F(GameSaveTest, IdsCountOnFromTheSavedNextBodyId)
     EXPECT_EQ(another->autoid, next);
 }
 
+TEST_F(GameSaveTest, ASaveKeepsItsDifficulty)
+{
+    GameVar* difficulty = createVar("difficulty", "2", "");
+    difficulty->setRange(0, 2);
+    loadSaveLevel();
+    save("savegame hard");
+    EXPECT_NE(readFile("saves/hard.xml").find("difficulty=\"2\""), std::string::npos);
+    difficulty->setInt(0);
+    run("loadgame hard");
+    EXPECT_EQ(difficulty->intValue, 2);
+    // Saves from before difficulty leave the player's setting alone.
+    std::string text = readFile("saves/hard.xml");
+    text.erase(text.find(" difficulty=\"2\""), std::string(" difficulty=\"2\"").size());
+    std::ofstream("saves/older.xml") << text;
+    difficulty->setInt(0);
+    run("loadgame older");
+    EXPECT_EQ(difficulty->intValue, 0);
+}
+
 TEST_F(GameSaveTest, LoadingWhilePausedOrFromTheConsoleResumesPlay)
 {
     loadSaveLevel();

@@ -74,10 +74,10 @@ run_flow() {
   click $(widget 240 220 20 46 200 32)
   snap newgame
   # A fresh save name: the default is replaced by typing.
-  click $(widget 470 330 150 214 170 26)
+  click $(widget 470 364 150 248 170 26)
   keys End BackSpace BackSpace BackSpace BackSpace BackSpace r u n 1
   snap savename
-  click $(widget 470 330 335 212 120 30)
+  click $(widget 470 364 335 246 120 30)
   wait_for_log "$work" "Read cutscene file sucessfully: data/adventures/brindlequay/intro.xml" 20
   grep -q "Could not load level file" "$work/outputlog.txt" && fail "the start level did not load"
   snap cutscene1
@@ -99,7 +99,7 @@ run_flow() {
   snap escape
   click $(taskbar 2)
   snap options
-  click $(widget 240 180 20 130 200 32)
+  click $(widget 240 264 20 130 200 32)
   snap controls
   # Rebind "Left" (the first row) to j.
   click $(widget 610 410 180 104 160 24)
@@ -130,7 +130,7 @@ run_flow() {
     # Video: one mode down (a right click steps back) and Apply; the menus
     # come back whole at the new size and still answer clicks.
     click $(taskbar 2)
-    click $(widget 240 180 20 46 200 32)
+    click $(widget 240 264 20 46 200 32)
     snap video
     at $(widget 330 240 140 44 170 26); xdotool click 3; sleep 0.3
     click $(widget 330 240 105 196 120 30)

@@ -2,6 +2,8 @@
 
 #include <SDL.h>
 
+#include <cmath>
+
 #include "gui/Button.h"
 #include "gui/Frame.h"
 #include "gui/GUITestSupport.h"
@@ -276,6 +278,36 @@ TEST_F(GUIManagerTest, ScreenSizeMakesTheRootCoverTheWindow)
     EXPECT_FLOAT_EQ(root.getY(), 1080.0f);
     EXPECT_FLOAT_EQ(root.getWidth(), 1920.0f);
     EXPECT_FLOAT_EQ(root.getHeight(), 1080.0f);
+}
+
+TEST_F(GUIManagerTest, InterfaceScaleGrowsTheTreeAsFarAsTheWindowHasRoom)
+{
+    struct Case {
+        float wanted;
+        int w, h;
+        float scale;
+    };
+    // Every screen keeps the 640 x 480 units it is laid out in.
+    const Case cases[] = {{2.0f, 1920, 1080, 2.0f}, {2.0f, 640, 480, 1.0f}, {2.0f, 1024, 768, 1.6f},
+                          {1.5f, 1920, 1080, 1.5f}, {5.0f, 3840, 2160, 2.0f}, {0.2f, 1920, 1080, 1.0f},
+                          {2.0f, 320, 200, 1.0f},   {std::nanf(""), 1920, 1080, 1.0f}};
+    for (const Case& c : cases)
+        EXPECT_FLOAT_EQ(GUIManager::fittingScale(c.wanted, c.w, c.h), c.scale) << c.w << "x" << c.h;
+
+    createVar("uiscale", "2", "");
+    gui().setScreenSize(1920, 1080);
+    EXPECT_FLOAT_EQ(gui().getRoot().getWidth(), 960.0f);
+    EXPECT_FLOAT_EQ(gui().getRoot().getHeight(), 540.0f);
+    EXPECT_EQ(gui().getScreenWidth(), 960);
+    // A click in window pixels lands on the widget drawn twice as large.
+    Button* b = gui().getRoot().add(buttonAt(0.0f, 0.0f, "go"));
+    b->setBounds(100.0f, 300.0f, 100.0f, 30.0f);
+    listen(*b);
+    gui().mouseMove(300.0f, 1080.0f - 570.0f, 0.0f, 0.0f);
+    gui().mouseDown(300.0f, 1080.0f - 570.0f, 1);
+    gui().mouseUp(300.0f, 1080.0f - 570.0f, 1);
+    EXPECT_EQ(actions, (std::vector<std::string>{"do_go go"}));
+    EXPECT_FLOAT_EQ(gui().getCursor().x, 150.0f);
 }
 
 TEST_F(GUIManagerTest, TheGalleryOpensOnceWithEveryWidgetAndTakesTheInput)

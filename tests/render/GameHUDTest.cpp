@@ -14,17 +14,48 @@ protected:
     GameHUD& hud() { return gameplay->getHud(); }
 };
 
-TEST_F(GameHUDTest, ItemsScaleWithTheWindowAndStayInside)
+TEST_F(GameHUDTest, ItemsKeepTheirProportionsAndStayInside)
 {
-    for (auto [w, h] : {std::pair{640, 480}, {1024, 768}, {1920, 1080}, {1280, 960}}) {
-        hud().resize(w, h);
+    struct Case {
+        int w, h;
+        float uiScale;
+    };
+    const Case cases[] = {{640, 480, 1.0f},  {1024, 768, 1.0f}, {1920, 1080, 1.0f}, {2560, 1080, 1.0f},
+                          {640, 480, 2.0f},  {1920, 1080, 2.0f}, {800, 600, 1.5f},  {1280, 960, 1.0f}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::to_string(c.w) + "x" + std::to_string(c.h) + " at " + std::to_string(c.uiScale));
+        hud().interfaceScale = c.uiScale;
+        hud().resize(c.w, c.h);
+        const float scale = std::min(c.w / 640.0f, c.h / 480.0f) * c.uiScale;
         for (const auto& item : hud().getItems()) {
-            EXPECT_EQ(item->pixelX, static_cast<int>(std::lround(item->x * w / 640.0)));
-            EXPECT_EQ(item->pixelY, static_cast<int>(std::lround(item->y * h / 480.0)));
+            if (c.w * 3 == c.h * 4 && c.uiScale == 1.0f) {
+                // 4:3 at normal size is the plain design scaled up.
+                EXPECT_NEAR(item->pixelX, item->x * c.w / 640.0, 1.0);
+                EXPECT_NEAR(item->pixelY, item->y * c.h / 480.0, 1.0);
+            }
+            // No stretching: both sides grow alike.
+            EXPECT_NEAR(item->pixelHeight * item->width, item->pixelWidth * item->height,
+                        std::max(item->width, item->height));
             EXPECT_GE(item->pixelX, 0);
-            EXPECT_LE(item->pixelX + item->pixelWidth, w);
-            EXPECT_LE(item->pixelY, h);
+            EXPECT_LE(item->pixelX + item->pixelWidth, c.w);
+            EXPECT_LE(item->pixelY, c.h);
             EXPECT_GE(item->pixelY - item->pixelHeight, 0);
+        }
+        EXPECT_EQ(hud().weaponIcon->pixelWidth, std::lround(48 * scale));
+        EXPECT_FLOAT_EQ(hud().healthValue->scale, scale);
+        // The panels keep to their corners and never meet.
+        EXPECT_EQ(hud().healthValue->pixelX, std::lround(39 * scale));
+        EXPECT_EQ(hud().weaponIcon->pixelX + std::lround(136 * scale), c.w);
+        EXPECT_LT(hud().healthValue->pixelX + 100 * scale, hud().weaponIcon->pixelX);
+        // The strip stays clear of both panels or drops below the weapon panel.
+        const HudItem& first = *hud().stripIcons[0];
+        const HudItem& last = *hud().stripIcons[9];
+        EXPECT_GE(first.pixelX, 0);
+        EXPECT_LE(last.pixelX + last.pixelWidth, c.w);
+        const bool beside = first.pixelX >= std::lround(125 * scale) &&
+                            last.pixelX + last.pixelWidth <= hud().weaponIcon->pixelX;
+        if (!beside) {
+            EXPECT_LE(first.pixelY, hud().ammoValue->pixelY);
         }
     }
     // Exactly twice the design values at 1280 x 960.

@@ -1,5 +1,6 @@
 #include "gameplay/items/AmmoBase.h"
 
+#include "gameplay/Difficulty.h"
 #include "gameplay/player/Player.h"
 #include "gameplay/weapons/AmmoMapping.h"
 #include "gameplay/weapons/WeaponMapping.h"
@@ -26,7 +27,7 @@ bool AmmoBase::giveTo(Player& player)
     const int count = inv.ammoOf(weapon->ammoType);
     if (count == Inventory::unlimited || count >= inv.maxAmmoOf(weapon->ammoType))
         return false;
-    inv.addAmmo(weapon->ammoType, ammoAmount);
+    inv.addAmmo(weapon->ammoType, Difficulty::scalePickup(ammoAmount));
     announce(14, AmmoMapping::displayName(weapon->ammoType));
     return true;
 }

@@ -1,5 +1,6 @@
 #include "gameplay/items/Armour.h"
 
+#include "gameplay/Difficulty.h"
 #include "gameplay/player/Player.h"
 
 Armour::Armour()
@@ -16,7 +17,7 @@ bool Armour::giveTo(Player& player)
 {
     if (player.armour >= player.maxarmour)
         return false;
-    player.addArmour(amount);
+    player.addArmour(Difficulty::scalePickup(amount));
     announce(16, "Armour");
     return true;
 }

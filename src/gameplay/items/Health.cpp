@@ -1,5 +1,6 @@
 #include "gameplay/items/Health.h"
 
+#include "gameplay/Difficulty.h"
 #include "gameplay/player/Player.h"
 
 Health::Health()
@@ -16,7 +17,7 @@ bool Health::giveTo(Player& player)
 {
     if (player.health >= player.maxhealth)
         return false;
-    player.addHealth(amount);
+    player.addHealth(Difficulty::scalePickup(amount));
     announce(18, "Health");
     return true;
 }

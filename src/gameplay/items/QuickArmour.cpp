@@ -1,5 +1,6 @@
 #include "gameplay/items/QuickArmour.h"
 
+#include "gameplay/Difficulty.h"
 #include "gameplay/player/Player.h"
 
 QuickArmour::QuickArmour()
@@ -17,7 +18,7 @@ bool QuickArmour::giveTo(Player& player)
 {
     if (player.armour >= player.maxarmour)
         return false;
-    player.addArmour(amount);
+    player.addArmour(Difficulty::scalePickup(amount));
     announce(16, "Quick Armour");
     return true;
 }

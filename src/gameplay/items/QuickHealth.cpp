@@ -1,5 +1,6 @@
 #include "gameplay/items/QuickHealth.h"
 
+#include "gameplay/Difficulty.h"
 #include "gameplay/player/Player.h"
 
 QuickHealth::QuickHealth()
@@ -15,7 +16,7 @@ bool QuickHealth::giveTo(Player& player)
 {
     if (player.health >= player.maxhealth)
         return false;
-    player.addHealth(amount);
+    player.addHealth(Difficulty::scalePickup(amount));
     announce(18, "Quick Health");
     return true;
 }

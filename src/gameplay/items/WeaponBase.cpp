@@ -1,5 +1,6 @@
 #include "gameplay/items/WeaponBase.h"
 
+#include "gameplay/Difficulty.h"
 #include "gameplay/player/Player.h"
 #include "gameplay/weapons/WeaponMapping.h"
 #include "world/level/LevelValues.h"
@@ -18,7 +19,7 @@ bool WeaponBase::giveTo(Player& player)
     if (!weapon)
         return false;
     player.inventory.own(weapon->weaponId);
-    player.inventory.addAmmo(weapon->ammoType, ammoAmount);
+    player.inventory.addAmmo(weapon->ammoType, Difficulty::scalePickup(ammoAmount));
     announce(17, weapon->displayName);
     return true;
 }

@@ -146,6 +146,7 @@ void GameplayInput::update(Body* player)
 
 void GameplayInput::releaseAll()
 {
+    GameInput::releaseAll();
     taps.clear();
     tapsInStep.clear();
     moveRight = moveLeft = moveUp = moveDown = false;

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "core/Game.h"
+#include "gameplay/Difficulty.h"
 #include "gameplay/GameplaySingleton.h"
 #include "render/GameHUD.h"
 #include "render/IRenderer.h"
@@ -250,4 +251,9 @@ void Player::levelReset()
     maxhealth = properties.maxHealth;
     maxarmour = properties.maxArmour;
     health = maxhealth;
+}
+
+int Player::adjustDamage(int amount, int damageType)
+{
+    return Difficulty::scaleDamageTaken(GameBody::adjustDamage(amount, damageType));
 }

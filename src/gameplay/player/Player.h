@@ -27,6 +27,8 @@ public:
     std::unique_ptr<Body> clone() const override;
     // Death: stops firing, freezes and hides the player, schedules the restart.
     void die() override;
+    // Damage the player takes follows the difficulty.
+    int adjustDamage(int amount, int damageType) override;
     // Restart after death, power-up expiry.
     void think(float dt) override;
     // Remembers ground contacts for the platform controls.

@@ -1,0 +1,179 @@
+// The accessibility and difficulty options: their variables as shipped,
+// the menu rows that set them, what the configuration keeps, the fire and
+// hook toggles, and the controls overlay's view of the bindings.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "../TestPaths.h"
+#include "../gui/GUITestSupport.h"
+#include "../resources/TempDir.h"
+#include "console/GameVar.h"
+#include "gui/Button.h"
+#include "gui/ValueBox.h"
+#include "menus/AccessibilityMenu.h"
+#include "menus/ControlsHelp.h"
+#include "menus/MainInterface.h"
+#include "resources/ResourceManager.h"
+
+namespace {
+std::string sourceRoot()
+{
+    const char* source = std::getenv("BQ_SOURCE_DIR");
+    std::string root = source ? source : __FILE__;
+    return source ? root : root.substr(0, root.rfind("/tests/"));
+}
+
+class AccessibilityTest : public GUITest {
+protected:
+    void SetUp() override
+    {
+        GUITest::SetUp();
+        ASSERT_TRUE(TempDir::run("mkdir -p data && cp '" + sourceRoot() + "/data/gamevars.xml' data/"));
+        ResourceManager::instance().clearArchives();
+        ASSERT_TRUE(VariableRegistry::instance().loadVariables("data/gamevars.xml"));
+        if (!game.getGameInput())
+            game.installGameInput(std::make_unique<GameInput>());
+        auto main = std::make_unique<MainInterface>();
+        gui().getRoot().addChild(std::move(main));
+        gui().setScreenSize(screenW, screenH);
+    }
+    template <class T>
+    T& screen(const std::string& name)
+    {
+        T* found = dynamic_cast<T*>(gui().findComponent(name));
+        EXPECT_NE(found, nullptr) << name;
+        return *found;
+    }
+    void click(GUIComponent& c) { clickAt(c.getX() + c.getWidth() / 2.0f, c.getY() - c.getHeight() / 2.0f); }
+
+    TempDir dir;
+};
+}
+
+TEST_F(AccessibilityTest, OptionVariablesHoldTheirRangesAndDefaults)
+{
+    struct Case {
+        const char* name;
+        const char* shipped;
+        double low, high;
+        const char* outside;
+    };
+    const Case cases[] = {
+        {"difficulty", "1", 0, 2, "3"},   {"uiscale", "1", 1, 2, "2.5"},   {"firetoggle", "0", 0, 1, "2"},
+        {"hooktoggle", "0", 0, 1, "-1"}, {"flashes", "2", 0, 2, "5"},     {"glowstrength", "2", 0, 2, "-1"},
+        {"hudcontrast", "0", 0, 1, "2"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        GameVar* var = findVar(c.name);
+        ASSERT_NE(var, nullptr);
+        EXPECT_EQ(var->stringValue, c.shipped);
+        EXPECT_TRUE(var->hasRange);
+        EXPECT_EQ(var->minValue, c.low);
+        EXPECT_EQ(var->maxValue, c.high);
+        EXPECT_NE(var->type, GameVar::TypeNone);
+        var->setString(c.outside);
+        EXPECT_EQ(var->stringValue, c.shipped);
+    }
+}
+
+TEST_F(AccessibilityTest, MenuRowsSetTheirVariablesAndTheConfigurationKeepsThem)
+{
+    click(screen<Button>("optionsbutton"));
+    click(screen<Button>("accessibilitybutton"));
+    auto& menu = screen<AccessibilityMenu>(AccessibilityMenu::screenName);
+    ASSERT_TRUE(menu.isEnabled());
+    // Each click steps to the next choice and sets the variable at once.
+    struct Case {
+        const char* var;
+        int clicks;
+        const char* value;
+    };
+    const Case cases[] = {{"uiscale", 4, "2"},   {"firetoggle", 1, "1"},   {"hooktoggle", 1, "1"},
+                          {"flashes", 2, "1"},   {"glowstrength", 1, "0"}, {"hudcontrast", 1, "1"}};
+    for (const Case& c : cases) {
+        for (int i = 0; i < c.clicks; ++i)
+            click(*menu.boxFor(c.var));
+        EXPECT_EQ(findVar(c.var)->stringValue, c.value) << c.var;
+    }
+    // The screen shows a value set elsewhere (the console) as its nearest choice.
+    findVar("uiscale")->setString("1.3");
+    menu.onShow();
+    EXPECT_EQ(menu.boxFor("uiscale")->getValue(), "125%");
+
+    game.writeConfig("data/config.txt", true);
+    std::ifstream in("data/config.txt");
+    std::stringstream text;
+    text << in.rdbuf();
+    for (const char* line : {"uiscale 1.3\n", "firetoggle 1\n", "hooktoggle 1\n", "flashes 1\n", "glowstrength 0\n",
+                             "hudcontrast 1\n", "difficulty 1\n"})
+        EXPECT_NE(text.str().find(line), std::string::npos) << line;
+}
+
+TEST_F(AccessibilityTest, ToggledFireAndHookLatchOnOnePressAndLetGoOnTheNext)
+{
+    std::vector<std::string> ran;
+    for (const char* name : {"+attack", "-attack", "+fire", "-fire"})
+        registerCommand("", name, [&ran, name] { ran.push_back(name); });
+    GameInput& input = *game.getGameInput();
+    input.setBinding("mouse1", "+attack");
+    input.setBinding("mouse2", "+fire 1");
+    auto tap = [&](const char* key) {
+        input.keyDown(-1, -1, key);
+        input.keyUp(-1, -1, key);
+    };
+    tap("MOUSE1");
+    EXPECT_EQ(ran, (std::vector<std::string>{"+attack", "-attack"}));
+    ran.clear();
+    findVar("firetoggle")->setInt(1);
+    tap("MOUSE1");
+    EXPECT_EQ(ran, (std::vector<std::string>{"+attack"}));
+    tap("MOUSE1");
+    EXPECT_EQ(ran, (std::vector<std::string>{"+attack", "-attack"}));
+    ran.clear();
+    // The hook keeps holding until its own toggle is set.
+    tap("MOUSE2");
+    EXPECT_EQ(ran, (std::vector<std::string>{"+fire", "-fire"}));
+    ran.clear();
+    findVar("hooktoggle")->setInt(1);
+    tap("MOUSE2");
+    input.releaseAll();
+    // After a level change everything is let go: the next press starts again.
+    tap("MOUSE2");
+    EXPECT_EQ(ran, (std::vector<std::string>{"+fire", "+fire"}));
+}
+
+TEST_F(AccessibilityTest, ControlsHelpShowsEachDevicesKeysAsTheyAreBoundNow)
+{
+    GameInput& input = *game.getGameInput();
+    input.setBinding("a", "+moveleft");
+    input.setBinding("left", "+moveleft");
+    input.setBinding("joy1_axis1_minus", "+moveleft");
+    input.setBinding("mouse1", "+attack");
+    input.setBinding("joy1_button3", "+attack");
+    input.setBinding("1", "useitem grapple");
+    input.setBinding("2", "useitem pistol");
+    auto& help = screen<ControlsHelp>(ControlsHelp::screenName);
+    help.refresh();
+    auto row = [](const std::string& label) {
+        const auto& all = ControlsHelp::actions();
+        for (size_t i = 0; i < all.size(); ++i)
+            if (label == all[i].label)
+                return i;
+        return all.size();
+    };
+    EXPECT_EQ(help.cell(row("Move left"), ControlsHelp::keyboard), "A, LEFT");
+    EXPECT_EQ(help.cell(row("Move left"), ControlsHelp::mouse), "none");
+    EXPECT_EQ(help.cell(row("Move left"), ControlsHelp::gamepad), "Left stick left");
+    EXPECT_EQ(help.cell(row("Fire"), ControlsHelp::mouse), "Left button");
+    EXPECT_EQ(help.cell(row("Fire"), ControlsHelp::gamepad), "X");
+    EXPECT_EQ(help.cell(row("Choose weapon"), ControlsHelp::keyboard), "1 2");
+    // Rebinding shows the next time it draws.
+    input.setBinding("mouse1", "");
+    input.setBinding("joy2_hat_up", "+attack");
+    help.refresh();
+    EXPECT_EQ(help.cell(row("Fire"), ControlsHelp::mouse), "none");
+    EXPECT_EQ(help.cell(row("Fire"), ControlsHelp::gamepad), "X, Pad 2 D-pad up");
+}
