@@ -50,6 +50,16 @@ public:
     void setChannelVolume(int channel, int volume) override { real.setChannelVolume(channel, volume); }
     bool isPlaying(int channel) const override { return real.isPlaying(channel); }
     std::string lastError() const override { return real.lastError(); }
+    void setPanning(int channel, int left, int right) override { real.setPanning(channel, left, right); }
+    Mix_Music* loadMusic(const char* bytes, std::size_t size) override { return real.loadMusic(bytes, size); }
+    void freeMusic(Mix_Music* music) override { real.freeMusic(music); }
+    bool fadeInMusic(Mix_Music* music, int loops, int ms) override { return real.fadeInMusic(music, loops, ms); }
+    void fadeOutMusic(int ms) override { real.fadeOutMusic(ms); }
+    void haltMusic() override { real.haltMusic(); }
+    bool isMusicPlaying() const override { return real.isMusicPlaying(); }
+    void pauseMusic() override { real.pauseMusic(); }
+    void resumeMusic() override { real.resumeMusic(); }
+    void setMusicVolume(int volume) override { real.setMusicVolume(volume); }
 
 private:
     SdlMixer& real;
