@@ -58,7 +58,7 @@ not_black menu_after_console
 
 # New Game, Begin!: the opening cut scene; the console over it and back.
 xdotool mousemove --window "$win" 320 245; sleep 0.2; xdotool click 1; sleep 0.5
-xdotool mousemove --window "$win" 480 302; sleep 0.2; xdotool click 1
+xdotool mousemove --window "$win" 480 319; sleep 0.2; xdotool click 1
 wait_for_log "$work" "Read cutscene file sucessfully" 20
 sleep 0.5
 # The first save shows the first level: it is written before the story starts.
