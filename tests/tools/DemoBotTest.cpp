@@ -5,6 +5,7 @@
 #include "DemoBot.h"
 #include "Route.h"
 #include "core/DemoManager.h"
+#include "gameplay/enemies/Friendly.h"
 #include "gameplay/GameplayFixture.h"
 
 namespace {
@@ -102,6 +103,27 @@ TEST_F(DemoBotTest, ARouteThatCannotGoOnSaysWhereItStuck)
     EXPECT_NE(report.find("line 3: stuck"), std::string::npos) << report;
     EXPECT_FALSE(bot.record(route("run 100\n"), nullptr, report));
     EXPECT_NE(report.find("the route ended before the exit"), std::string::npos) << report;
+}
+
+TEST_F(DemoBotTest, AnAllyBesideTheWayIsNeverShot)
+{
+    // The level again, with an ally standing where the bot runs past it.
+    loadLevel(spawnPoint("start", -200, 20, true) + box("default", "wall", 700, 0, 732, 400) +
+              box("friendly", "ally", -110, 0, -90, 20, "mass=\"10\" entity=\"true\"", attribute("level", "1")) +
+              box("levelchange", "exit", 560, 0, 592, 48, "mass=\"0\" solid=\"false\" entity=\"true\"",
+                  attribute("leveltarget", "gameplaytest")));
+    DemoBot bot(*game);
+    std::string report;
+    bot.record(route("fight 300 2\nrun -50\nwait 1\n"), nullptr, report);
+    GameBody* ally = nullptr;
+    for (Body* body : game->getBodies())
+        if (body->id == "ally")
+            ally = dynamic_cast<GameBody*>(body);
+    ASSERT_NE(ally, nullptr);
+    EXPECT_FALSE(ally->dying);
+    Friendly unhurt;
+    unhurt.setHealthForLevel(1);
+    EXPECT_EQ(ally->health, unhurt.health) << report;
 }
 
 }

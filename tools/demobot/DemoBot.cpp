@@ -9,6 +9,7 @@
 #include "core/DemoManager.h"
 #include "core/Game.h"
 #include "gameplay/enemies/EnemyBase.h"
+#include "gameplay/enemies/Friendly.h"
 #include "gameplay/player/Player.h"
 #include "input/GameInput.h"
 #include "world/body/Body.h"
@@ -88,7 +89,8 @@ Body* DemoBot::nearestTarget(const Player& player, float range) const
         auto* target = dynamic_cast<GameBody*>(body);
         if (!target || target == &player || target->dying || target->health <= 0 || !target->takedamage)
             continue;
-        if (!dynamic_cast<EnemyBase*>(body))
+        // An ally is an EnemyBase too; a player never shoots one.
+        if (!dynamic_cast<EnemyBase*>(body) || dynamic_cast<Friendly*>(body))
             continue;
         const float d = (body->pos - player.pos).length2D();
         if (d < bestDistance && inSight(player, *body)) {
