@@ -225,7 +225,9 @@ def foundrygates():
         lv.detail(x, 900, x + 48, 1200, 'metal1')
         lv.effect(x + 24, 1200, 'smoke')
     # The wall walk and the kennel behind its shutter.
-    lv.block(1940, 184, 2400, 200, 'deck')
+    # The walk stops short of the wall: the way down to the winch, walled in
+    # until the locker opens.
+    lv.block(1940, 184, 2336, 200, 'deck')
     for x in (1960, 2380):
         lv.detail(x, 0, x + 8, 184, 'metal1')
     lv.jumppad(1780, 0, (60, 220))
