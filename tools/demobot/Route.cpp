@@ -75,6 +75,8 @@ bool Route::read(const std::string& text, std::string& error)
             a.kind = RouteAction::Kind::wait;
         } else if (key == "door" && args(2, 2) && number(w[1], a.x) && number(w[2], a.y)) {
             a.kind = RouteAction::Kind::door;
+        } else if (key == "boss" && args(1, 1) && number(w[1], a.seconds) && a.seconds > 0 && a.seconds <= 40) {
+            a.kind = RouteAction::Kind::boss;
         } else if (key == "exit" && args(0, 0)) {
             a.kind = RouteAction::Kind::exit;
         } else {

@@ -13,12 +13,14 @@
 //   wait <secs>           stand still
 //   door <x> <y>          stand still until nothing solid is at (x, y): a
 //                         door or shutter in the way has opened
+//   boss <secs>           push blocks of the block boss's colour into it
+//                         until it falls (or secs pass)
 //   exit                  run into the level's exit until the level ends
 #include <string>
 #include <vector>
 
 struct RouteAction {
-    enum class Kind { run, jump, hook, fight, shoot, weapon, wait, door, exit };
+    enum class Kind { run, jump, hook, fight, shoot, weapon, wait, door, boss, exit };
     Kind kind = Kind::run;
     float x = 0.0f;
     float y = 0.0f;
