@@ -540,8 +540,10 @@ def blockyard():
                                                          'maxspawned': count, 'spawndelay': '1200'})
     lv.pickup('rocketlauncherammo', 1400, 0, 20, attributes={'ammo': '10'})
 
-    # Past the gate: the way up to the rooftops.
+    # Past the gate: the way up to the rooftops. A kerb keeps blocks shoved
+    # through the gate from burying the exit.
     lv.backdrop(2232, 0, 2560, 120)
+    lv.block(2240, 0, 2248, 8, 'trim')
     lv.lamp(2300, 114, 64)
     lv.cash(2300, 0, 25)
     lv.sign(2260, 90, 'TO THE ROOFTOPS', 12)
