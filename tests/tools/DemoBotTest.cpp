@@ -16,13 +16,13 @@ TEST(RouteTest, ReadsEveryActionAndRefusesBadLinesByNumber)
     std::string error;
     ASSERT_TRUE(route.read("# a walk\nlevel quay dock\ndemo run01_quay\nrun 100\njump -20.5\n"
                            "hook 300 200 250  # over the gap\nfight 400\nfight 300 5\nshoot 10 20 2\n"
-                           "weapon shotgun\nwait 1.5\ndoor 1900 20\nboss 30\nexit\n",
+                           "weapon shotgun\nwait 1.5\ndoor 1900 20\nboss 30\nhold 300\nexit\n",
                            error))
         << error;
     EXPECT_EQ(route.level, "quay");
     EXPECT_EQ(route.entry, "dock");
     EXPECT_EQ(route.demo, "run01_quay");
-    ASSERT_EQ(route.actions.size(), 11u);
+    ASSERT_EQ(route.actions.size(), 12u);
     EXPECT_EQ(route.actions[1].kind, RouteAction::Kind::jump);
     EXPECT_FLOAT_EQ(route.actions[1].x, -20.5f);
     EXPECT_FLOAT_EQ(route.actions[2].until, 250.0f);
@@ -31,6 +31,8 @@ TEST(RouteTest, ReadsEveryActionAndRefusesBadLinesByNumber)
     EXPECT_EQ(route.actions[6].text, "shotgun");
     EXPECT_EQ(route.actions[9].kind, RouteAction::Kind::boss);
     EXPECT_FLOAT_EQ(route.actions[9].seconds, 30.0f);
+    EXPECT_TRUE(route.actions[10].stand);
+    EXPECT_FALSE(route.actions[3].stand);
 
     const std::string head = "level quay\ndemo d\n";
     const struct {

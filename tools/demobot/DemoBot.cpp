@@ -294,7 +294,7 @@ bool DemoBot::act(const RouteAction& action, Player& player)
             return true;
         }
         // Close in until a shot cannot miss past cover, then stand and fire.
-        if (std::fabs(target->pos.x - player.pos.x) > 140.0f) {
+        if (!action.stand && std::fabs(target->pos.x - player.pos.x) > 140.0f) {
             steer(target->pos.x, player);
         } else {
             brake(player);

@@ -8,6 +8,7 @@
 //                         passes x2 (or the hook lets go), steering towards x2
 //   fight <range> [secs]  shoot the nearest enemy within range until none is
 //                         left (or secs pass); stands its ground meanwhile
+//   hold <range> [secs]   as fight, without moving from the spot
 //   shoot <x> <y> <secs>  stand and fire at a point (a practice target)
 //   weapon <name>         change weapon (useitem)
 //   wait <secs>           stand still
@@ -26,6 +27,8 @@ struct RouteAction {
     float y = 0.0f;
     float until = 0.0f;
     float seconds = 0.0f;
+    // A fight that stands its ground rather than closing in.
+    bool stand = false;
     std::string text;
     int line = 0;
 };
