@@ -5,6 +5,7 @@
 #include "DemoBot.h"
 #include "Route.h"
 #include "core/DemoManager.h"
+#include "gameplay/enemies/Friendly.h"
 #include "gameplay/GameplayFixture.h"
 
 namespace {
@@ -15,19 +16,23 @@ TEST(RouteTest, ReadsEveryActionAndRefusesBadLinesByNumber)
     std::string error;
     ASSERT_TRUE(route.read("# a walk\nlevel quay dock\ndemo run01_quay\nrun 100\njump -20.5\n"
                            "hook 300 200 250  # over the gap\nfight 400\nfight 300 5\nshoot 10 20 2\n"
-                           "weapon shotgun\nwait 1.5\ndoor 1900 20\nexit\n",
+                           "weapon shotgun\nwait 1.5\ndoor 1900 20\nboss 30\nhold 300\nexit\n",
                            error))
         << error;
     EXPECT_EQ(route.level, "quay");
     EXPECT_EQ(route.entry, "dock");
     EXPECT_EQ(route.demo, "run01_quay");
-    ASSERT_EQ(route.actions.size(), 10u);
+    ASSERT_EQ(route.actions.size(), 12u);
     EXPECT_EQ(route.actions[1].kind, RouteAction::Kind::jump);
     EXPECT_FLOAT_EQ(route.actions[1].x, -20.5f);
     EXPECT_FLOAT_EQ(route.actions[2].until, 250.0f);
     EXPECT_EQ(route.actions[2].line, 6);
     EXPECT_FLOAT_EQ(route.actions[3].seconds, 60.0f);
     EXPECT_EQ(route.actions[6].text, "shotgun");
+    EXPECT_EQ(route.actions[9].kind, RouteAction::Kind::boss);
+    EXPECT_FLOAT_EQ(route.actions[9].seconds, 30.0f);
+    EXPECT_TRUE(route.actions[10].stand);
+    EXPECT_FALSE(route.actions[3].stand);
 
     const std::string head = "level quay\ndemo d\n";
     const struct {
@@ -42,6 +47,8 @@ TEST(RouteTest, ReadsEveryActionAndRefusesBadLinesByNumber)
         {head + "wait -1\n", "line 3: cannot read"},
         {head + "teleport 5\n", "line 3: cannot read"},
         {head + "door 5\n", "line 3: cannot read"},
+        {head + "boss 0\n", "line 3: cannot read"},
+        {head + "boss 41\n", "line 3: cannot read"},
         {"level quay\ndemo ../x\n", "line 2: bad demo name"},
         {"run 5\n", "names its level and its demo"},
     };
@@ -102,6 +109,27 @@ TEST_F(DemoBotTest, ARouteThatCannotGoOnSaysWhereItStuck)
     EXPECT_NE(report.find("line 3: stuck"), std::string::npos) << report;
     EXPECT_FALSE(bot.record(route("run 100\n"), nullptr, report));
     EXPECT_NE(report.find("the route ended before the exit"), std::string::npos) << report;
+}
+
+TEST_F(DemoBotTest, AnAllyBesideTheWayIsNeverShot)
+{
+    // The level again, with an ally standing where the bot runs past it.
+    loadLevel(spawnPoint("start", -200, 20, true) + box("default", "wall", 700, 0, 732, 400) +
+              box("friendly", "ally", -110, 0, -90, 20, "mass=\"10\" entity=\"true\"", attribute("level", "1")) +
+              box("levelchange", "exit", 560, 0, 592, 48, "mass=\"0\" solid=\"false\" entity=\"true\"",
+                  attribute("leveltarget", "gameplaytest")));
+    DemoBot bot(*game);
+    std::string report;
+    bot.record(route("fight 300 2\nrun -50\nwait 1\n"), nullptr, report);
+    GameBody* ally = nullptr;
+    for (Body* body : game->getBodies())
+        if (body->id == "ally")
+            ally = dynamic_cast<GameBody*>(body);
+    ASSERT_NE(ally, nullptr);
+    EXPECT_FALSE(ally->dying);
+    Friendly unhurt;
+    unhurt.setHealthForLevel(1);
+    EXPECT_EQ(ally->health, unhurt.health) << report;
 }
 
 }

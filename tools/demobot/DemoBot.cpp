@@ -9,9 +9,12 @@
 #include "core/DemoManager.h"
 #include "core/Game.h"
 #include "gameplay/enemies/EnemyBase.h"
+#include "gameplay/enemies/BlockBoss.h"
+#include "gameplay/enemies/Friendly.h"
 #include "gameplay/player/Player.h"
 #include "input/GameInput.h"
 #include "world/body/Body.h"
+#include "world/movers/BossBlock.h"
 #include "world/quadtree/QuadTree.h"
 #include "world/quadtree/Ray.h"
 
@@ -62,7 +65,11 @@ void DemoBot::steer(float towards, Player& player)
         return;
     }
     unsticking = false;
-    stuckTime = std::fabs(player.vel.x) < 8.0f ? stuckTime + stepSeconds : 0.0f;
+    // Pressed against a wedged block the speed reads high while the player
+    // goes nowhere: look at the distance moved too.
+    const bool still = std::fabs(player.pos.x - lastX) < 0.05f;
+    lastX = player.pos.x;
+    stuckTime = std::fabs(player.vel.x) < 8.0f || still ? stuckTime + stepSeconds : 0.0f;
     // Stopped by something: jump it (in water the held jump swims up).
     if (stuckTime > 0.2f) {
         jumpTime = 0.45f;
@@ -70,6 +77,56 @@ void DemoBot::steer(float towards, Player& player)
         stuckTime = 0.0f;
         set(jump, true);
     }
+}
+
+// Gets behind the nearest block of the boss's colour and shoves it into
+// the boss, shooting its reinforcements on the way.
+bool DemoBot::pushBlock(const RouteAction& action, Player& player)
+{
+    BlockBoss* boss = nullptr;
+    for (Body* body : game.getBodies())
+        if (auto* b = dynamic_cast<BlockBoss*>(body); b && !b->dying && b->health > 0)
+            boss = b;
+    if (!boss || actionTime > action.seconds) {
+        set(right, false);
+        set(left, false);
+        set(fire, false);
+        set(jump, false);
+        return true;
+    }
+    BossBlock* block = nullptr;
+    float best = std::numeric_limits<float>::max();
+    for (Body* body : game.getBodies()) {
+        auto* b = dynamic_cast<BossBlock*>(body);
+        // Blocks thrown up on to a balcony are out of play.
+        if (b && b->blocktype == boss->damageState && b->pos.y < 60.0f &&
+            std::fabs(b->pos.x - player.pos.x) < best) {
+            best = std::fabs(b->pos.x - player.pos.x);
+            block = b;
+        }
+    }
+    if (!block) {
+        brake(player);
+        return false;
+    }
+    const bool bossEast = boss->pos.x > block->pos.x;
+    const bool behind = bossEast ? player.pos.x < block->pos.x - 20.0f : player.pos.x > block->pos.x + 20.0f;
+    // On the wrong side: hop over the block rather than shove it away.
+    if (!behind && best < 64.0f && player.airTime <= 0.1f && jumpTime <= 0.0f)
+        jumpTime = 0.45f;
+    // Behind it, wait for the boss to come close: a long shove runs the
+    // block over the pads.
+    if (behind && std::fabs(boss->pos.x - block->pos.x) > 160.0f)
+        brake(player);
+    else
+        steer(behind ? boss->pos.x : block->pos.x + (bossEast ? -48.0f : 48.0f), player);
+    if (Body* add = nearestTarget(player, defendRange)) {
+        player.mouseWorldPos = add->pos;
+        set(fire, true);
+    } else {
+        set(fire, false);
+    }
+    return false;
 }
 
 // Stands still: a player lets go and taps against the slide.
@@ -88,7 +145,9 @@ Body* DemoBot::nearestTarget(const Player& player, float range) const
         auto* target = dynamic_cast<GameBody*>(body);
         if (!target || target == &player || target->dying || target->health <= 0 || !target->takedamage)
             continue;
-        if (!dynamic_cast<EnemyBase*>(body))
+        // An ally is an EnemyBase too; a player never shoots one. Guns do
+        // nothing to the block boss.
+        if (!dynamic_cast<EnemyBase*>(body) || dynamic_cast<Friendly*>(body) || dynamic_cast<BlockBoss*>(body))
             continue;
         const float d = (body->pos - player.pos).length2D();
         if (d < bestDistance && inSight(player, *body)) {
@@ -235,7 +294,7 @@ bool DemoBot::act(const RouteAction& action, Player& player)
             return true;
         }
         // Close in until a shot cannot miss past cover, then stand and fire.
-        if (std::fabs(target->pos.x - player.pos.x) > 140.0f) {
+        if (!action.stand && std::fabs(target->pos.x - player.pos.x) > 140.0f) {
             steer(target->pos.x, player);
         } else {
             brake(player);
@@ -267,6 +326,8 @@ bool DemoBot::act(const RouteAction& action, Player& player)
         brake(player);
         set(fire, false);
         return !solidAt(Vector(action.x, action.y));
+    case Kind::boss:
+        return pushBlock(action, player);
     case Kind::exit:
         if (Body* close = nearestTarget(player, defendRange)) {
             brake(player);

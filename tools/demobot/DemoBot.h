@@ -36,6 +36,7 @@ private:
     void releaseKeys();
     void steer(float towards, Player& player);
     void brake(const Player& player);
+    bool pushBlock(const RouteAction& action, Player& player);
     bool act(const RouteAction& action, Player& player);
     Body* nearestTarget(const Player& player, float range) const;
     Body* nearestExit(const Player& player) const;
@@ -49,6 +50,7 @@ private:
     bool held[keyCount] = {};
     float actionTime = 0.0f;
     float stuckTime = 0.0f;
+    float lastX = 0.0f;
     float jumpTime = 0.0f;
     int weaponKey = 0;
     bool hookEast = true;

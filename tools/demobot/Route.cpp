@@ -60,9 +60,10 @@ bool Route::read(const std::string& text, std::string& error)
             a.kind = key == "run" ? RouteAction::Kind::run : RouteAction::Kind::jump;
         } else if (key == "hook" && args(3, 3) && number(w[1], a.x) && number(w[2], a.y) && number(w[3], a.until)) {
             a.kind = RouteAction::Kind::hook;
-        } else if (key == "fight" && args(1, 2) && number(w[1], a.x) && a.x > 0 &&
+        } else if ((key == "fight" || key == "hold") && args(1, 2) && number(w[1], a.x) && a.x > 0 &&
                    (w.size() < 3 || (number(w[2], a.seconds) && a.seconds > 0))) {
             a.kind = RouteAction::Kind::fight;
+            a.stand = key == "hold";
             if (w.size() < 3)
                 a.seconds = 60.0f;
         } else if (key == "shoot" && args(3, 3) && number(w[1], a.x) && number(w[2], a.y) &&
@@ -75,6 +76,8 @@ bool Route::read(const std::string& text, std::string& error)
             a.kind = RouteAction::Kind::wait;
         } else if (key == "door" && args(2, 2) && number(w[1], a.x) && number(w[2], a.y)) {
             a.kind = RouteAction::Kind::door;
+        } else if (key == "boss" && args(1, 1) && number(w[1], a.seconds) && a.seconds > 0 && a.seconds <= 40) {
+            a.kind = RouteAction::Kind::boss;
         } else if (key == "exit" && args(0, 0)) {
             a.kind = RouteAction::Kind::exit;
         } else {

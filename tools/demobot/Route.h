@@ -8,22 +8,27 @@
 //                         passes x2 (or the hook lets go), steering towards x2
 //   fight <range> [secs]  shoot the nearest enemy within range until none is
 //                         left (or secs pass); stands its ground meanwhile
+//   hold <range> [secs]   as fight, without moving from the spot
 //   shoot <x> <y> <secs>  stand and fire at a point (a practice target)
 //   weapon <name>         change weapon (useitem)
 //   wait <secs>           stand still
 //   door <x> <y>          stand still until nothing solid is at (x, y): a
 //                         door or shutter in the way has opened
+//   boss <secs>           push blocks of the block boss's colour into it
+//                         until it falls (or secs pass)
 //   exit                  run into the level's exit until the level ends
 #include <string>
 #include <vector>
 
 struct RouteAction {
-    enum class Kind { run, jump, hook, fight, shoot, weapon, wait, door, exit };
+    enum class Kind { run, jump, hook, fight, shoot, weapon, wait, door, boss, exit };
     Kind kind = Kind::run;
     float x = 0.0f;
     float y = 0.0f;
     float until = 0.0f;
     float seconds = 0.0f;
+    // A fight that stands its ground rather than closing in.
+    bool stand = false;
     std::string text;
     int line = 0;
 };

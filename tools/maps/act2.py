@@ -225,7 +225,9 @@ def foundrygates():
         lv.detail(x, 900, x + 48, 1200, 'metal1')
         lv.effect(x + 24, 1200, 'smoke')
     # The wall walk and the kennel behind its shutter.
-    lv.block(1940, 184, 2400, 200, 'deck')
+    # The walk stops short of the wall: the way down to the winch, walled in
+    # until the locker opens.
+    lv.block(1940, 184, 2336, 200, 'deck')
     for x in (1960, 2380):
         lv.detail(x, 0, x + 8, 184, 'metal1')
     lv.jumppad(1780, 0, (60, 220))
@@ -538,8 +540,10 @@ def blockyard():
                                                          'maxspawned': count, 'spawndelay': '1200'})
     lv.pickup('rocketlauncherammo', 1400, 0, 20, attributes={'ammo': '10'})
 
-    # Past the gate: the way up to the rooftops.
+    # Past the gate: the way up to the rooftops. A kerb keeps blocks shoved
+    # through the gate from burying the exit.
     lv.backdrop(2232, 0, 2560, 120)
+    lv.block(2240, 0, 2248, 8, 'trim')
     lv.lamp(2300, 114, 64)
     lv.cash(2300, 0, 25)
     lv.sign(2260, 90, 'TO THE ROOFTOPS', 12)
