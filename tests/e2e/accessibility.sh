@@ -9,29 +9,12 @@ set -euo pipefail
 game_dir=$1
 source "$(dirname "$0")/lib.bash"
 
-snap() {
-  if [ "$W" -gt 1000 ]; then sleep 2.5; else sleep 0.8; fi
-  mkdir -p "$shots"
-  local f
-  f=$(ls "$work"/screenshots/movie*.png 2>/dev/null | sort | tail -n 2 | head -n 1)
-  [ -n "$f" ] || fail "no movie frames"
-  cp "$f" "$shots/$1_${W}.png"
-}
 # Window pixels of interface unit (x, y from the top).
 px() { echo $(($1 * S)) $(($2 * S)); }
 click() { xdotool mousemove --window "$win" $(px "$1" "$2"); sleep 0.2; xdotool click 1; sleep 0.35; }
-keys() {
-  local k
-  for k in "$@"; do xdotool keydown "$k"; sleep 0.08; xdotool keyup "$k"; sleep 0.05; done
-  sleep 0.3
-}
 # The menus' layout in interface units (the window divided by the scale).
-frame_left() { echo $(((VW - $1) / 2)); }
-frame_top() {
-  local h=$1 band=$((VH - 194)) top
-  if [ "$h" -gt "$band" ]; then top=$(((VH + h) / 2)); else top=$((44 + (band + h) / 2)); fi
-  echo $((VH - top))
-}
+frame_left() { menu_frame_left "$VW" "$1"; }
+frame_top() { menu_frame_top "$VH" "$1"; }
 widget() { echo $(($(frame_left "$1") + $3 + $5 / 2)) $(($(frame_top "$2") + $4 + $6 / 2)); }
 # Over a level the task bar has four buttons (Save Game among them).
 taskbar() { echo $(((VW - 550) / 2 + $1 * 140 + 65)) $((VH - 22)); }

@@ -118,3 +118,28 @@ aim_cursor() {
   done
   sleep 0.1
 }
+
+# The menu checks share these. snap copies the last whole movie frame into
+# $shots as NAME_$W.png; big software-rendered frames need longer to land.
+snap() {
+  if [ "$W" -gt 1000 ]; then sleep 2.5; else sleep 0.8; fi
+  mkdir -p "$shots"
+  local f
+  f=$(ls "$work"/screenshots/movie*.png 2>/dev/null | sort | tail -n 2 | head -n 1)
+  [ -n "$f" ] || fail "no movie frames"
+  cp "$f" "$shots/$1_${W}.png"
+}
+keys() {
+  local k
+  for k in "$@"; do xdotool keydown "$k"; sleep 0.08; xdotool keyup "$k"; sleep 0.05; done
+  sleep 0.3
+}
+# Menu frames are centred in the band between the logo (150 px) and the task
+# bar (44 px), or in the screen when taller: menu_frame_left SCREEN_W FRAME_W,
+# menu_frame_top SCREEN_H FRAME_H (from the top).
+menu_frame_left() { echo $((($1 - $2) / 2)); }
+menu_frame_top() {
+  local H=$1 h=$2 band=$(($1 - 194)) top
+  if [ "$h" -gt "$band" ]; then top=$(((H + h) / 2)); else top=$((44 + (band + h) / 2)); fi
+  echo $((H - top))
+}

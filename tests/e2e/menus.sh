@@ -11,31 +11,13 @@ game_dir=$1
 source "$(dirname "$0")/lib.bash"
 log() { cat "$work/outputlog.txt"; }
 
-snap() {
-  # Big software-rendered frames are slow to record: give them longer.
-  if [ "$W" -gt 1000 ]; then sleep 2.5; else sleep 0.8; fi
-  mkdir -p "$shots"
-  local f
-  f=$(ls "$work"/screenshots/movie*.png 2>/dev/null | sort | tail -n 2 | head -n 1)
-  [ -n "$f" ] || fail "no movie frames"
-  cp "$f" "$shots/$1_${W}.png"
-}
 at() { xdotool mousemove --window "$win" "$1" "$2"; sleep 0.2; }
 click() { at "$1" "$2"; xdotool click 1; sleep 0.35; }
-keys() {
-  local k
-  for k in "$@"; do xdotool keydown "$k"; sleep 0.08; xdotool keyup "$k"; sleep 0.05; done
-  sleep 0.3
-}
 
 # Where the screens stand: each menu frame is centred between the logo band
 # (150 px) and the task bar (44 px), or in the window when it is taller.
-frame_left() { echo $(((W - $1) / 2)); }
-frame_top() {
-  local h=$1 band=$((H - 194)) top
-  if [ "$h" -gt "$band" ]; then top=$(((H + h) / 2)); else top=$((44 + (band + h) / 2)); fi
-  echo $((H - top))
-}
+frame_left() { menu_frame_left "$W" "$1"; }
+frame_top() { menu_frame_top "$H" "$1"; }
 # Centre of a widget at (rx, ry, w, h) inside a frame of width fw, height fh.
 widget() { echo $(($(frame_left "$1") + $3 + $5 / 2)) $(($(frame_top "$2") + $4 + $6 / 2)); }
 # Over a level the bar holds Main Menu, Save Game, Options, Resume Game.
