@@ -131,6 +131,12 @@ Walk walkAdventure(const std::string& root)
                 walk.problems.push_back(name + ": exit plays missing cut scene " + exit.cutscene);
                 continue;
             }
+            // The game follows the cut scene, but editors and tools read the
+            // exit's own target: it must not point somewhere else.
+            const std::string after = scene.onend == "level" ? scene.endLevel() : "";
+            if (exit.leveltarget != after)
+                walk.problems.push_back(name + ": exit names " + exit.leveltarget + " but its cut scene leads to " +
+                                        (after.empty() ? "the menu" : after));
             if (scene.onend == "level")
                 queue.emplace_back(scene.endLevel(), scene.endSpawn());
             else if (scene.onend == "mainmenu")

@@ -311,7 +311,7 @@ def stores():
     lv.cash(3600, 0, 25)
     lv.sign(3500, 200, 'TO THE SIGNAL HOUSE', 12)
     lv.lamp(3600, H - 6, 64)
-    lv.exit(3640, 0, 'logic', 'brindlequay/stores')
+    lv.exit(3640, 0, 'signalhouse', 'brindlequay/stores')
     return lv
 
 def main():

@@ -548,7 +548,7 @@ def blockyard():
     lv.cash(2300, 0, 25)
     lv.sign(2260, 90, 'TO THE ROOFTOPS', 12)
     # The act ends: a cut scene takes the player up to the rooftops.
-    lv.exit(2480, 0, '', 'brindlequay/rooftops')
+    lv.exit(2480, 0, 'rooftops', 'brindlequay/rooftops')
     return lv
 
 

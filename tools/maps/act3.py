@@ -509,7 +509,7 @@ def destroyerlair():
     lv.enemy('cpu', 2420, PIT + 40, image='cpu', size=48, mass=0, attributes={'health': '100'})
     lv.sign(2300, PIT + 170, "THE HARBOURMASTER'S CORE", 12)
     lv.cash(2300, PIT, 25)
-    lv.exit(2540, PIT, 'quay', 'brindlequay/finale')
+    lv.exit(2540, PIT, '', 'brindlequay/finale')
     return lv
 
 
