@@ -15,6 +15,7 @@
 #include <memory>
 #include <string>
 
+#include "QuietStdout.h"
 #include "core/Clock.h"
 #include "core/Game.h"
 #include "core/ManualClock.h"
@@ -23,27 +24,6 @@
 
 namespace {
 namespace fs = std::filesystem;
-
-class QuietStdout {
-public:
-    QuietStdout()
-    {
-        std::fflush(stdout);
-        saved = dup(1);
-        const int null = open("/dev/null", O_WRONLY);
-        dup2(null, 1);
-        close(null);
-    }
-    ~QuietStdout()
-    {
-        std::fflush(stdout);
-        dup2(saved, 1);
-        close(saved);
-    }
-
-private:
-    int saved = -1;
-};
 
 // Runs in the staged game directory, so levels find their data as in play.
 struct LevelFile {

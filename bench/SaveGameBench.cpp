@@ -13,6 +13,7 @@
 #include <memory>
 #include <string>
 
+#include "QuietStdout.h"
 #include "core/Clock.h"
 #include "core/Game.h"
 #include "core/ManualClock.h"
@@ -20,28 +21,6 @@
 #include "sound/NullSound.h"
 
 namespace {
-// The game's log lines would drown the table: they go nowhere while timed.
-class QuietStdout {
-public:
-    QuietStdout()
-    {
-        std::fflush(stdout);
-        saved = dup(1);
-        const int null = open("/dev/null", O_WRONLY);
-        dup2(null, 1);
-        close(null);
-    }
-    ~QuietStdout()
-    {
-        std::fflush(stdout);
-        dup2(saved, 1);
-        close(saved);
-    }
-
-private:
-    int saved = -1;
-};
-
 std::string box(const char* type, int i, float x, float y, float size, const char* params)
 {
     auto v = [](float vx, float vy) { return "<v origin=\"" + std::to_string(vx) + "," + std::to_string(vy) + "\"/>"; };
