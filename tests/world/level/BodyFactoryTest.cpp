@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -10,23 +8,15 @@
 #include "core/Game.h"
 #include "render/NullRenderer.h"
 #include "sound/NullSound.h"
+#include "world/WorldTestHelpers.h"
 #include "world/body/Body.h"
 #include "world/gamebody/GameBody.h"
 #include "world/level/BodyFactory.h"
 #include "world/level/GameBodyFactory.h"
 
-namespace {
-std::string captured(const std::function<void()>& action)
-{
-    std::fflush(stdout);
-    ::testing::internal::CaptureStdout();
-    action();
-    std::fflush(stdout);
-    return ::testing::internal::GetCapturedStdout();
-}
-}
+using worldtest::captured;
 
-TEST(BodyFactoryTest, TypeTableHoldsEveryNameOnceInOrder)
+TEST(BodyFactoryTest, TypeTableHoldsEveryNameOnceInOrderAndEachCreatesItsTypeSilently)
 {
     const auto& names = GameBodyFactory::typeNames();
     ASSERT_EQ(names.size(), 94u);  // the 93 level types and the practice "target"
@@ -38,15 +28,9 @@ TEST(BodyFactoryTest, TypeTableHoldsEveryNameOnceInOrder)
     GameBodyFactory factory;
     factory.registerPrototypes();
     ASSERT_EQ(factory.getPrototypes().size(), names.size());
-    for (size_t i = 0; i < names.size(); ++i)
-        EXPECT_EQ(factory.getPrototypes()[i]->type, names[i]);
-}
-
-TEST(BodyFactoryTest, EveryTableNameCreatesItsTypeSilently)
-{
-    GameBodyFactory factory;
-    factory.registerPrototypes();
-    for (const std::string& name : GameBodyFactory::typeNames()) {
+    for (size_t i = 0; i < names.size(); ++i) {
+        const std::string& name = names[i];
+        EXPECT_EQ(factory.getPrototypes()[i]->type, name);
         std::unique_ptr<Body> body;
         const std::string out = captured([&] { body = factory.create(name); });
         ASSERT_NE(body, nullptr) << name;

@@ -4,13 +4,8 @@
 #include "TestPaths.h"
 #include <gtest/gtest.h>
 
-#include <dirent.h>
-
 #include <cmath>
-#include <cstdlib>
-#include <fstream>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -18,17 +13,9 @@
 #include "world/logic/Spawner.h"
 #include "world/level/LevelFixture.h"
 
+using worldtest::readFile;
+
 namespace {
-std::string sourceDir() { return testSourceDir(); }
-
-std::string readFile(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
-
 bool finite(const Vector& v) { return std::isfinite(v.x) && std::isfinite(v.y); }
 }
 
@@ -47,7 +34,7 @@ protected:
 
 TEST_F(LevelFilesTest, TestLevelLoadsCleanlyAndSettles)
 {
-    const std::string text = readFile(sourceDir() + "/maps/test.xml");
+    const std::string text = readFile(testSourceDir() + "/maps/test.xml");
     ASSERT_FALSE(text.empty());
     dir.write("maps/test.xml", text);
     game.setGravityOverride(-80.0f);
@@ -100,15 +87,9 @@ TEST_F(LevelFilesTest, TestLevelLoadsCleanlyAndSettles)
 
 TEST_F(LevelFilesTest, EveryFuzzSeedLoadsOrIsRefusedSafely)
 {
-    const std::string corpus = sourceDir() + "/fuzz/corpus/level_loader";
-    DIR* listing = opendir(corpus.c_str());
-    ASSERT_NE(listing, nullptr) << corpus;
-    std::vector<std::string> seeds;
-    while (const dirent* entry = readdir(listing))
-        if (entry->d_name[0] != '.')
-            seeds.push_back(entry->d_name);
-    closedir(listing);
-    ASSERT_GE(seeds.size(), 5u);
+    const std::string corpus = testSourceDir() + "/fuzz/corpus/level_loader";
+    const std::vector<std::string> seeds = worldtest::filesIn(corpus);
+    ASSERT_GE(seeds.size(), 5u) << corpus;
 
     game.setGravityOverride(-80.0f);
     for (const std::string& seed : seeds) {
@@ -131,7 +112,7 @@ TEST_F(LevelFilesTest, EveryFuzzSeedLoadsOrIsRefusedSafely)
 // logic level, and every body its spawners make, has its image.
 TEST_F(LevelFilesTest, LogicLevelDrawsNoPlainWhiteBoxes)
 {
-    dir.write("maps/logic.xml", readFile(sourceDir() + "/maps/logic.xml"));
+    dir.write("maps/logic.xml", readFile(testSourceDir() + "/maps/logic.xml"));
     game.setGravityOverride(-80.0f);
     captured([&] { game.loadLevel("logic.xml", ""); });
     ASSERT_TRUE(game.isLevelLoaded());

@@ -3,8 +3,6 @@
 // files and load them the way the game does.
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <functional>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -15,9 +13,12 @@
 #include "render/NullRenderer.h"
 #include "resources/TempDir.h"
 #include "sound/NullSound.h"
+#include "world/WorldTestHelpers.h"
 #include "world/body/Body.h"
 #include "world/level/BodyFactory.h"
 #include "world/level/LevelLoader.h"
+
+using worldtest::captured;
 
 class LevelFixture : public ::testing::Test {
 protected:
@@ -57,15 +58,6 @@ protected:
     void writeLevel(const std::string& name, const std::string& bodies) const
     {
         dir.write("maps/" + name + ".xml", level(bodies));
-    }
-
-    static std::string captured(const std::function<void()>& action)
-    {
-        std::fflush(stdout);
-        ::testing::internal::CaptureStdout();
-        action();
-        std::fflush(stdout);
-        return ::testing::internal::GetCapturedStdout();
     }
 
     Body* find(const std::string& id)

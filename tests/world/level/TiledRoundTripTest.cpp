@@ -7,24 +7,12 @@
 
 #include <tinyxml.h>
 
-#include <dirent.h>
-
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 
 #include "core/WorldHash.h"
 #include "world/level/LevelFixture.h"
 
-namespace {
-std::string readFile(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
-}
+using worldtest::readFile;
 
 class TiledRoundTripTest : public LevelFixture {
 protected:
@@ -65,14 +53,8 @@ TEST_F(TiledRoundTripTest, EveryExportedLevelLoadsAsTheSameWorld)
     if (!exported || !*exported)
         GTEST_SKIP() << "run through tests/tiled/roundtrip.sh, which exports the levels with Tiled";
 
-    DIR* listing = opendir(exported);
-    ASSERT_NE(listing, nullptr) << exported;
-    std::vector<std::string> names;
-    while (const dirent* entry = readdir(listing))
-        if (entry->d_name[0] != '.')
-            names.push_back(entry->d_name);
-    closedir(listing);
-    ASSERT_FALSE(names.empty());
+    const std::vector<std::string> names = worldtest::filesIn(exported);
+    ASSERT_FALSE(names.empty()) << exported;
 
     for (const std::string& name : names) {
         SCOPED_TRACE(name);
