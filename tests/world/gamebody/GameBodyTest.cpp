@@ -11,20 +11,26 @@
 #include "gameplay/GameplaySingleton.h"
 #include "render/NullRenderer.h"
 #include "sound/NullSound.h"
+#include "world/WorldTestHelpers.h"
 #include "world/gamebody/GameBody.h"
 
 namespace {
-// Counts the effect hooks and records who triggered it.
+// Counts the effect hooks and records who triggered it; can refuse one
+// damage type and scale what it takes, as derived classes do.
 class ProbeBody : public GameBody {
 public:
     std::unique_ptr<Body> clone() const override { return std::make_unique<ProbeBody>(); }
     void showDamage() override { ++bloodShown; }
     void deathEffects() override { ++deathEffectsShown; }
     void onTriggered(GameBody* activator) override { triggeredBy.push_back(activator); }
+    bool canBeDamagedBy(int type) override { return type != refusedType; }
+    int adjustDamage(int amount, int) override { return amount * damageScale; }
 
     int bloodShown = 0;
     int deathEffectsShown = 0;
     std::vector<GameBody*> triggeredBy;
+    int refusedType = -100;
+    int damageScale = 1;
 };
 
 class GameBodyTest : public ::testing::Test {
@@ -47,115 +53,58 @@ void makeHurtable(ProbeBody& b, int health, int armour)
 }
 }
 
-TEST_F(GameBodyTest, ArmourAbsorbsDamagePointForPoint)
+TEST_F(GameBodyTest, OneHitThroughArmourFlagsAndFilters)
 {
-    ProbeBody b;
-    makeHurtable(b, 100, 30);
-    b.takeDamage(50, 1);
-    EXPECT_EQ(b.armour, 0);
-    EXPECT_EQ(b.health, 80);
-    EXPECT_EQ(b.bloodShown, 1);
-
-    ProbeBody c;
-    makeHurtable(c, 100, 200);
-    c.takeDamage(50, 1);
-    EXPECT_EQ(c.armour, 150);
-    EXPECT_EQ(c.health, 100);
-
-    int absorbed = -1;
-    EXPECT_EQ(c.absorbArmour(400, absorbed), 150);
-    EXPECT_EQ(absorbed, 150);
-    EXPECT_EQ(c.armour, 0);
-}
-
-TEST_F(GameBodyTest, HealthBelowOneKills)
-{
-    ProbeBody b;
-    makeHurtable(b, 10, 0);
-    b.takeDamage(10, 1);
-    EXPECT_EQ(b.health, 0);
-    EXPECT_TRUE(b.dying);
-    EXPECT_TRUE(b.cancleanup) << "the last life ends with removal at the next move step";
-    EXPECT_EQ(b.deathEffectsShown, 1);
-
-    ProbeBody survivor;
-    makeHurtable(survivor, 11, 0);
-    survivor.takeDamage(10, 1);
-    EXPECT_EQ(survivor.health, 1);
-    EXPECT_FALSE(survivor.dying);
-}
-
-TEST_F(GameBodyTest, BodiesThatCannotBeHurtStillBleed)
-{
-    ProbeBody b;
-    b.takeDamage(500, 1);
-    EXPECT_EQ(b.health, 100);
-    EXPECT_EQ(b.bloodShown, 1);
-
-    ProbeBody quiet;
-    makeHurtable(quiet, 100, 0);
-    quiet.showdamage = false;
-    quiet.takeDamage(20, 1);
-    EXPECT_EQ(quiet.bloodShown, 0);
-    EXPECT_EQ(quiet.health, 80);
-
-    ProbeBody god;
-    makeHurtable(god, 100, 50);
-    god.setGodMode(true);
-    god.takeDamage(500, -1);
-    EXPECT_EQ(god.health, 100);
-    EXPECT_EQ(god.armour, 50);
-    EXPECT_EQ(god.bloodShown, 1);
-}
-
-TEST_F(GameBodyTest, DyingAndLimboIgnoreDamageEntirely)
-{
-    ProbeBody dying;
-    makeHurtable(dying, 100, 0);
-    dying.dying = true;
-    dying.takeDamage(50, 1);
-    ProbeBody limbo;
-    makeHurtable(limbo, 100, 0);
-    limbo.inlimbo = true;
-    limbo.takeDamage(50, 1);
-    for (const ProbeBody* b : {&dying, &limbo}) {
-        EXPECT_EQ(b->health, 100);
-        EXPECT_EQ(b->bloodShown, 0);
-    }
-}
-
-TEST_F(GameBodyTest, InvincibilityScalesAndCanDropDamage)
-{
-    ProbeBody half;
-    makeHurtable(half, 100, 0);
-    half.hasinvinc = true;
-    half.damagetakenfactor = 0.5f;
-    half.takeDamage(25, 1);
-    EXPECT_EQ(half.health, 88) << "integer part of 12.5";
-
-    ProbeBody immune;
-    makeHurtable(immune, 100, 40);
-    immune.hasinvinc = true;
-    immune.damagetakenfactor = 0.0f;
-    immune.takeDamage(25, 1);
-    EXPECT_EQ(immune.health, 100);
-    EXPECT_EQ(immune.armour, 40);
-    EXPECT_EQ(immune.bloodShown, 1) << "blood comes before the damage is dropped";
-}
-
-TEST_F(GameBodyTest, DerivedClassesFilterAndAdjustDamage)
-{
-    class Picky : public ProbeBody {
-    public:
-        bool canBeDamagedBy(int type) override { return type != 4; }
-        int adjustDamage(int amount, int) override { return amount * 2; }
+    struct Case {
+        const char* name;
+        int health, armour;
+        void (*prepare)(ProbeBody&);
+        int amount, type;
+        int wantHealth, wantArmour, wantBlood, wantDeaths;
     };
-    Picky p;
-    p.takedamage = true;
-    p.takeDamage(10, 4);
-    EXPECT_EQ(p.health, 100);
-    p.takeDamage(10, 1);
-    EXPECT_EQ(p.health, 80);
+    const Case cases[] = {
+        {"armour absorbs point for point", 100, 30, nullptr, 50, 1, 80, 0, 1, 0},
+        {"armour takes it all", 100, 200, nullptr, 50, 1, 100, 150, 1, 0},
+        {"health below one kills", 10, 0, nullptr, 10, 1, 0, 0, 1, 1},
+        {"one left survives", 11, 0, nullptr, 10, 1, 1, 0, 1, 0},
+        {"cannot be hurt, still bleeds", 100, 0, [](ProbeBody& b) { b.takedamage = false; }, 500, 1, 100, 0, 1, 0},
+        {"no blood shown", 100, 0, [](ProbeBody& b) { b.showdamage = false; }, 20, 1, 80, 0, 0, 0},
+        {"god mode", 100, 50, [](ProbeBody& b) { b.setGodMode(true); }, 500, -1, 100, 50, 1, 0},
+        {"dying ignores it entirely", 100, 0, [](ProbeBody& b) { b.dying = true; }, 50, 1, 100, 0, 0, 0},
+        {"limbo ignores it entirely", 100, 0, [](ProbeBody& b) { b.inlimbo = true; }, 50, 1, 100, 0, 0, 0},
+        {"invincibility scales, integer part of 12.5", 100, 0,
+         [](ProbeBody& b) {
+             b.hasinvinc = true;
+             b.damagetakenfactor = 0.5f;
+         },
+         25, 1, 88, 0, 1, 0},
+        {"invincibility drops it after the blood", 100, 40,
+         [](ProbeBody& b) {
+             b.hasinvinc = true;
+             b.damagetakenfactor = 0.0f;
+         },
+         25, 1, 100, 40, 1, 0},
+        {"refused type", 100, 0, [](ProbeBody& b) { b.refusedType = 4; }, 10, 4, 100, 0, 1, 0},
+        {"adjusted amount", 100, 0, [](ProbeBody& b) { b.damageScale = 2; }, 10, 1, 80, 0, 1, 0},
+        {"negative pain heals", 50, 10, nullptr, -30, 1, 80, 10, 1, 0},
+        {"healing stops at the cap", 150, 0, nullptr, -500, 1, 200, 0, 1, 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        ProbeBody b;
+        makeHurtable(b, c.health, c.armour);
+        if (c.prepare)
+            c.prepare(b);
+        const bool wasDying = b.dying;
+        b.takeDamage(c.amount, c.type);
+        EXPECT_EQ(b.health, c.wantHealth);
+        EXPECT_EQ(b.armour, c.wantArmour);
+        EXPECT_EQ(b.bloodShown, c.wantBlood);
+        EXPECT_EQ(b.deathEffectsShown, c.wantDeaths);
+        EXPECT_EQ(b.dying, wasDying || c.wantDeaths > 0);
+        // The last life ends with removal at the next move step.
+        EXPECT_EQ(b.cancleanup, c.wantDeaths > 0);
+    }
 }
 
 TEST_F(GameBodyTest, CapsAndScaling)
@@ -171,6 +120,12 @@ TEST_F(GameBodyTest, CapsAndScaling)
     EXPECT_EQ(b.scaleDamage(7), 28);
     b.damagefactor = 0.3f;
     EXPECT_EQ(b.scaleDamage(10), 3);
+
+    int absorbed = -1;
+    b.armour = 150;
+    EXPECT_EQ(b.absorbArmour(400, absorbed), 150);
+    EXPECT_EQ(absorbed, 150);
+    EXPECT_EQ(b.armour, 0);
 }
 
 TEST_F(GameBodyTest, LivesGoThroughLimboAndTheLastDeathFiresTargets)
@@ -352,11 +307,7 @@ TEST_F(GameBodyTest, SavedStateRoundTripInKeyOrder)
     GameBody owner;
     owner.autoid = 7;
     owner.adopt(&copy);
-    TiXmlElement again("state");
-    copy.writeState(&again);
-    std::vector<std::pair<std::string, std::string>> written;
-    for (const TiXmlAttribute* a = again.FirstAttribute(); a; a = a->Next())
-        written.emplace_back(a->Name(), a->Value());
+    const worldtest::SavedKeys written = worldtest::savedKeys(copy);
     ASSERT_GT(written.size(), state.size());
     EXPECT_EQ(written.front().first, "renderpos") << "Body's keys come first";
     EXPECT_EQ(decltype(state)(written.end() - state.size(), written.end()), state);
