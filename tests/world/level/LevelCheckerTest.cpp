@@ -4,13 +4,12 @@
 #include "TestPaths.h"
 #include <gtest/gtest.h>
 
-#include <dirent.h>
-
 #include <cstdio>
 #include <string>
 #include <vector>
 
 #include "resources/TempDir.h"
+#include "world/WorldTestHelpers.h"
 #include "world/body/Body.h"
 #include "world/level/BodyFactory.h"
 #include "world/level/GameBodyFactory.h"
@@ -50,9 +49,9 @@ std::string attribute(const std::string& name, const std::string& value)
 }
 
 // Line 1 is the root; bodies follow, each starting on its own line.
-std::string level(const std::string& bodies, const std::string& rootAttributes = "")
+std::string level(const std::string& bodies)
 {
-    return "<level" + rootAttributes + "><Objects>\n" +
+    return "<level><Objects>\n" +
            body("default", "floor", square(-100, -100, 400), "solid=\"true\" entity=\"false\"") +
            body("spawnpoint", "start", square(0, 0)) +
            body("levelchange", "exit", square(200, 0) + attribute("leveltarget", "next")) + bodies +
@@ -105,96 +104,85 @@ TEST_F(LevelCheckerTest, CleanLevelHasNoProblems)
 
 TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
 {
+    // Lines below the body's first: its params are on the next, its vertices and attributes after.
+    const int params = 1, inner = 2;
+    const auto with = [](const std::string& type, const std::string& id, const std::string& name,
+                         const std::string& value) { return body(type, id, square(40, 0) + attribute(name, value)); };
+    const auto withParams = [](const std::string& type, const std::string& id, const std::string& extra) {
+        return body(type, id, square(40, 0), "entity=\"true\" " + extra);
+    };
+    const auto polygon = [](const std::string& id, std::initializer_list<const char*> origins) {
+        std::string verts;
+        for (const char* origin : origins)
+            verts += "<v origin=\"" + std::string(origin) + "\"/>";
+        return body("default", id, "<verts>" + verts + "</verts>", "entity=\"false\"");
+    };
     struct Case {
         const char* rule;
         std::string bodies;
-        std::string rootAttributes;
         int line;
         const char* expected;
     };
     const Case cases[] = {
-        {"unknown type", body("Shotgun", "gun", square(40, 0)), "", firstExtraLine,
+        {"unknown type", body("Shotgun", "gun", square(40, 0)), 0,
          "body \"gun\" (Shotgun): unknown type \"Shotgun\" (did you mean \"shotgun\"?)"},
-        {"misspelt attribute", body("door", "gate", square(40, 0) + attribute("opnoffset", "0,64")), "",
-         firstExtraLine + 2, "body \"gate\" (door): unknown attribute \"opnoffset\" (did you mean \"openoffset\"?)"},
-        {"attribute of another type", body("door", "gate", square(40, 0) + attribute("leveltarget", "next")), "",
-         firstExtraLine + 2, "unknown attribute \"leveltarget\""},
-        {"unknown parameter", body("door", "gate", square(40, 0), "entity=\"true\" soild=\"true\""), "",
-         firstExtraLine + 1, "unknown parameter \"soild\" (did you mean \"solid\"?)"},
-        {"bool value", body("alphadoor", "gate", square(40, 0) + attribute("startopen", "yes")), "", firstExtraLine + 2,
+        {"misspelt attribute", with("door", "gate", "opnoffset", "0,64"), inner,
+         "body \"gate\" (door): unknown attribute \"opnoffset\" (did you mean \"openoffset\"?)"},
+        {"attribute of another type", with("door", "gate", "leveltarget", "next"), inner,
+         "unknown attribute \"leveltarget\""},
+        {"unknown parameter", withParams("door", "gate", "soild=\"true\""), params,
+         "unknown parameter \"soild\" (did you mean \"solid\"?)"},
+        {"bool value", with("alphadoor", "gate", "startopen", "yes"), inner,
          "attribute \"startopen\" should be bool, not \"yes\""},
-        {"int value", body("health", "h", square(40, 0) + attribute("amount", "lots")), "", firstExtraLine + 2,
+        {"int value", with("health", "h", "amount", "lots"), inner,
          "attribute \"amount\" should be int, not \"lots\""},
-        {"vector value", body("door", "gate", square(40, 0) + attribute("openoffset", "64")), "",
-         firstExtraLine + 2, "attribute \"openoffset\" should be vector, not \"64\""},
-        {"param value", body("door", "gate", square(40, 0), "entity=\"true\" mass=\"heavy\""), "",
-         firstExtraLine + 1, "parameter \"mass\" should be float, not \"heavy\""},
-        {"target names nothing", body("switch", "lever", square(40, 0), "entity=\"true\" targets=\"gaet\""), "",
-         firstExtraLine + 1, "body \"lever\" (switch): target \"gaet\" names no body"},
-        {"id attribute names nothing", body("blockboss", "boss", square(40, 0) + attribute("adds1", "nobody")), "",
-         firstExtraLine + 2, "\"adds1\" names no body: \"nobody\""},
-        {"spawned type", body("spawner", "sp", square(40, 0) + attribute("spawnedtype", "rocketgrunts")), "",
-         firstExtraLine + 2, "names unknown type \"rocketgrunts\" (did you mean \"rocketgrunt\"?)"},
-        {"missing texture", body("door", "gate", square(40, 0), "entity=\"true\" texture=\"data/images/no.png\""),
-         "", firstExtraLine + 1, "missing texture \"data/images/no.png\""},
-        {"missing switch image", body("switch", "s", square(40, 0) + attribute("triggeredimage", "x.png")), "",
-         firstExtraLine + 2, "missing texture \"x.png\""},
-        {"missing sound", body("soundbody", "s", square(40, 0) + attribute("sound", "data/sounds/no.wav")), "",
-         firstExtraLine + 2, "missing sound \"data/sounds/no.wav\""},
-        {"unknown particle effect", body("particlesystembody", "p", square(40, 0) + attribute("systemid", "stem")),
-         "", firstExtraLine + 2, "unknown particle effect \"stem\""},
-        {"missing sky", body("skyinfo", "s", square(40, 0) + attribute("skies", "day,nite")), "",
-         firstExtraLine + 2, "missing sky \"nite\""},
-        {"missing music", body("skyinfo", "s", square(40, 0) + attribute("music", "sea")), "", firstExtraLine + 2,
-         "missing music track \"sea\""},
-        {"music outside its folder", body("skyinfo", "s", square(40, 0) + attribute("music", "../harbour")), "",
-         firstExtraLine + 2, "missing music track \"../harbour\""},
-        {"level change to no level", body("levelchange", "l", square(40, 0) + attribute("leveltarget", "nxt")), "",
-         firstExtraLine + 2, "\"leveltarget\" names no level: \"nxt\""},
+        {"vector value", with("door", "gate", "openoffset", "64"), inner,
+         "attribute \"openoffset\" should be vector, not \"64\""},
+        {"param value", withParams("door", "gate", "mass=\"heavy\""), params,
+         "parameter \"mass\" should be float, not \"heavy\""},
+        {"target names nothing", withParams("switch", "lever", "targets=\"gaet\""), params,
+         "body \"lever\" (switch): target \"gaet\" names no body"},
+        {"id attribute names nothing", with("blockboss", "boss", "adds1", "nobody"), inner,
+         "\"adds1\" names no body: \"nobody\""},
+        {"spawned type", with("spawner", "sp", "spawnedtype", "rocketgrunts"), inner,
+         "names unknown type \"rocketgrunts\" (did you mean \"rocketgrunt\"?)"},
+        {"missing texture", withParams("door", "gate", "texture=\"data/images/no.png\""), params,
+         "missing texture \"data/images/no.png\""},
+        {"missing switch image", with("switch", "s", "triggeredimage", "x.png"), inner,
+         "missing texture \"x.png\""},
+        {"missing sound", with("soundbody", "s", "sound", "data/sounds/no.wav"), inner,
+         "missing sound \"data/sounds/no.wav\""},
+        {"unknown particle effect", with("particlesystembody", "p", "systemid", "stem"), inner,
+         "unknown particle effect \"stem\""},
+        {"missing sky", with("skyinfo", "s", "skies", "day,nite"), inner, "missing sky \"nite\""},
+        {"missing music", with("skyinfo", "s", "music", "sea"), inner, "missing music track \"sea\""},
+        {"music outside its folder", with("skyinfo", "s", "music", "../harbour"), inner,
+         "missing music track \"../harbour\""},
+        {"level change to no level", with("levelchange", "l", "leveltarget", "nxt"), inner,
+         "\"leveltarget\" names no level: \"nxt\""},
         {"entry spawn point of the next level",
          body("levelchange", "l", square(40, 0) + attribute("leveltarget", "next") + attribute("targetspawn", "dor")),
-         "", firstExtraLine + 2, "\"targetspawn\" names no spawn point of level \"next\": \"dor\""},
-        {"too few vertices",
-         body("default", "bit", "<verts><v origin=\"0,0\"/><v origin=\"1,0\"/></verts>", "entity=\"false\""), "",
-         firstExtraLine, "body \"bit\" (default): polygon has 2 vertices"},
-        {"degenerate polygon",
-         body("default", "line", "<verts><v origin=\"0,0\"/><v origin=\"5,0\"/><v origin=\"9,0\"/></verts>",
-              "entity=\"false\""),
-         "", firstExtraLine, "polygon is degenerate"},
-        {"non-convex polygon",
-         body("default", "dent",
-              "<verts><v origin=\"0,0\"/><v origin=\"10,0\"/><v origin=\"5,2\"/><v origin=\"10,10\"/>"
-              "<v origin=\"0,10\"/></verts>",
-              "entity=\"false\""),
-         "", firstExtraLine, "polygon is not convex"},
-        {"clockwise polygon",
-         body("default", "cw", "<verts><v origin=\"0,0\"/><v origin=\"0,10\"/><v origin=\"10,10\"/></verts>",
-              "entity=\"false\""),
-         "", firstExtraLine, "polygon winds clockwise"},
-        {"bad vertex",
-         body("default", "v",
-              "<verts><v origin=\"0,0\"/><v origin=\"10,0\"/><v origin=\"10,10\"/><v origin=\"zero\"/></verts>",
-              "entity=\"false\""),
-         "",
-         firstExtraLine + 2, "vertex origin \"zero\" is not x,y or x,y,z"},
-        {"infinite vertex",
-         body("default", "inf",
-              "<verts><v origin=\"0,0\"/><v origin=\"10,0\"/><v origin=\"10,10\"/><v origin=\"1e999,0\"/></verts>",
-              "entity=\"false\""),
-         "", firstExtraLine + 2, "vertex origin \"1e999,0\" is not a finite number"},
-        {"overlapping spawn points", body("spawnpoint", "start2", square(8, 8)), "", firstExtraLine,
+         inner, "\"targetspawn\" names no spawn point of level \"next\": \"dor\""},
+        {"too few vertices", polygon("bit", {"0,0", "1,0"}), 0, "body \"bit\" (default): polygon has 2 vertices"},
+        {"degenerate polygon", polygon("line", {"0,0", "5,0", "9,0"}), 0, "polygon is degenerate"},
+        {"non-convex polygon", polygon("dent", {"0,0", "10,0", "5,2", "10,10", "0,10"}), 0, "polygon is not convex"},
+        {"clockwise polygon", polygon("cw", {"0,0", "0,10", "10,10"}), 0, "polygon winds clockwise"},
+        {"bad vertex", polygon("v", {"0,0", "10,0", "10,10", "zero"}), inner, "vertex origin \"zero\" is not x,y or x,y,z"},
+        {"infinite vertex", polygon("inf", {"0,0", "10,0", "10,10", "1e999,0"}), inner,
+         "vertex origin \"1e999,0\" is not a finite number"},
+        {"overlapping spawn points", body("spawnpoint", "start2", square(8, 8)), 0,
          "body \"start2\" (spawnpoint): overlaps spawn point \"start\""},
-        {"outside the level", body("health", "far", square(900, 0)), "", firstExtraLine,
+        {"outside the level", body("health", "far", square(900, 0)), 0,
          "body \"far\" (health): lies outside the level"},
-        {"beyond loadable coordinates", body("default", "huge", square(2e6f, 0), "entity=\"false\""), "",
-         firstExtraLine, "lies beyond the coordinates the game can load"},
+        {"beyond loadable coordinates", body("default", "huge", square(2e6f, 0), "entity=\"false\""), 0,
+         "lies beyond the coordinates the game can load"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.rule);
-        const auto problems = check(level(c.bodies, c.rootAttributes));
+        const auto problems = check(level(c.bodies));
         ASSERT_EQ(problems.size(), 1u) << (problems.empty() ? "" : problems[0].message);
         EXPECT_NE(problems[0].message.find(c.expected), std::string::npos) << problems[0].message;
-        EXPECT_EQ(problems[0].line, c.line) << problems[0].message;
+        EXPECT_EQ(problems[0].line, firstExtraLine + c.line) << problems[0].message;
     }
 }
 
@@ -250,19 +238,13 @@ TEST_F(LevelCheckerTest, UnreadableFilesAndExitStatus)
 TEST_F(LevelCheckerTest, FuzzSeedsAreCheckedWithoutHarm)
 {
     const std::string corpus = testSourceDir() + "/fuzz/corpus/level_loader";
-    DIR* listing = opendir(corpus.c_str());
-    ASSERT_NE(listing, nullptr) << corpus;
-    std::vector<std::string> seeds;
-    while (const dirent* entry = readdir(listing))
-        if (entry->d_name[0] != '.')
-            seeds.push_back(corpus + "/" + entry->d_name);
-    closedir(listing);
-    ASSERT_FALSE(seeds.empty());
+    const std::vector<std::string> seeds = worldtest::filesIn(corpus);
+    ASSERT_FALSE(seeds.empty()) << corpus;
     std::FILE* sink = std::tmpfile();
     ASSERT_NE(sink, nullptr);
     LevelChecker checker(schema);
     for (const std::string& seed : seeds)
-        EXPECT_GE(checker.run({seed}, sink), 0) << seed;
+        EXPECT_GE(checker.run({corpus + "/" + seed}, sink), 0) << seed;
     std::fclose(sink);
 }
 
