@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "world/WorldTestHelpers.h"
 #include "world/body/Body.h"
 #include "world/geometry/Geometry.h"
 #include "world/quadtree/QuadTree.h"
@@ -16,10 +17,7 @@ namespace {
 std::unique_ptr<Body> box(float x, float y, float w, float h, float mass = 0.0f)
 {
     auto b = std::make_unique<Body>();
-    b->setPosition(Vector(x, y));
-    b->makeRectangle(w, h);
-    b->setMass(mass);
-    b->updateBounds();
+    worldtest::shapeBox(*b, x, y, w, h, mass);
     return b;
 }
 
@@ -136,27 +134,6 @@ TEST_F(QuadTreeTest, DeletedBodiesLeaveTheTreeAndClearedTreesForgetBodies)
     tree.clear();
     EXPECT_EQ(kept->quadTreeNode, nullptr);
     EXPECT_TRUE(tree.getChildren().empty());
-}
-
-TEST_F(QuadTreeTest, CandidatesSkipImmovablePairsAndDistantBodies)
-{
-    Body* floor = add(box(0, -100, 400, 20));
-    Body* wall = add(box(-190, 0, 20, 200));
-    Body* crate = add(box(0, -86, 10, 10, 10));
-    Body* far = add(box(300, 300, 10, 10, 10));
-    for (Body* b : {floor, wall, crate, far})
-        ASSERT_TRUE(tree.insert(b));
-
-    std::vector<Body*> out;
-    tree.candidates(*crate, out, 0.025f);
-    EXPECT_NE(std::find(out.begin(), out.end(), floor), out.end());
-    EXPECT_NE(std::find(out.begin(), out.end(), crate), out.end());
-    EXPECT_EQ(std::find(out.begin(), out.end(), far), out.end());
-
-    out.clear();
-    tree.candidates(*floor, out, 0.025f);
-    EXPECT_EQ(std::find(out.begin(), out.end(), wall), out.end());
-    EXPECT_NE(std::find(out.begin(), out.end(), crate), out.end());
 }
 
 TEST_F(QuadTreeTest, WithinRadiusUsesTheSweptRadius)
@@ -299,6 +276,22 @@ void preorder(const QuadTree& node, std::vector<const QuadTree*>& out)
     for (const auto& c : node.getChildren())
         preorder(*c, out);
 }
+
+// The candidates spelt out plainly, in the order the pair tests run them
+// (the simulation's result depends on it): depth first, children in order,
+// each node's bodies in list order, live boxes, no two immovable bodies.
+std::vector<Body*> referenceCandidates(const QuadTree& tree, const Body& probe)
+{
+    std::vector<const QuadTree*> nodes;
+    preorder(tree, nodes);
+    std::vector<Body*> want;
+    for (const QuadTree* node : nodes)
+        if (node->overlaps(probe))
+            for (Body* b : node->getBodies())
+                if (probe.boundsOverlap(*b) && (probe.isMovable() || b->isMovable()))
+                    want.push_back(b);
+    return want;
+}
 }
 
 // The tree skips nodes it can rule out from boxes alone and tests each
@@ -342,33 +335,6 @@ TEST_F(QuadTreeTest, TraceFindsExactlyWhatThePlainTestsFind)
                              << ray.end.y;
     }
     EXPECT_GT(total, 500u);
-}
-
-// Candidates come depth first, children in order and each node's bodies in
-// their list order: the pair tests run in this order, so the simulation's
-// result depends on it.
-TEST_F(QuadTreeTest, CandidatesComeDepthFirstInListOrder)
-{
-    for (int i = 0; i < 60; ++i) {
-        const float x = -480.0f + static_cast<float>((i * 97) % 960);
-        const float y = -480.0f + static_cast<float>((i * 61) % 960);
-        ASSERT_TRUE(tree.insert(add(box(x, y, 10.0f + static_cast<float>(i % 7) * 9.0f, 12, i % 3 ? 0.0f : 1.0f))));
-    }
-    Body* probe = add(box(-20, 10, 700, 500, 5));
-    ASSERT_TRUE(tree.insert(probe));
-    std::vector<Body*> out;
-    tree.candidates(*probe, out, 0.025f);
-
-    std::vector<const QuadTree*> nodes;
-    preorder(tree, nodes);
-    std::vector<Body*> want;
-    for (const QuadTree* node : nodes)
-        if (node->overlaps(*probe))
-            for (Body* b : node->getBodies())
-                if (probe->boundsOverlap(*b))
-                    want.push_back(b);
-    EXPECT_GT(want.size(), 10u);
-    EXPECT_EQ(out, want);
 }
 
 // Containment is decided from the vertices' box; the vertex rules still
@@ -426,15 +392,7 @@ TEST_F(QuadTreeTest, CandidatesSeeBoxesAsTheyAreNow)
     const auto check = [&] {
         std::vector<Body*> out;
         tree.candidates(*probe, out, 0.025f);
-        std::vector<Body*> want;
-        std::vector<const QuadTree*> nodes;
-        preorder(tree, nodes);
-        for (const QuadTree* node : nodes)
-            if (node->overlaps(*probe))
-                for (Body* b : node->getBodies())
-                    if (probe->boundsOverlap(*b))
-                        want.push_back(b);
-        EXPECT_EQ(out, want);
+        EXPECT_EQ(out, referenceCandidates(tree, *probe));
         return out.size();
     };
     EXPECT_EQ(check(), 1u);
@@ -503,18 +461,11 @@ TEST_F(QuadTreeTest, CandidatesMatchThePlainOverlapTestThroughChanges)
         ASSERT_TRUE(tree.insert(p));
 
     const auto check = [&](const char* stage) {
-        std::vector<const QuadTree*> nodes;
-        preorder(tree, nodes);
         for (Body* probe : probes) {
             std::vector<Body*> got;
             tree.candidates(*probe, got, 0.025f);
-            std::vector<Body*> want;
-            for (const QuadTree* node : nodes)
-                if (node->overlaps(*probe))
-                    for (Body* b : node->getBodies())
-                        if (probe->boundsOverlap(*b) && (probe->isMovable() || b->isMovable()))
-                            want.push_back(b);
-            ASSERT_EQ(got, want) << stage << ", probe at " << probe->pos.x << "," << probe->pos.y;
+            ASSERT_EQ(got, referenceCandidates(tree, *probe))
+                << stage << ", probe at " << probe->pos.x << "," << probe->pos.y;
         }
     };
     check("fresh");
