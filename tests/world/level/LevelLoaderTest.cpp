@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -52,66 +53,54 @@ TEST_F(LevelLoaderTest, LevelsInSubFoldersLoad)
 
 TEST_F(LevelLoaderTest, ParamsAreReadAndMissingOnesKeepDefaults)
 {
-    auto doc = parse(level(body("default", "slab",
-                                "targets=\"a,b\" solid=\"false\" entity=\"true\" outlined=\"false\" "
-                                "outlinecolour=\"1,2,3,4\" outlinewidth=\"3\" texhscale=\"2\" texhshift=\"0.5\" "
-                                "texvscale=\"3\" texvshift=\"0.25\" texrotate=\"45\" texture=\"data/images/x.png\" "
-                                "textured=\"true\" visible=\"false\" z-shift=\"0.3\" mass=\"4\"",
-                                rect(0, 0, 10, 10))));
+    // Every parameter a level sets, in one line so a swapped pair shows.
+    const auto params = [](const Body& b) {
+        std::ostringstream s;
+        s << b.id << " targets=" << b.targets << " solid=" << b.solid << " entity=" << b.entity
+          << " outlined=" << b.outlined << " outline=" << b.outlineColour.toString() << "/" << b.outlinewidth
+          << " texture=" << b.texture << "/" << b.textured << " tex=" << b.texhscale << "," << b.texhshift << ","
+          << b.texvscale << "," << b.texvshift << "," << b.texrotate << " visible=" << b.visible
+          << " z-shift=" << b.zShift << " mass=" << b.mass << "/" << b.invMass;
+        return s.str();
+    };
+    const struct {
+        std::string xml;
+        const char* want;
+    } cases[] = {
+        {body("default", "slab",
+              "targets=\"a,b\" solid=\"false\" entity=\"true\" outlined=\"false\" outlinecolour=\"1,2,3,4\" "
+              "outlinewidth=\"3\" texhscale=\"2\" texhshift=\"0.5\" texvscale=\"3\" texvshift=\"0.25\" "
+              "texrotate=\"45\" texture=\"data/images/x.png\" textured=\"true\" visible=\"false\" z-shift=\"0.3\" "
+              "mass=\"4\"",
+              rect(0, 0, 10, 10)),
+         "slab targets=a,b solid=0 entity=1 outlined=0 outline=1,2,3,4/3 texture=data/images/x.png/1 "
+         "tex=2,0.5,3,0.25,45 visible=0 z-shift=0.3 mass=4/0.25"},
+        // Present but empty values read as numbers 0, flags false and empty text.
+        {body("default", "",
+              "solid=\"\" visible=\"\" mass=\"\" outlinewidth=\"\" texhscale=\"\" outlinecolour=\"9,9\"",
+              rect(0, 0, 4, 4)),
+         " targets= solid=0 entity=0 outlined=1 outline=0,0,0,0/0 texture=/0 tex=0,0,1,0,0 visible=0 z-shift=0 "
+         "mass=0/0"},
+        // Missing attributes keep the defaults; only "true" makes an entity.
+        {"<P type=\"default\"><params/>" + rect(0, 0, 4, 4) + "</P>",
+         "generic targets= solid=1 entity=0 outlined=1 outline=0,0,0,0/1 texture=/0 tex=1,0,1,0,0 visible=1 "
+         "z-shift=0 mass=100/0.01"},
+    };
+    for (const auto& c : cases) {
+        auto doc = parse(level(c.xml));
+        auto b = loader.loadBody(firstP(*doc), false);
+        ASSERT_NE(b, nullptr) << c.want;
+        EXPECT_EQ(params(*b), c.want);
+    }
+    // The geometry of the first: centred on its vertices.
+    auto doc = parse(level(cases[0].xml));
     auto b = loader.loadBody(firstP(*doc), false);
-    ASSERT_NE(b, nullptr);
-    EXPECT_EQ(b->id, "slab");
-    EXPECT_EQ(b->targets, "a,b");
-    EXPECT_FALSE(b->solid);
-    EXPECT_TRUE(b->entity);
-    EXPECT_FALSE(b->outlined);
-    EXPECT_EQ(b->outlineColour, RGBAColour(1, 2, 3, 4));
-    EXPECT_EQ(b->outlinewidth, 3);
-    EXPECT_FLOAT_EQ(b->texhscale, 2.0f);
-    EXPECT_FLOAT_EQ(b->texhshift, 0.5f);
-    EXPECT_FLOAT_EQ(b->texvscale, 3.0f);
-    EXPECT_FLOAT_EQ(b->texvshift, 0.25f);
-    EXPECT_FLOAT_EQ(b->texrotate, 45.0f);
-    EXPECT_EQ(b->texture, "data/images/x.png");
-    EXPECT_TRUE(b->textured);
-    EXPECT_FALSE(b->visible);
-    EXPECT_FLOAT_EQ(b->zShift, 0.3f);
-    EXPECT_FLOAT_EQ(b->mass, 4.0f);
-    EXPECT_FLOAT_EQ(b->invMass, 0.25f);
     EXPECT_TRUE(b->loaded);
     EXPECT_FLOAT_EQ(b->pos.x, 5.0f);
     EXPECT_FLOAT_EQ(b->pos.y, 5.0f);
     EXPECT_TRUE(b->renderpos.equals(b->pos));
     EXPECT_FLOAT_EQ(b->localVertices[0].x, -5.0f);
     EXPECT_FLOAT_EQ(b->bounds->maxX, 10.0f);
-
-    // Present but empty values read as numbers 0, flags false and empty text.
-    auto sparse = parse(level(body("default", "",
-                                   "solid=\"\" visible=\"\" mass=\"\" outlinewidth=\"\" texhscale=\"\" "
-                                   "outlinecolour=\"9,9\"",
-                                   rect(0, 0, 4, 4))));
-    auto s = loader.loadBody(firstP(*sparse), false);
-    ASSERT_NE(s, nullptr);
-    EXPECT_EQ(s->id, "");
-    EXPECT_FALSE(s->solid);
-    EXPECT_FALSE(s->visible);
-    EXPECT_FALSE(s->entity);
-    EXPECT_FLOAT_EQ(s->mass, 0.0f);
-    EXPECT_FLOAT_EQ(s->invMass, 0.0f);
-    EXPECT_EQ(s->outlinewidth, 0);
-    EXPECT_FLOAT_EQ(s->texhscale, 0.0f);
-    EXPECT_EQ(s->outlineColour, RGBAColour(0, 0, 0, 0));
-
-    // Missing attributes keep the defaults; only "true" makes an entity.
-    auto bare = parse("<level><Objects><P type=\"default\"><params/>" + rect(0, 0, 4, 4) + "</P></Objects></level>");
-    auto d = loader.loadBody(firstP(*bare), false);
-    ASSERT_NE(d, nullptr);
-    EXPECT_EQ(d->id, "generic");
-    EXPECT_TRUE(d->solid);
-    EXPECT_TRUE(d->visible);
-    EXPECT_FALSE(d->entity);
-    EXPECT_FLOAT_EQ(d->mass, 100.0f);
-    EXPECT_EQ(d->outlinewidth, 1);
 }
 
 TEST_F(LevelLoaderTest, MassThresholdsAndTheActiveList)

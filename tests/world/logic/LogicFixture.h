@@ -83,6 +83,12 @@ protected:
         BasicTimer& t = GameplaySingleton::get().levelTimer;
         t.currentTime = t.startTime + ms;
     }
+    // The clock at `ms`, then one think of `body`.
+    static void thinkAt(Body& body, float ms)
+    {
+        at(ms);
+        body.think(0.025f);
+    }
 
     static void touch(Body& self, Body& other)
     {

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "world/WorldTestHelpers.h"
 #include "world/level/LevelLoader.h"
 #include "world/logic/LogicFixture.h"
 #include "world/logic/ParticleSystemBody.h"
@@ -22,22 +23,13 @@
 #include "world/movers/TriggeredJumpPad.h"
 
 namespace {
-using Keys = std::vector<std::pair<std::string, std::string>>;
+using Keys = worldtest::SavedKeys;
+using worldtest::savedKeys;
 
 template <class T>
 std::unique_ptr<GameBody> make()
 {
     return std::make_unique<T>();
-}
-
-Keys savedKeys(GameBody& body)
-{
-    TiXmlElement element("state");
-    body.writeState(&element);
-    Keys keys;
-    for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next())
-        keys.emplace_back(a->Name(), a->Value());
-    return keys;
 }
 }
 

@@ -37,10 +37,8 @@ TEST_F(SpawnerWaveTest, MaxSpawnedZeroSpawnsOnePerAcceptedTriggerOnly)
     at(500);
     spawner->onTriggered(nullptr);  // still within its untrigger time
     EXPECT_EQ(countOfType("battery"), 1);
-    for (int t = 600; t < 5000; t += 200) {
-        at(static_cast<float>(t));
-        spawner->think(0.025f);
-    }
+    for (int t = 600; t < 5000; t += 200)
+        thinkAt(*spawner, static_cast<float>(t));
     EXPECT_EQ(countOfType("battery"), 1);
     spawner->onTriggered(nullptr);
     EXPECT_EQ(countOfType("battery"), 2);
@@ -58,13 +56,11 @@ TEST_F(SpawnerWaveTest, ThinkKeepsMaxAliveAndTriggersAddBeyondIt)
                          attribute("maxspawned", "3") + attribute("spawndelay", "100")));
     auto* spawner = find<Spawner>("sp");
     ASSERT_NE(spawner, nullptr);
-    at(0);
-    spawner->think(0.025f);
+    thinkAt(*spawner, 0);
     EXPECT_EQ(countOfType("battery"), 0);  // not active before its first trigger
     spawner->onTriggered(nullptr);
     EXPECT_EQ(spawner->numalive, 1);
-    at(1000);
-    spawner->think(0.025f);
+    thinkAt(*spawner, 1000);
     EXPECT_EQ(spawner->numalive, 1);
     spawner->onTriggered(nullptr);  // a trigger ignores maxalive
     EXPECT_EQ(spawner->numalive, 2);
@@ -75,13 +71,11 @@ TEST_F(SpawnerWaveTest, ThinkKeepsMaxAliveAndTriggersAddBeyondIt)
     for (GameBody* child : owned)
         child->die();
     EXPECT_EQ(spawner->numalive, 0);
-    at(2000);
-    spawner->think(0.025f);
+    thinkAt(*spawner, 2000);
     EXPECT_EQ(spawner->numalive, 1);
     EXPECT_EQ(spawner->numspawned, 3);
     spawner->getOwned().front()->die();
-    at(3000);
-    spawner->think(0.025f);
+    thinkAt(*spawner, 3000);
     EXPECT_EQ(spawner->numalive, 0);
     EXPECT_EQ(spawner->numspawned, 3);
 }
@@ -121,12 +115,10 @@ TEST_F(SpawnerWaveTest, WaveFileFiresInTimeOrderAndFileOrderForTies)
     EXPECT_EQ(entries[2].body->id, "a");
     EXPECT_EQ(entries[3].body->id, "late");
 
-    at(100);
-    wave->think(0.025f);
+    thinkAt(*wave, 100);
     EXPECT_TRUE(recs[3]->activators.empty());  // not active yet
     wave->onTriggered(nullptr);
-    at(1101);
-    wave->think(0.025f);
+    thinkAt(*wave, 1101);
     EXPECT_EQ(recs[3]->activators.size(), 1u);
     EXPECT_EQ(recs[1]->activators.size(), 1u);
     EXPECT_EQ(recs[0]->activators.size(), 1u);
@@ -162,8 +154,7 @@ TEST_F(SpawnerWaveTest, WaveFileMissingOrRestoredAfterALoad)
     wave->loadWaveFile();
     ASSERT_EQ(wave->getEntries().size(), 1u);
     EXPECT_EQ(wave->getEntries()[0].body, b);
-    at(4001);
-    wave->think(0.025f);
+    thinkAt(*wave, 4001);
     EXPECT_EQ(b->activators.size(), 1u);
 }
 
@@ -183,19 +174,16 @@ TEST_F(SpawnerWaveTest, ParticleSystemBodyTogglesAndRevertsOnce)
     at(1000);
     steam->onTriggered(nullptr);  // ignored until it reverts
     EXPECT_TRUE(steam->on);
-    at(3000);
-    steam->think(0.025f);
+    thinkAt(*steam, 3000);
     EXPECT_TRUE(steam->on);
-    at(3001);
-    steam->think(0.025f);
+    thinkAt(*steam, 3001);
     EXPECT_FALSE(steam->on);
     steam->onTriggered(nullptr);
     EXPECT_TRUE(steam->on);
 
     oneshot->onTriggered(nullptr);
     EXPECT_FALSE(oneshot->on);
-    at(100000);
-    oneshot->think(0.025f);
+    thinkAt(*oneshot, 100000);
     oneshot->onTriggered(nullptr);
     EXPECT_FALSE(oneshot->on);
 }

@@ -26,16 +26,13 @@ TEST_F(TriggerLogicTest, TriggerRearmsOnlyAfterItsTimerAndAThink)
     at(0);
     touch(*trigger, *player);
     EXPECT_EQ(rec->activators.size(), 1u);
-    at(500);
-    trigger->think(0.025f);
+    thinkAt(*trigger, 500);
     touch(*trigger, *player);
     EXPECT_EQ(rec->activators.size(), 1u);
-    at(1000);
-    trigger->think(0.025f);  // not past the timer yet
+    thinkAt(*trigger, 1000);  // not past the timer yet
     touch(*trigger, *player);
     EXPECT_EQ(rec->activators.size(), 1u);
-    at(1001);
-    trigger->think(0.025f);
+    thinkAt(*trigger, 1001);
     touch(*trigger, *player);
     EXPECT_EQ(rec->activators.size(), 2u);
     EXPECT_EQ(rec->activators.back(), trigger);
@@ -57,14 +54,12 @@ TEST_F(TriggerLogicTest, TriggerOnceFiresOncePerLevelAndOnlyForThePlayer)
     EXPECT_TRUE(rec->activators.empty());
     at(0);
     touch(*once, *player);
-    at(100000);
-    once->think(0.025f);
+    thinkAt(*once, 100000);
     touch(*once, *player);
     EXPECT_EQ(rec->activators.size(), 1u);
     // Timer 0: re-armed by the very next think.
     touch(*plain, *player);
-    at(100001);
-    plain->think(0.025f);
+    thinkAt(*plain, 100001);
     touch(*plain, *player);
     EXPECT_EQ(rec->activators.size(), 3u);
 }
@@ -163,8 +158,7 @@ TEST_F(TriggerLogicTest, MessageBodyFiredByAnotherArmsSilently)
     EXPECT_EQ(lastHudMessage(), "");
     EXPECT_TRUE(rec->activators.empty());
 
-    at(1001);
-    msg->think(0.025f);
+    thinkAt(*msg, 1001);
     touch(*msg, *player);
     EXPECT_EQ(lastHudMessage(), "Mind the gap");
     EXPECT_EQ(rec->activators.size(), 1u);

@@ -101,11 +101,9 @@ TEST_F(MoversTest, AlphaDoorVanishesAndReturnsAfterTheLastFiring)
     EXPECT_FALSE(field->solid);
     at(800);
     field->onTriggered(nullptr);  // pushes the revert back
-    at(1500);
-    field->think(0.025f);
+    thinkAt(*field, 1500);
     EXPECT_FALSE(field->visible);
-    at(1801);
-    field->think(0.025f);
+    thinkAt(*field, 1801);
     EXPECT_TRUE(field->visible);
     EXPECT_TRUE(field->solid);
 }
@@ -138,8 +136,7 @@ TEST_F(MoversTest, JumpPadSetsOrAddsVelocity)
     tpad->onTriggered(nullptr);
     touch(*tpad, *player);
     EXPECT_FLOAT_EQ(player->vel.x, 100.0f);
-    at(1001);
-    tpad->think(0.025f);
+    thinkAt(*tpad, 1001);
     EXPECT_FALSE(tpad->ison);
 }
 
@@ -228,8 +225,7 @@ TEST_F(MoversTest, PainBodyHurtsWhileOnAndTriggerTurnsItOff)
     EXPECT_EQ(victim->health, 86);
     zap->onTriggered(nullptr);
     EXPECT_FALSE(zap->on);
-    at(1000);
-    zap->think(0.025f);  // reverttimer 0: stays off
+    thinkAt(*zap, 1000);  // reverttimer 0: stays off
     touch(*zap, *victim);
     EXPECT_EQ(victim->health, 86);
 
@@ -237,8 +233,7 @@ TEST_F(MoversTest, PainBodyHurtsWhileOnAndTriggerTurnsItOff)
     EXPECT_TRUE(pulse->on);
     touch(*pulse, *victim);
     EXPECT_EQ(victim->health, 81);
-    at(1501);
-    pulse->think(0.025f);
+    thinkAt(*pulse, 1501);
     EXPECT_FALSE(pulse->on);
 }
 

@@ -9,6 +9,7 @@
 #include "core/Game.h"
 #include "render/NullRenderer.h"
 #include "sound/NullSound.h"
+#include "world/WorldTestHelpers.h"
 #include "world/body/Body.h"
 
 namespace {
@@ -33,9 +34,7 @@ protected:
     Body* spawnBox(float x, float y, float w, float h, float mass)
     {
         Body* b = new Body();
-        b->setPosition(Vector(x, y));
-        b->makeRectangle(w, h);
-        b->setMass(mass);
+        worldtest::shapeBox(*b, x, y, w, h, mass);
         game->spawnBody(b);
         return b;
     }
@@ -43,10 +42,7 @@ protected:
     Body* addStatic(float x, float y, float w, float h)
     {
         Body* b = new Body();
-        b->setPosition(Vector(x, y));
-        b->makeRectangle(w, h);
-        b->setMass(0);
-        b->updateBounds();
+        worldtest::shapeBox(*b, x, y, w, h);
         game->addBody(b, false);
         game->getQuadTree().insert(b);
         return b;
