@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "world/geometry/BitFlags.h"
 #include "world/geometry/ColourCycler.h"
 #include "world/geometry/Dimension.h"
 #include "world/geometry/Quad.h"
@@ -133,14 +132,4 @@ TEST(QuadTest, HoldsAtMostFourCorners)
     q.setCorner(1, 5, 6, 7, 1, 2, 3, 4);
     EXPECT_FLOAT_EQ(q.corners[1]->y, 6);
     EXPECT_FLOAT_EQ(q.corners[1]->a, 4);
-}
-
-TEST(BitFlagsTest, SetAndClear)
-{
-    BitFlags f;
-    f.setFlag(4 | 16);
-    EXPECT_TRUE(f.hasFlag(16));
-    f.clearFlag(16);
-    EXPECT_FALSE(f.hasFlag(16));
-    EXPECT_TRUE(f.hasFlag(4));
 }

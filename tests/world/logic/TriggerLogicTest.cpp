@@ -23,18 +23,13 @@ TEST_F(TriggerLogicTest, TriggerRearmsOnlyAfterItsTimerAndAThink)
     TriggerRecorder* rec = addRecorder("rec");
     trigger->addTarget(rec);
 
-    at(0);
-    touch(*trigger, *player);
-    EXPECT_EQ(rec->activators.size(), 1u);
-    thinkAt(*trigger, 500);
-    touch(*trigger, *player);
-    EXPECT_EQ(rec->activators.size(), 1u);
-    thinkAt(*trigger, 1000);  // not past the timer yet
-    touch(*trigger, *player);
-    EXPECT_EQ(rec->activators.size(), 1u);
-    thinkAt(*trigger, 1001);
-    touch(*trigger, *player);
-    EXPECT_EQ(rec->activators.size(), 2u);
+    // At 1000 ms it is not past the timer yet.
+    const std::pair<float, size_t> steps[] = {{0, 1}, {500, 1}, {1000, 1}, {1001, 2}};
+    for (const auto& [ms, fired] : steps) {
+        thinkAt(*trigger, ms);
+        touch(*trigger, *player);
+        EXPECT_EQ(rec->activators.size(), fired) << ms;
+    }
     EXPECT_EQ(rec->activators.back(), trigger);
 }
 
