@@ -1,5 +1,6 @@
 // Doors, pads, teleporters, liquids, pain zones, attractors and barrels.
 #include <gtest/gtest.h>
+#include <tinyxml.h>
 
 #include "world/logic/LogicFixture.h"
 #include "world/movers/AlphaDoor.h"
@@ -64,6 +65,20 @@ TEST_F(MoversTest, DoorOpensWaitsAndClosesWithoutOvershooting)
     EXPECT_NEAR(closedAt - closingAt, 2000.0f, 150.0f);
     EXPECT_FLOAT_EQ(door->pos.y, startY);
     EXPECT_FALSE(door->isopening || door->isclosing);
+}
+
+// A door read from a saved game keeps the start point it saved, not the
+// place it stood when the game was saved.
+TEST_F(MoversTest, ARestoredDoorKeepsItsSavedStartPoint)
+{
+    Door door;
+    TiXmlElement state("state");
+    door.writeState(&state);
+    state.SetAttribute("startpoint", "10,20");
+    door.readState(&state);
+    door.setPosition(Vector(10.0f, 84.0f));
+    door.afterTargets();
+    EXPECT_FLOAT_EQ(door.startpoint.y, 20.0f);
 }
 
 TEST_F(MoversTest, DoorWithoutTimeopenStaysOpenAndPassesClips)
