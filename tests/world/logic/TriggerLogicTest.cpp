@@ -164,19 +164,6 @@ TEST_F(TriggerLogicTest, MessageBodyFiredByAnotherArmsSilently)
     EXPECT_EQ(lastHudMessage(), "The gate is open");
 }
 
-TEST_F(TriggerLogicTest, CheckpointAsksForASaveAndSaysSo)
-{
-    loadLevel(entity("checkpoint", "cp", 0, 200, attribute("triggeronce", "true")));
-    auto* cp = find<Checkpoint>("cp");
-    ASSERT_NE(cp, nullptr);
-    EXPECT_FALSE(game->isSaveRequested());
-    touch(*cp, *player);
-    EXPECT_TRUE(game->isSaveRequested());
-    EXPECT_EQ(lastHudMessage(), "Saving Checkpoint...");
-    EXPECT_TRUE(cp->triggered);
-    EXPECT_TRUE(cp->isTraceThrough());
-}
-
 TEST_F(TriggerLogicTest, MessagesNameThePlayersOwnKeys)
 {
     loadLevel(entity("messagebody", "msg", 0, 200, attribute("message", "Fire: $bind:+attack")) +
@@ -192,6 +179,8 @@ TEST_F(TriggerLogicTest, MessagesNameThePlayersOwnKeys)
     EXPECT_EQ(lastHudMessage(), "Save: F5");
 }
 
+// A checkpoint asks for a save and says so; death after it goes back to that
+// save until the level is loaded afresh.
 TEST_F(TriggerLogicTest, DeathAfterACheckpointGoesBackToItsSaveUntilTheLevelIsLoadedAfresh)
 {
     const std::string level = spawnPoint("start", -500, 8, true) +
@@ -216,7 +205,14 @@ TEST_F(TriggerLogicTest, DeathAfterACheckpointGoesBackToItsSaveUntilTheLevelIsLo
     EXPECT_NEAR(player->pos.x, -500.0f, 1.0f);
 
     placeAt(-200.0f);
-    touch(*find<Checkpoint>("cp"), *player);
+    auto* cp = find<Checkpoint>("cp");
+    ASSERT_NE(cp, nullptr);
+    EXPECT_TRUE(cp->isTraceThrough());
+    EXPECT_FALSE(game->isSaveRequested());
+    touch(*cp, *player);
+    EXPECT_TRUE(cp->triggered);
+    EXPECT_TRUE(game->isSaveRequested());
+    EXPECT_EQ(lastHudMessage(), "Saving Checkpoint...");
     frame();
     EXPECT_TRUE(game->hasCheckpoint());
     EXPECT_TRUE(std::filesystem::exists("saves/my run.xml"));
