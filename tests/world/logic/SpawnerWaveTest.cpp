@@ -22,6 +22,16 @@ protected:
             n += body->type == type && !body->cancleanup;
         return n;
     }
+    // A wave controller in the world with its file read.
+    WaveController* addWave(const std::string& file)
+    {
+        auto* wave = new WaveController();
+        wave->wavefile = file;
+        wave->makeRectangle(8, 8);
+        game->spawnBody(wave);
+        wave->loadWaveFile();
+        return wave;
+    }
 };
 
 TEST_F(SpawnerWaveTest, MaxSpawnedZeroSpawnsOnePerAcceptedTriggerOnly)
@@ -100,14 +110,9 @@ TEST_F(SpawnerWaveTest, WaveFileFiresInTimeOrderAndFileOrderForTies)
                   "<event time=\"500\" target=\"nobody\"/></waves>");
     loadLevel();
     std::vector<TriggerRecorder*> recs;
-    std::vector<std::string> order;
     for (const char* id : {"a", "b", "late", "first"})
         recs.push_back(addRecorder(id));
-    auto* wave = new WaveController();
-    wave->wavefile = "maps/waves/one.xml";
-    wave->makeRectangle(8, 8);
-    game->spawnBody(wave);
-    wave->loadWaveFile();
+    WaveController* wave = addWave("maps/waves/one.xml");
     const auto& entries = wave->getEntries();
     ASSERT_EQ(entries.size(), 4u);  // "nobody" matches no body
     EXPECT_EQ(entries[0].body->id, "first");
@@ -135,13 +140,8 @@ TEST_F(SpawnerWaveTest, WaveFileMissingOrRestoredAfterALoad)
     loadLevel();
     addRecorder("a");
     TriggerRecorder* b = addRecorder("b");
-    auto* wave = new WaveController();
-    wave->makeRectangle(8, 8);
-    game->spawnBody(wave);
-
-    wave->wavefile = "maps/waves/none.xml";
     testing::internal::CaptureStdout();
-    wave->loadWaveFile();
+    WaveController* wave = addWave("maps/waves/none.xml");
     EXPECT_NE(testing::internal::GetCapturedStdout().find("Could not load wave file: maps\\waves\\none.xml"),
               std::string::npos);
     EXPECT_TRUE(wave->getEntries().empty());
