@@ -218,7 +218,6 @@ TEST_F(SpawnerWaveTest, LevelChangeRecordsTheTimeAndRequestsTheLevel)
                      attribute("leveltarget", "test") + attribute("targetspawn", "west")));
     auto* exit = find<LevelChange>("exit");
     ASSERT_NE(exit, nullptr);
-    EXPECT_EQ(exit->kind, 5);
     EXPECT_EQ(exit->leveltarget, "test.xml");
     player->properties.cash = 75;
     game->setPendingSaveName("slot1");
