@@ -31,7 +31,17 @@ const TiXmlElement* firstP(const TiXmlDocument& doc)
 }
 }
 
-class LevelLoaderTest : public LevelFixture {};
+class LevelLoaderTest : public LevelFixture {
+protected:
+    LevelLoaderTest()
+    {
+        entities.addPrototype(std::make_unique<GameBody>());
+        entities.setFallbackFactory(game.getBodyFactory());
+    }
+    // Knows the plain game body besides the game's own types.
+    BodyFactory entities;
+    LevelLoader entityLoader{game, entities};
+};
 
 TEST_F(LevelLoaderTest, PathRule)
 {
@@ -78,11 +88,11 @@ TEST_F(LevelLoaderTest, ParamsAreReadAndMissingOnesKeepDefaults)
         // Present but empty values read as numbers 0, flags false and empty text.
         {body("default", "",
               "solid=\"\" visible=\"\" mass=\"\" outlinewidth=\"\" texhscale=\"\" outlinecolour=\"9,9\"",
-              rect(0, 0, 4, 4)),
+              rect(0, 0, 10, 10)),
          " targets= solid=0 entity=0 outlined=1 outline=0,0,0,0/0 texture=/0 tex=0,0,1,0,0 visible=0 z-shift=0 "
          "mass=0/0"},
         // Missing attributes keep the defaults; only "true" makes an entity.
-        {"<P type=\"default\"><params/>" + rect(0, 0, 4, 4) + "</P>",
+        {"<P type=\"default\"><params/>" + rect(0, 0, 10, 10) + "</P>",
          "generic targets= solid=1 entity=0 outlined=1 outline=0,0,0,0/1 texture=/0 tex=1,0,1,0,0 visible=1 "
          "z-shift=0 mass=100/0.01"},
     };
@@ -91,16 +101,14 @@ TEST_F(LevelLoaderTest, ParamsAreReadAndMissingOnesKeepDefaults)
         auto b = loader.loadBody(firstP(*doc), false);
         ASSERT_NE(b, nullptr) << c.want;
         EXPECT_EQ(params(*b), c.want);
+        // Centred on its vertices.
+        EXPECT_TRUE(b->loaded);
+        EXPECT_FLOAT_EQ(b->pos.x, 5.0f);
+        EXPECT_FLOAT_EQ(b->pos.y, 5.0f);
+        EXPECT_TRUE(b->renderpos.equals(b->pos));
+        EXPECT_FLOAT_EQ(b->localVertices[0].x, -5.0f);
+        EXPECT_FLOAT_EQ(b->bounds->maxX, 10.0f);
     }
-    // The geometry of the first: centred on its vertices.
-    auto doc = parse(level(cases[0].xml));
-    auto b = loader.loadBody(firstP(*doc), false);
-    EXPECT_TRUE(b->loaded);
-    EXPECT_FLOAT_EQ(b->pos.x, 5.0f);
-    EXPECT_FLOAT_EQ(b->pos.y, 5.0f);
-    EXPECT_TRUE(b->renderpos.equals(b->pos));
-    EXPECT_FLOAT_EQ(b->localVertices[0].x, -5.0f);
-    EXPECT_FLOAT_EQ(b->bounds->maxX, 10.0f);
 }
 
 TEST_F(LevelLoaderTest, MassThresholdsAndTheActiveList)
@@ -143,9 +151,6 @@ TEST_F(LevelLoaderTest, VerticesColoursAndTextureCoordinates)
     EXPECT_FLOAT_EQ(b->texCoords[2].v, 5.0f);
 
     // Entity classes normalise the coordinates so the smallest u and v are 0.
-    BodyFactory factory;
-    factory.addPrototype(std::make_unique<GameBody>());
-    LevelLoader entityLoader(game, factory);
     auto g = entityLoader.loadBody(firstP(*doc)->NextSiblingElement("P"), false);
     ASSERT_NE(g, nullptr);
     EXPECT_FLOAT_EQ(g->texCoords[0].u, 2.0f);
@@ -181,9 +186,6 @@ TEST_F(LevelLoaderTest, OriginTextReadsItsFirstThreeItems)
 
 TEST_F(LevelLoaderTest, AttributesAreCollectedAndRead)
 {
-    BodyFactory factory;
-    factory.addPrototype(std::make_unique<GameBody>());
-    LevelLoader entityLoader(game, factory);
     auto doc = parse(level(body("gamebody", "boss", "entity=\"true\"",
                                 rect(0, 0, 8, 8) +
                                     "<attributes><a name=\"health\" value=\"10\"/><a name=\"lives\" value=\"2\"/>"
@@ -345,10 +347,6 @@ TEST_F(LevelLoaderTest, UnreadableLevelsFailWithMessages)
 
 TEST_F(LevelLoaderTest, WrittenObjectsRestoreEntitiesWithoutTheLevelCopies)
 {
-    BodyFactory factory;
-    factory.addPrototype(std::make_unique<GameBody>());
-    factory.setFallbackFactory(game.getBodyFactory());
-    LevelLoader entityLoader(game, factory);
     writeLevel("saved", body("default", "floor", plainParams, rect(-100, -16, 100, 0)) +
                             body("gamebody", "keeper", "entity=\"true\" mass=\"10\" outlinewidth=\"2\"",
                                  rect(0, 0, 16, 16) + "<attributes><a name=\"note\" value=\"x\"/></attributes>") +
