@@ -67,9 +67,14 @@ protected:
         createVar("gravity", "-80", "");
         createVar("demotrace", "0", "");
         game->getDemos()->registerCommands();
-        // Walls at -400 and 700, the exit beyond the fixture's ledge.
+        loadWalledLevel();
+    }
+
+    // Walls at -400 and 700, the exit beyond the fixture's ledge, and `extra`.
+    void loadWalledLevel(const std::string& extra = "")
+    {
         loadLevel(spawnPoint("start", -200, 20, true) + box("default", "wall", 700, 0, 732, 400) +
-                  box("default", "westwall", -432, 0, -400, 400) +
+                  box("default", "westwall", -432, 0, -400, 400) + extra +
                   box("levelchange", "exit", 560, 0, 592, 48, "mass=\"0\" solid=\"false\" entity=\"true\"",
                       attribute("leveltarget", "gameplaytest")));
     }
@@ -114,10 +119,7 @@ TEST_F(DemoBotTest, ARouteThatCannotGoOnSaysWhereItStuck)
 TEST_F(DemoBotTest, AnAllyBesideTheWayIsNeverShot)
 {
     // The level again, with an ally standing where the bot runs past it.
-    loadLevel(spawnPoint("start", -200, 20, true) + box("default", "wall", 700, 0, 732, 400) +
-              box("friendly", "ally", -110, 0, -90, 20, "mass=\"10\" entity=\"true\"", attribute("level", "1")) +
-              box("levelchange", "exit", 560, 0, 592, 48, "mass=\"0\" solid=\"false\" entity=\"true\"",
-                  attribute("leveltarget", "gameplaytest")));
+    loadWalledLevel(box("friendly", "ally", -110, 0, -90, 20, "mass=\"10\" entity=\"true\"", attribute("level", "1")));
     DemoBot bot(*game);
     std::string report;
     bot.record(route("fight 300 2\nrun -50\nwait 1\n"), nullptr, report);
