@@ -48,11 +48,9 @@ TEST(GUIComponentTest, ChildrenPlacedRelativeAndMovedWithParent)
     GUIComponent parent;
     parent.setBounds(100.0f, 500.0f, 300.0f, 200.0f);
     GUIComponent* child = parent.addRelative(buttonAt(10.0f, 40.0f, "b"));
-    EXPECT_FLOAT_EQ(child->getX(), 110.0f);
-    EXPECT_FLOAT_EQ(child->getY(), 460.0f);
+    EXPECT_TRUE(isAt(*child, 110.0f, 460.0f));
     parent.setPosition(0.0f, 400.0f);
-    EXPECT_FLOAT_EQ(child->getX(), 10.0f);
-    EXPECT_FLOAT_EQ(child->getY(), 360.0f);
+    EXPECT_TRUE(isAt(*child, 10.0f, 360.0f));
     EXPECT_EQ(child->getParent(), &parent);
 
     EXPECT_TRUE(parent.contains(0.0f, 400.0f));
@@ -76,12 +74,10 @@ TEST(GUIComponentTest, KeepInsidePullsBackOnEachSide)
     GUIComponent* c = box.add(std::make_unique<GUIComponent>());
     c->setBounds(-10.0f, 120.0f, 20.0f, 20.0f);
     EXPECT_TRUE(box.keepInside(c));
-    EXPECT_FLOAT_EQ(c->getX(), 0.0f);
-    EXPECT_FLOAT_EQ(c->getY(), 100.0f);
+    EXPECT_TRUE(isAt(*c, 0.0f, 100.0f));
     c->setPosition(95.0f, 5.0f);
     EXPECT_TRUE(box.keepInside(c));
-    EXPECT_FLOAT_EQ(c->getX(), 80.0f);
-    EXPECT_FLOAT_EQ(c->getY(), 20.0f);
+    EXPECT_TRUE(isAt(*c, 80.0f, 20.0f));
     EXPECT_FALSE(box.keepInside(c));
 }
 
@@ -135,8 +131,7 @@ TEST_F(GUIManagerTest, HoverMovesFromOneButtonToTheNextInOneMotion)
 
 TEST_F(GUIManagerTest, AClickFiresOnceAndAPressDraggedOffFiresNothing)
 {
-    Button* b = gui().getRoot().add(buttonAt(0.0f, 0.0f, "go"));
-    b->setBounds(100.0f, 300.0f, 100.0f, 30.0f);
+    Button* b = gui().getRoot().add(buttonAt(100.0f, 300.0f, "go"));
     listen(*b);
     moveTo(150.0f, 285.0f);
     press();
@@ -168,7 +163,7 @@ TEST_F(GUIManagerTest, FocusingAWidgetRaisesItsFrame)
     Label* caption = first->addRelative(std::make_unique<Label>());
     EXPECT_EQ(gui().getRoot().getChildren().front().get(), first);
 
-    clickAt(inSecond->getX() + 5.0f, inSecond->getY() - 5.0f);
+    click(*inSecond);
     EXPECT_EQ(gui().getFocus(), inSecond);
     EXPECT_TRUE(inSecond->isFocused());
     EXPECT_EQ(gui().getRoot().getChildren().front().get(), second);
@@ -190,10 +185,8 @@ TEST_F(GUIManagerTest, FramesDragByTheirTitleBarOnlyAndStayOnScreen)
     press();
     moveTo(250.0f, 470.0f);
     release();
-    EXPECT_FLOAT_EQ(f->getX(), 150.0f);
-    EXPECT_FLOAT_EQ(f->getY(), 480.0f);
-    EXPECT_FLOAT_EQ(b->getX(), 170.0f);
-    EXPECT_FLOAT_EQ(b->getY(), 430.0f);
+    EXPECT_TRUE(isAt(*f, 150.0f, 480.0f));
+    EXPECT_TRUE(isAt(*b, 170.0f, 430.0f));
 
     // A press on the body is no handle.
     moveTo(300.0f, 320.0f);
@@ -207,8 +200,7 @@ TEST_F(GUIManagerTest, FramesDragByTheirTitleBarOnlyAndStayOnScreen)
     press();
     moveTo(-500.0f, 2000.0f);
     release();
-    EXPECT_FLOAT_EQ(f->getX(), 0.0f);
-    EXPECT_FLOAT_EQ(f->getY(), static_cast<float>(screenH));
+    EXPECT_TRUE(isAt(*f, 0.0f, static_cast<float>(screenH)));
     EXPECT_FLOAT_EQ(b->getX(), 20.0f);
 }
 
@@ -238,8 +230,7 @@ TEST_F(GUIManagerTest, TheCloseButtonHidesItsFrameWithItsOwnSound)
 {
     Frame* f = gui().getRoot().add(frameAt(100.0f, 500.0f, "f"));
     ASSERT_NE(f->getCloseButton(), nullptr);
-    EXPECT_FLOAT_EQ(f->getCloseButton()->getX(), 380.0f);
-    EXPECT_FLOAT_EQ(f->getCloseButton()->getY(), 493.0f);
+    EXPECT_TRUE(isAt(*f->getCloseButton(), 380.0f, 493.0f));
     clickAt(385.0f, 488.0f);
     EXPECT_FALSE(f->isEnabled());
     EXPECT_EQ(sound().played, (std::vector<std::string>{"data/sounds/gui/MenuSmoothClose.wav 0 100"}));
@@ -270,16 +261,6 @@ TEST_F(GUIManagerTest, GainingAndLosingTheInputTogglesTheMainInterface)
     EXPECT_EQ(log, (std::vector<std::string>{"toggle maininterface", "toggle maininterface"}));
 }
 
-TEST_F(GUIManagerTest, ScreenSizeMakesTheRootCoverTheWindow)
-{
-    gui().setScreenSize(1920, 1080);
-    const GUIComponent& root = gui().getRoot();
-    EXPECT_FLOAT_EQ(root.getX(), 0.0f);
-    EXPECT_FLOAT_EQ(root.getY(), 1080.0f);
-    EXPECT_FLOAT_EQ(root.getWidth(), 1920.0f);
-    EXPECT_FLOAT_EQ(root.getHeight(), 1080.0f);
-}
-
 TEST_F(GUIManagerTest, InterfaceScaleGrowsTheTreeAsFarAsTheWindowHasRoom)
 {
     struct Case {
@@ -294,14 +275,17 @@ TEST_F(GUIManagerTest, InterfaceScaleGrowsTheTreeAsFarAsTheWindowHasRoom)
     for (const Case& c : cases)
         EXPECT_FLOAT_EQ(GUIManager::fittingScale(c.wanted, c.w, c.h), c.scale) << c.w << "x" << c.h;
 
+    // The root covers the window, in units of the scale.
+    gui().setScreenSize(1920, 1080);
+    EXPECT_TRUE(isAt(gui().getRoot(), 0.0f, 1080.0f));
+    EXPECT_FLOAT_EQ(gui().getRoot().getWidth(), 1920.0f);
     createVar("uiscale", "2", "");
     gui().setScreenSize(1920, 1080);
     EXPECT_FLOAT_EQ(gui().getRoot().getWidth(), 960.0f);
     EXPECT_FLOAT_EQ(gui().getRoot().getHeight(), 540.0f);
     EXPECT_EQ(gui().getScreenWidth(), 960);
     // A click in window pixels lands on the widget drawn twice as large.
-    Button* b = gui().getRoot().add(buttonAt(0.0f, 0.0f, "go"));
-    b->setBounds(100.0f, 300.0f, 100.0f, 30.0f);
+    Button* b = gui().getRoot().add(buttonAt(100.0f, 300.0f, "go"));
     listen(*b);
     gui().mouseMove(300.0f, 1080.0f - 570.0f, 0.0f, 0.0f);
     gui().mouseDown(300.0f, 1080.0f - 570.0f, 1);
@@ -327,6 +311,5 @@ TEST_F(GUIManagerTest, TheGalleryOpensOnceWithEveryWidgetAndTakesTheInput)
     EXPECT_TRUE(g->isEnabled());
     EXPECT_EQ(gui().getRoot().getChildren().size(), 1u);
     // Centred in the 800 x 600 window.
-    EXPECT_FLOAT_EQ(g->getX(), 90.0f);
-    EXPECT_FLOAT_EQ(g->getY(), 530.0f);
+    EXPECT_TRUE(isAt(*g, 90.0f, 530.0f));
 }

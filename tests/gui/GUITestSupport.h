@@ -4,6 +4,7 @@
 // drive the GUI manager with window coordinates (y down) the way SDL does.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -41,6 +42,14 @@ private:
     std::vector<std::string>& log;
 };
 
+// Where a component's top-left corner is, in 2D units (y up).
+inline ::testing::AssertionResult isAt(const GUIComponent& c, float x, float y)
+{
+    if (std::fabs(c.getX() - x) <= 1e-3f && std::fabs(c.getY() - y) <= 1e-3f)
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << c.getName() << " is at " << c.getX() << "," << c.getY();
+}
+
 class GUITest : public ::testing::Test {
 protected:
     static constexpr int screenW = 800;
@@ -61,6 +70,14 @@ protected:
     }
 
     GUIManager& gui() { return *game.getGUIManager(); }
+    // The named component as its widget type; a test fails if it is not there.
+    template <class T>
+    T& screen(const std::string& name)
+    {
+        T* found = dynamic_cast<T*>(gui().findComponent(name));
+        EXPECT_NE(found, nullptr) << name;
+        return *found;
+    }
     RecordingSound& sound() { return *soundPtr; }
     // Listens to the widget, recording into `actions`.
     void listen(GUIComponent& c) { c.addActionListener(std::make_unique<RecordingListener>(actions)); }
@@ -82,6 +99,8 @@ protected:
         press(button);
         release(button);
     }
+    // A real click in the middle of the component.
+    void click(GUIComponent& c) { clickAt(c.getX() + c.getWidth() / 2.0f, c.getY() - c.getHeight() / 2.0f); }
     // A key through the input manager, as the event pump delivers it.
     void key(int symbol, int modifiers = 0)
     {

@@ -39,14 +39,6 @@ protected:
         gui().getRoot().addChild(std::move(main));
         gui().setScreenSize(screenW, screenH);
     }
-    template <class T>
-    T& screen(const std::string& name)
-    {
-        T* found = dynamic_cast<T*>(gui().findComponent(name));
-        EXPECT_NE(found, nullptr) << name;
-        return *found;
-    }
-    void click(GUIComponent& c) { clickAt(c.getX() + c.getWidth() / 2.0f, c.getY() - c.getHeight() / 2.0f); }
 
     TempDir dir;
 };

@@ -1,7 +1,7 @@
 // The shipped adventure followed as New Game plays it: the start level, each
 // level's exits and the cut scenes between them. Every name on the way must
-// be a file, and the levels reached must between them place every body type
-// a level can hold.
+// be a file, every scene's pictures shipped, and the levels reached must
+// between them place every body type a level can hold.
 #include <gtest/gtest.h>
 
 #include <tinyxml.h>
@@ -81,6 +81,25 @@ LevelFile readLevel(const std::string& path)
     return level;
 }
 
+// Every page's pictures are shipped and its texts sit on the page.
+void checkScene(const std::string& name, const CutScene& scene, std::vector<std::string>& problems)
+{
+    if (scene.pages.size() < 2)
+        problems.push_back(name + ": a cut scene of fewer than two pages");
+    for (const CutScene::Page& page : scene.pages) {
+        std::vector<std::string> images{page.background};
+        for (const auto& pic : page.pictures)
+            images.push_back(pic.img);
+        for (const std::string& image : images)
+            if (!fileExists(testGameDir() + "/" + image))
+                problems.push_back(name + ": missing picture " + image);
+        for (const auto& t : page.texts)
+            if (t.text.empty() || t.box.x + t.box.width > CutScene::pageWidth ||
+                t.box.y + t.box.height > CutScene::pageHeight)
+                problems.push_back(name + ": an empty text or one off the page");
+    }
+}
+
 // The adventure walked from its start; problems name every missing file.
 struct Walk {
     std::vector<std::string> levels;
@@ -97,12 +116,23 @@ Walk walkAdventure(const std::string& root)
     const bool read = Adventure::load(root + "/data/adventures/brindlequay.xml", adventure);
     // Each level with the entry it is entered by ("" for its start point).
     std::vector<std::pair<std::string, std::string>> queue;
+    auto readScene = [&](const std::string& from, const std::string& name, CutScene& scene) {
+        if (!scene.load(root + "/" + CutScene::pathFor(name))) {
+            walk.problems.push_back(from + " plays missing cut scene " + name);
+            return false;
+        }
+        checkScene(name, scene, walk.problems);
+        return true;
+    };
     if (!read) {
         walk.problems.push_back("the adventure file does not load");
     } else {
         queue.emplace_back(adventure.startlevel, "");
-        if (!adventure.cutscene.empty() && !fileExists(root + "/" + CutScene::pathFor(adventure.cutscene)))
-            walk.problems.push_back("missing start cut scene " + adventure.cutscene);
+        if (adventure.description.empty())
+            walk.problems.push_back("the adventure has no description");
+        CutScene opening;
+        if (!adventure.cutscene.empty())
+            readScene("the start", adventure.cutscene, opening);
     }
     while (!queue.empty()) {
         const auto [name, entry] = queue.front();
@@ -127,10 +157,8 @@ Walk walkAdventure(const std::string& root)
                 continue;
             }
             CutScene scene;
-            if (!scene.load(root + "/" + CutScene::pathFor(exit.cutscene))) {
-                walk.problems.push_back(name + ": exit plays missing cut scene " + exit.cutscene);
+            if (!readScene(name + ": exit", exit.cutscene, scene))
                 continue;
-            }
             // The game follows the cut scene, but editors and tools read the
             // exit's own target: it must not point somewhere else.
             const std::string after = scene.onend == "level" ? scene.endLevel() : "";

@@ -66,15 +66,6 @@ protected:
         dir.write("data/adventures/quay/pages.xml", threePages);
     }
 
-    template <class T>
-    T& screen(const std::string& name)
-    {
-        T* found = dynamic_cast<T*>(gui().findComponent(name));
-        EXPECT_NE(found, nullptr) << name;
-        return *found;
-    }
-    // A real click in the middle of the component.
-    void click(GUIComponent& c) { clickAt(c.getX() + c.getWidth() / 2.0f, c.getY() - c.getHeight() / 2.0f); }
 
     TempDir dir;
     MainInterface* mainInterface = nullptr;
@@ -117,7 +108,7 @@ TEST_F(MenusTest, OneScreenAtATimeAndClosingGoesBack)
     EXPECT_EQ(shown(), std::vector<std::string>{NewAdventureMenu::screenName});
 }
 
-TEST_F(MenusTest, BeginWithATakenSaveNameShowsTheMessageAndStartsNothing)
+TEST_F(MenusTest, BeginWithATakenSaveNameOrAMissingStartLevelSaysSoAndStartsNothing)
 {
     dir.write("saves/save1.xml", "<save/>");
     MenuFrame::showScreen(NewAdventureMenu::screenName);
@@ -127,6 +118,11 @@ TEST_F(MenusTest, BeginWithATakenSaveNameShowsTheMessageAndStartsNothing)
     menu.getSaveName().setText("save1");
     click(screen<Button>("beginbutton"));
     EXPECT_EQ(menu.getMessage(), "A save game called save1 already exists, please choose another save name");
+
+    dir.write("data/adventures/quay.xml", "<adventure name=\"Quay\" startlevel=\"nowhere\"/>");
+    MenuFrame::showScreen(NewAdventureMenu::screenName);
+    EXPECT_FALSE(menu.begin());
+    EXPECT_NE(menu.getMessage().find("nowhere"), std::string::npos);
     EXPECT_FALSE(game.isLevelLoaded());
     EXPECT_FALSE(game.isSaveRequested());
     EXPECT_TRUE(menu.isEnabled());
@@ -187,16 +183,6 @@ TEST_F(MenusTest, BeginStartsANewPlayer)
     EXPECT_EQ(player->properties.cash, 0);
     EXPECT_EQ(player->properties.currentLevel, 0);
     EXPECT_FALSE(player->inventory.owns(8));
-}
-
-TEST_F(MenusTest, BeginWithAMissingStartLevelSaysSoAndStaysInTheMenu)
-{
-    dir.write("data/adventures/quay.xml", "<adventure name=\"Quay\" startlevel=\"nowhere\"/>");
-    MenuFrame::showScreen(NewAdventureMenu::screenName);
-    auto& menu = screen<NewAdventureMenu>(NewAdventureMenu::screenName);
-    EXPECT_FALSE(menu.begin());
-    EXPECT_NE(menu.getMessage().find("nowhere"), std::string::npos);
-    EXPECT_FALSE(game.isSaveRequested());
 }
 
 TEST_F(MenusTest, LoadGameListsSavesAndShowsTheThumbnailOfTheSelection)
@@ -309,16 +295,13 @@ TEST_F(MenusTest, SaveGameFromTheMenusAsksBeforeWritingOverAndShowsThePicture)
     EXPECT_EQ(menu.getMessage().getText(), "That name has characters a save cannot use");
 }
 
-TEST_F(MenusTest, ResumeWithoutALevelKeepsTheGUI)
+TEST_F(MenusTest, MainInterfaceShowsWhileTheGUIHasTheInput)
 {
+    // With no level to go back to, Resume keeps the menus.
     click(screen<Button>("resumebutton"));
     EXPECT_TRUE(gui().isVisible());
     EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
     EXPECT_TRUE(mainInterface->isEnabled());
-}
-
-TEST_F(MenusTest, MainInterfaceShowsWhileTheGUIHasTheInput)
-{
     game.loadLevel("first", "");
     EXPECT_FALSE(gui().isVisible());
     // The first Escape opens the menus over the stopped game.
@@ -546,16 +529,6 @@ protected:
     TempDir dir;
 };
 
-TEST_F(CutSceneFileTest, MissingFileIsReported)
-{
-    CutScene scene;
-    testing::internal::CaptureStdout();
-    EXPECT_FALSE(scene.load("data/adventures/none.xml"));
-    EXPECT_NE(testing::internal::GetCapturedStdout().find("Could not load cutscene file: data/adventures/none.xml\n"),
-              std::string::npos);
-    EXPECT_TRUE(scene.pages.empty());
-}
-
 TEST_F(CutSceneFileTest, ReadsPagesPicturesTextAndTheEnding)
 {
     dir.write("s.xml",
@@ -609,35 +582,6 @@ TEST_F(CutSceneFileTest, HostileNumbersAndFloodsAreBounded)
     EXPECT_LE(b.height, 10000.0f);
 }
 
-TEST(ShippedAdventure, ChainsItsLevelsThroughScenesWhosePicturesExist)
-{
-    Adventure adventure;
-    ASSERT_TRUE(Adventure::load(testSourceDir() + "/data/adventures/brindlequay.xml", adventure));
-    EXPECT_EQ(adventure.startlevel, "quay");
-    EXPECT_FALSE(adventure.description.empty());
-    auto exists = [](const std::string& path) { return std::ifstream(path).good(); };
-    for (const char* name : {"intro", "pierone", "lowerquay", "armoury", "stores", "gates", "rooftops", "serverhalls",
-                             "lair", "finale"}) {
-        CutScene scene;
-        testing::internal::CaptureStdout();
-        ASSERT_TRUE(scene.load(testSourceDir() + "/data/adventures/brindlequay/" + name + ".xml")) << name;
-        testing::internal::GetCapturedStdout();
-        EXPECT_GE(scene.pages.size(), 2u) << name;
-        for (const CutScene::Page& page : scene.pages) {
-            EXPECT_TRUE(exists(testGameDir() + "/" + page.background)) << page.background;
-            for (const auto& pic : page.pictures)
-                EXPECT_TRUE(exists(testGameDir() + "/" + pic.img)) << pic.img;
-            for (const auto& t : page.texts) {
-                EXPECT_FALSE(t.text.empty());
-                EXPECT_LE(t.box.x + t.box.width, CutScene::pageWidth) << name;
-                EXPECT_LE(t.box.y + t.box.height, CutScene::pageHeight) << name;
-            }
-        }
-        if (scene.onend == "level") {
-            EXPECT_TRUE(exists(testSourceDir() + "/maps/" + scene.endLevel() + ".xml")) << scene.endLevel();
-        }
-    }
-}
 }
 
 TEST_F(MenusTest, SaveNameBoxHoldsWhatASaveNameMayAndNoMore)
