@@ -12,7 +12,6 @@
 #include "particles/LightningParticleSystem.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleSystem.h"
-#include "particles/ParticleSystemObserver.h"
 #include "particles/RailParticleSystem.h"
 #include "particles/TextParticleSystem.h"
 #include "particles/ParticleTestSupport.h"
@@ -22,10 +21,6 @@
 #include "world/gamebody/GameBody.h"
 
 namespace {
-struct CountingObserver : ParticleSystemObserver {
-    void systemFinished(ParticleSystem*) override { ++calls; }
-    int calls = 0;
-};
 
 const char* const fullAttributes =
     "texture='particles/spark.tga' initialParticles='2' posVarLow='0,0,0' posVarHigh='0,0,0' "
@@ -51,18 +46,6 @@ protected:
     NullRenderer renderer;
     ParticleManager manager;
 };
-
-TEST_F(ParticleManagerTest, DefaultDefinitionAndEmptyCount)
-{
-    const ParticleSystemParams* d = manager.findDefinition("default");
-    ASSERT_NE(d, nullptr);
-    EXPECT_EQ(d->texture, "particles/defaultparticle.tga");
-    EXPECT_EQ(d->flowRate, 50);
-    EXPECT_FLOAT_EQ(d->vel.x, 5.0f);
-    EXPECT_FLOAT_EQ(d->systemLifeTime, 2.0f);
-    EXPECT_EQ(d->blendMode, 1);
-    EXPECT_EQ(manager.countParticles(), 0);
-}
 
 TEST_F(ParticleManagerTest, DefinitionsParseWithDefaultsAndLaterIdsReplaceEarlierOnes)
 {

@@ -7,15 +7,10 @@
 #include "particles/LightningParticleSystem.h"
 #include "particles/Particle.h"
 #include "particles/ParticleSystem.h"
-#include "particles/ParticleSystemObserver.h"
 #include "particles/TextParticleSystem.h"
 #include "particles/ParticleTestSupport.h"
 
 namespace {
-struct CountingObserver : ParticleSystemObserver {
-    void systemFinished(ParticleSystem*) override { ++calls; }
-    int calls = 0;
-};
 
 void configure(ParticleSystem& s, const ParticleSystemParams& p)
 {
@@ -31,7 +26,7 @@ protected:
     void SetUp() override { ParticleRandom::seed(7); }
 };
 
-TEST_F(ParticleSystemTest, IntervalRuleEmitsAtFlowRateWhenStepsAreShorterThanTheInterval)
+TEST_F(ParticleSystemTest, ShortStepsEmitAtTheFlowRateByIntervalAndLongStepsInBatches)
 {
     // 50 per second in 0.01 s steps: floor(0.5) is 0 every step, so only
     // the interval rule emits, once every other step.
@@ -46,15 +41,12 @@ TEST_F(ParticleSystemTest, IntervalRuleEmitsAtFlowRateWhenStepsAreShorterThanThe
     }
     EXPECT_NEAR(s.getParticleCount(), 50, 1);
     EXPECT_EQ(maxPerStep, 1);
-}
 
-TEST_F(ParticleSystemTest, LongStepsEmitWholeBatches)
-{
-    auto p = steadyParams(100, 256, 10.0f);
-    ParticleSystem s;
-    configure(s, *p);
-    s.update(0.25f, false);
-    EXPECT_EQ(s.getParticleCount(), 25);
+    // A long step emits a whole batch.
+    ParticleSystem batch;
+    configure(batch, *p);
+    batch.update(0.5f, false);
+    EXPECT_EQ(batch.getParticleCount(), 25);
 }
 
 TEST_F(ParticleSystemTest, FullPoolEmitsNothingUntilAParticleDies)
@@ -204,7 +196,7 @@ TEST_F(ParticleSystemTest, SphereThrowsParticlesInEveryDirectionAtTheBaseSpeed)
     EXPECT_FLOAT_EQ(s.getParticle(0).position.z, 2.0f);
 }
 
-TEST_F(ParticleSystemTest, LightningChainOverOneHundredUnitsHasFourLinkedSegments)
+TEST_F(ParticleSystemTest, LightningChainOverOneHundredUnitsHasFourLinkedSegmentsAndThePoolBoundsALongOne)
 {
     auto p = steadyParams(0, 64, 0.2f);
     LightningParticleSystem s;
@@ -228,16 +220,14 @@ TEST_F(ParticleSystemTest, LightningChainOverOneHundredUnitsHasFourLinkedSegment
     // The bolt ends with its last segment.
     EXPECT_TRUE(s.update(0.1f, false));
     EXPECT_FALSE(s.update(0.2f, false));
-}
 
-TEST_F(ParticleSystemTest, LightningChainIsLimitedByThePool)
-{
-    auto p = steadyParams(0, 5, 0.2f);
-    LightningParticleSystem s;
-    configure(s, *p);
-    s.setEndpoints(Vector(0, 0, 0), Vector(1.0e6f, 0, 0));
-    s.emitAlongSegment();
-    EXPECT_EQ(s.getParticleCount(), 5);
+    // However long the bolt, the pool bounds the chain.
+    p->maxParticles = 5;
+    LightningParticleSystem far;
+    configure(far, *p);
+    far.setEndpoints(Vector(0, 0, 0), Vector(1.0e6f, 0, 0));
+    far.emitAlongSegment();
+    EXPECT_EQ(far.getParticleCount(), 5);
 }
 
 TEST_F(ParticleSystemTest, TextSystemEmitsOnlyOnRequestAndEndsWithItsText)

@@ -1,9 +1,11 @@
 #pragma once
-// Shared pieces of the particle tests: a definition with no randomness and a
-// renderer that records the quads and colours particles send it.
+// Shared pieces of the particle tests: a definition with no randomness, a
+// renderer that records the quads and colours particles send it, and an
+// observer that counts the finish notices.
 #include <memory>
 #include <vector>
 
+#include "particles/ParticleSystemObserver.h"
 #include "particles/ParticleSystemParams.h"
 #include "render/NullRenderer.h"
 
@@ -36,4 +38,9 @@ public:
     int quads = 0;
     int beams = 0;
     int batches = 0;
+};
+
+struct CountingObserver : ParticleSystemObserver {
+    void systemFinished(ParticleSystem*) override { ++calls; }
+    int calls = 0;
 };

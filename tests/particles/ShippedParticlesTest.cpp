@@ -1,6 +1,7 @@
 // The shipped definitions file against the effect names the game starts: a
 // missing name would show the plain "default" sparkle in play, a missing
-// attribute or texture a broken effect.
+// attribute or texture a broken effect, a size shrinking through zero an
+// inside-out one.
 #include <gtest/gtest.h>
 
 #include <tinyxml.h>
@@ -11,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "particles/ParticleManager.h"
 #include "particles/ParticleSystemParams.h"
 
 namespace {
@@ -28,6 +30,24 @@ const char* const startedByTheGame[] = {
     "debugblood", "debugbloodsmall", "debugbloodexplosion", "smallbloodexplosion", "deathghost",
     "itemrespawn2", "teleporter", "quadeffect", "invincibleeffect", "quadpickup", "megaquadpickup",
     "invinciblepickup", "megahealth", "engineering", "watersplash", "text", "skyclouds", "skydust"};
+
+// A size changes by (end - start) every second for the particle's whole
+// life; with start and end drawn apart, a long-lived particle could shrink
+// through zero to a line and grow back inside out.
+void expectNoShrinkingThroughZero(const ParticleSystemParams& p)
+{
+    if (p.particleLifeTime <= 0.0f)
+        return;
+    auto check = [&](float start, float lo, float hi, float end, float endLo, float endHi, const char* axis) {
+        for (float s : {start + lo, start + hi})
+            for (float f : {end + endLo, end + endHi})
+                EXPECT_GE(s + (f - s) * p.particleLifeTime, 0.0f) << p.id << " " << axis;
+    };
+    check(p.dimension.width, p.dimensionVarLow.width, p.dimensionVarHigh.width, p.endDimension.width,
+          p.endDimensionVarLow.width, p.endDimensionVarHigh.width, "width");
+    check(p.dimension.height, p.dimensionVarLow.height, p.dimensionVarHigh.height, p.endDimension.height,
+          p.endDimensionVarLow.height, p.endDimensionVarHigh.height, "height");
+}
 }
 
 TEST(ShippedParticlesTest, EveryEffectTheGameStartsIsDefinedCompletelyWithItsTexture)
@@ -48,33 +68,12 @@ TEST(ShippedParticlesTest, EveryEffectTheGameStartsIsDefinedCompletelyWithItsTex
         else
             EXPECT_EQ(p.id, "text") << "only floating text draws without a texture";
         EXPECT_GT(p.maxParticles, 0) << p.id;
+        expectNoShrinkingThroughZero(p);
     }
     for (const char* name : startedByTheGame)
         EXPECT_EQ(ids.count(name), 1u) << name;
-}
-
-// A size changes by (end - start) every second for the particle's whole
-// life; with start and end drawn apart, a long-lived particle could shrink
-// through zero to a line and grow back inside out.
-TEST(ShippedParticlesTest, NoParticleShrinksThroughZeroWithinItsLife)
-{
-    const std::string path = gameDir() + "/data/particles/particles.xml";
-    TiXmlDocument doc(path.c_str());
-    ASSERT_TRUE(doc.LoadFile()) << path;
-    for (const TiXmlElement* e = doc.FirstChildElement()->FirstChildElement(); e; e = e->NextSiblingElement()) {
-        ParticleSystemParams p;
-        std::vector<std::string> missing;
-        p.read(*e, missing);
-        if (p.particleLifeTime <= 0.0f)
-            continue;
-        auto check = [&](float start, float lo, float hi, float end, float endLo, float endHi, const char* axis) {
-            for (float s : {start + lo, start + hi})
-                for (float f : {end + endLo, end + endHi})
-                    EXPECT_GE(s + (f - s) * p.particleLifeTime, 0.0f) << p.id << " " << axis;
-        };
-        check(p.dimension.width, p.dimensionVarLow.width, p.dimensionVarHigh.width, p.endDimension.width,
-              p.endDimensionVarLow.width, p.endDimensionVarHigh.width, "width");
-        check(p.dimension.height, p.dimensionVarLow.height, p.dimensionVarHigh.height, p.endDimension.height,
-              p.endDimensionVarLow.height, p.endDimensionVarHigh.height, "height");
-    }
+    // The built-in fallback for unknown names draws a shipped texture too.
+    ParticleManager builtIn;
+    builtIn.init();
+    EXPECT_TRUE(std::filesystem::exists(gameDir() + "/data/" + builtIn.findDefinition("default")->texture));
 }

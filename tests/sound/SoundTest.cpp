@@ -59,41 +59,29 @@ protected:
     std::unique_ptr<Sound> sound;
 };
 
-TEST_F(SoundTest, VolumeOutsideTheRangeIsRefusedWithAMessage)
+TEST_F(SoundTest, VolumeCommandsKeepToTheRangeAndRefuseWhatIsOutsideIt)
 {
+    const char* const refused = "Volume must be between 0 and 128";
+    struct Case {
+        const char* command;
+        int volume;
+        const char* message;
+    };
+    const Case cases[] = {
+        {"setvolume 100", 100, ""},     {"setvolume 129", 100, refused}, {"setvolume -1", 100, refused},
+        {"set volume 500", 100, refused}, {"setvolume 128", 128, ""},     {"setvolume", 128, ""},
+        {"setvolume 127", 127, ""},     {"volumeup", 128, ""},           {"volumeup 10", 128, ""},
+        {"volumedown 500", 0, ""},      {"volumeup 2147483647", 128, ""}, {"volumedown", 127, ""},
+    };
     start();
-    run("setvolume 100");
-    EXPECT_EQ(sound->getVolume(), 100);
-    EXPECT_EQ(mixer->volumes[20], 100);
-
-    for (const char* bad : {"setvolume 129", "setvolume -1", "set volume 500"}) {
+    for (const Case& c : cases) {
         game->getConsole()->clear();
-        run(bad);
-        EXPECT_EQ(lastConsoleLine(), "Volume must be between 0 and 128") << bad;
-        EXPECT_EQ(sound->getVolume(), 100) << bad;
-        EXPECT_EQ(volumeVar(), 100) << bad;
-        EXPECT_EQ(mixer->volumes[20], 100) << bad;
+        run(c.command);
+        EXPECT_EQ(lastConsoleLine(), c.message) << c.command;
+        EXPECT_EQ(sound->getVolume(), c.volume) << c.command;
+        EXPECT_EQ(volumeVar(), c.volume) << c.command;
+        EXPECT_EQ(mixer->volumes[20], c.volume) << c.command;
     }
-    run("setvolume 128");
-    EXPECT_EQ(sound->getVolume(), 128);
-    run("setvolume");
-    EXPECT_EQ(sound->getVolume(), 128);
-}
-
-TEST_F(SoundTest, VolumeUpAndDownClampToTheRange)
-{
-    start();
-    run("setvolume 127");
-    run("volumeup");
-    EXPECT_EQ(sound->getVolume(), 128);
-    run("volumeup 10");
-    EXPECT_EQ(sound->getVolume(), 128);
-    run("volumedown 500");
-    EXPECT_EQ(sound->getVolume(), 0);
-    run("volumeup 2147483647");
-    EXPECT_EQ(sound->getVolume(), 128);
-    run("volumedown");
-    EXPECT_EQ(sound->getVolume(), 127);
 }
 
 TEST_F(SoundTest, PositionalSoundsFadeLinearlyToSilenceAt480Units)
