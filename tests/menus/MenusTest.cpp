@@ -71,23 +71,7 @@ protected:
     MainInterface* mainInterface = nullptr;
 };
 
-TEST_F(MenusTest, MainMenuButtonsOpenTheirScreensAndExitQuits)
-{
-    auto& adventure = screen<NewAdventureMenu>(NewAdventureMenu::screenName);
-    EXPECT_FALSE(adventure.isEnabled());
-    click(screen<Button>("newgamebutton"));
-    EXPECT_TRUE(adventure.isEnabled());
-    EXPECT_EQ(gui().getFocus(), &adventure);
-    ASSERT_EQ(adventure.getAdventures().size(), 1u);
-    EXPECT_EQ(adventure.getAdventures()[0].name, "Quay");
-    EXPECT_EQ(adventure.getList().getSelectedIndex(), 0);
-
-    MenuFrame::showScreen(MainMenu::screenName);
-    click(screen<Button>("exitbutton"));
-    EXPECT_TRUE(game.isQuitting());
-}
-
-TEST_F(MenusTest, OneScreenAtATimeAndClosingGoesBack)
+TEST_F(MenusTest, MainMenuButtonsOpenOneScreenAtATimeClosingGoesBackAndExitQuits)
 {
     auto shown = [this] {
         std::vector<std::string> names;
@@ -104,8 +88,18 @@ TEST_F(MenusTest, OneScreenAtATimeAndClosingGoesBack)
     EXPECT_EQ(shown(), std::vector<std::string>{OptionsMenu::screenName});
     key(27);
     EXPECT_EQ(shown(), std::vector<std::string>{MainMenu::screenName});
+
+    auto& adventure = screen<NewAdventureMenu>(NewAdventureMenu::screenName);
     click(screen<Button>("newgamebutton"));
     EXPECT_EQ(shown(), std::vector<std::string>{NewAdventureMenu::screenName});
+    EXPECT_EQ(gui().getFocus(), &adventure);
+    ASSERT_EQ(adventure.getAdventures().size(), 1u);
+    EXPECT_EQ(adventure.getAdventures()[0].name, "Quay");
+    EXPECT_EQ(adventure.getList().getSelectedIndex(), 0);
+
+    MenuFrame::showScreen(MainMenu::screenName);
+    click(screen<Button>("exitbutton"));
+    EXPECT_TRUE(game.isQuitting());
 }
 
 TEST_F(MenusTest, BeginWithATakenSaveNameOrAMissingStartLevelSaysSoAndStartsNothing)
@@ -372,7 +366,7 @@ TEST_F(MenusTest, EscapeSkipsAScene)
     }
 }
 
-TEST_F(MenusTest, AMissingSceneIsReportedAndLeavesForTheMainMenu)
+TEST_F(MenusTest, AMissingSceneOrTheMissingLevelAfterOneLeavesForTheMainMenu)
 {
     MenuFrame::showScreen(LoadGameMenu::screenName);
     testing::internal::CaptureStdout();
@@ -381,10 +375,7 @@ TEST_F(MenusTest, AMissingSceneIsReportedAndLeavesForTheMainMenu)
     EXPECT_NE(out.find("Could not load cutscene file: data/adventures/quay/absent.xml"), std::string::npos);
     EXPECT_FALSE(mainInterface->getCutScene().isEnabled());
     EXPECT_EQ(gui().getFocus(), gui().findComponent(MainMenu::screenName));
-}
 
-TEST_F(MenusTest, SceneEndingOnAMissingLevelFallsBackToTheMenus)
-{
     dir.write("data/adventures/quay/last.xml",
               "<cutscene onend=\"level\" level=\"enemies\"><cutsceneframe/></cutscene>");
     game.loadLevel("first", "");
@@ -395,7 +386,7 @@ TEST_F(MenusTest, SceneEndingOnAMissingLevelFallsBackToTheMenus)
     EXPECT_TRUE(screen<MainMenu>(MainMenu::screenName).isEnabled());
 }
 
-TEST_F(MenusTest, ControlsTabsSwitchGroupsAndABindingRefreshesEveryBox)
+TEST_F(MenusTest, ControlsTabsSwitchGroupsABindingRefreshesEveryBoxAndTheSliderSetsSensitivity)
 {
     auto& controls = screen<ControlsMenu>(ControlsMenu::screenName);
     ASSERT_EQ(controls.getPanels().size(), 3u);
@@ -417,6 +408,12 @@ TEST_F(MenusTest, ControlsTabsSwitchGroupsAndABindingRefreshesEveryBox)
     left.bind("a");
     EXPECT_EQ(left.getShown(), "a");
     EXPECT_EQ(right.getShown(), "unbound");
+
+    createVar("sensitivity", "1.0", "");
+    controls.onShow();
+    EXPECT_FLOAT_EQ(controls.getSensitivity().getValue(), 1.0f);
+    controls.getSensitivity().setValue(2.5f);
+    EXPECT_FLOAT_EQ(findVar("sensitivity")->floatValue, 2.5f);
 }
 
 TEST_F(MenusTest, ControlsShowKeyboardAndMouseFirstAndTheGamepadApart)
@@ -443,16 +440,6 @@ TEST_F(MenusTest, ControlsShowKeyboardAndMouseFirstAndTheGamepadApart)
     // The pad column cannot be armed from the menus.
     click(upPad);
     EXPECT_FALSE(upPad.isWaiting());
-}
-
-TEST_F(MenusTest, SensitivitySliderSetsTheVariable)
-{
-    createVar("sensitivity", "1.0", "");
-    auto& controls = screen<ControlsMenu>(ControlsMenu::screenName);
-    controls.onShow();
-    EXPECT_FLOAT_EQ(controls.getSensitivity().getValue(), 1.0f);
-    controls.getSensitivity().setValue(2.5f);
-    EXPECT_FLOAT_EQ(findVar("sensitivity")->floatValue, 2.5f);
 }
 
 TEST_F(MenusTest, VideoApplyChangesTheModeAndTheVariables)

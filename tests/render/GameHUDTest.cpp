@@ -125,6 +125,10 @@ TEST_F(GameHUDTest, LowHealthFlashThresholds)
 TEST_F(GameHUDTest, UpgradeScreenShowsLevelCashAndDimsWhatIsOutOfReach)
 {
     EXPECT_FALSE(hud().upgradePanel->visible);
+    ASSERT_EQ(player->properties.currentLevel, 0);
+    run("+showupgrades");
+    EXPECT_EQ(hud().upgradeCurrentLevel->text, "Current Level : 0");
+    run("-showupgrades");
     player->giveCash(80);
     run("+showupgrades");
     EXPECT_TRUE(hud().upgradePanel->visible);
@@ -233,12 +237,4 @@ TEST_F(GameHUDTest, SlowWeaponsShowTheirCooldown)
         frame();
         EXPECT_FALSE(hud().cooldownValue->visible);
     }
-}
-
-TEST_F(GameHUDTest, UpgradeScreenAtLevelZeroSaysSo)
-{
-    ASSERT_EQ(player->properties.currentLevel, 0);
-    run("+showupgrades");
-    EXPECT_EQ(hud().upgradeCurrentLevel->text, "Current Level : 0");
-    run("-showupgrades");
 }

@@ -8,6 +8,7 @@
 #include "core/Clock.h"
 #include "core/ManualClock.h"
 #include "render/Renderer.h"
+#include "resources/TempDir.h"
 
 // The renderer is exercised here without a window: only its own bookkeeping
 // is checked (GL calls without a context do nothing).
@@ -111,12 +112,8 @@ TEST(RendererLogicTest, ScreenshotNamesSkipFilesThatExist)
     EXPECT_EQ(Renderer::captureName(false, 5), "screenshots/screenshot0005.png");
     EXPECT_EQ(Renderer::captureName(true, 123), "screenshots/movie0123.png");
 
-    namespace fs = std::filesystem;
-    const fs::path previous = fs::current_path();
-    const fs::path scratch = fs::temp_directory_path() / "bq_screenshot_names";
-    fs::remove_all(scratch);
-    fs::create_directories(scratch / "screenshots");
-    fs::current_path(scratch);
+    TempDir dir;
+    std::filesystem::create_directories("screenshots");
     for (int i = 0; i < 5; ++i)
         std::ofstream(Renderer::captureName(false, i)) << "x";
     EXPECT_EQ(Renderer::nextFreeScreenshot(0), 5);
@@ -127,8 +124,6 @@ TEST(RendererLogicTest, ScreenshotNamesSkipFilesThatExist)
     EXPECT_EQ(Renderer::nextFreeScreenshot(0), 5);
     std::ofstream(Renderer::captureName(false, 5)) << "x";
     EXPECT_EQ(Renderer::nextFreeScreenshot(5), 7);
-    fs::current_path(previous);
-    fs::remove_all(scratch);
 }
 
 TEST(RendererLogicTest, KeptBackdropBandsCoverTheWindowOnceInTurn)
