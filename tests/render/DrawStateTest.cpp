@@ -3,14 +3,12 @@
 // is drawn, and sprites tint and clamp as their art needs.
 #include <gtest/gtest.h>
 
-#include <tinyxml.h>
-
 #include <memory>
 #include <vector>
 
 #include "core/Game.h"
 #include "gameplay/player/Player.h"
-#include "render/ImageFontRenderer.h"
+#include "render/FixedWidthFonts.h"
 #include "render/NullRenderer.h"
 #include "sound/NullSound.h"
 #include "world/body/Body.h"
@@ -49,7 +47,7 @@ public:
 };
 
 // Notes whether texturing was on for every glyph it emits.
-class CheckingFonts : public ImageFontRenderer {
+class CheckingFonts : public FixedWidthFonts {
 public:
     StateRenderer* state = nullptr;
     int glyphs = 0;
@@ -71,14 +69,6 @@ TEST(DrawStateTest, TextTurnsTexturingOnWhateverDrewBefore)
     CheckingFonts fonts;
     fonts.state = &renderer;
     fonts.setRenderer(&renderer);
-    TiXmlDocument doc;
-    doc.Parse(R"(<font name="vera" size="14"><descriptors>
-        <char charcode="65" image="p.png" width="10" height="12" top="10" xadvance="8" />
-        </descriptors></font>)");
-    auto font = std::make_unique<Font>();
-    ASSERT_TRUE(font->loadDocument(doc));
-    fonts.addFont(std::move(font));
-    ASSERT_TRUE(fonts.selectFont("vera", 14));
 
     // As after the glow pass or an untextured body.
     renderer.setTexturing(false);

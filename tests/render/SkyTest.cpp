@@ -35,33 +35,29 @@ std::unique_ptr<BaseSky> parseSky(const std::string& text)
     return sky;
 }
 
-// Remembers the corner alphas of every quad drawn, and the colours set.
+// Remembers the corner alphas of every quad drawn, the colours set, and the
+// order of the kept-backdrop calls among the quads and the flare.
 class RecordingRenderer : public NullRenderer {
 public:
     std::vector<std::vector<float>> quadAlphas;
     std::vector<RGBAColour> colours;
+    std::vector<std::string> calls;
+    const void* owner = nullptr;
     void drawQuad(const Quad& q) override
     {
         std::vector<float> a;
         for (const auto& c : q.corners)
             a.push_back(c->a);
         quadAlphas.push_back(a);
+        calls.push_back("rect");
     }
     void setColour(const RGBAColour& c) override { colours.push_back(c); }
-};
-
-// Remembers the order of the kept-backdrop calls among the quads.
-class BackdropRecorder : public NullRenderer {
-public:
-    std::vector<std::string> calls;
-    const void* owner = nullptr;
     void beginBackdrop(const void* o) override
     {
         owner = o;
         calls.push_back("begin");
     }
     void endBackdrop() override { calls.push_back("end"); }
-    void drawQuad(const Quad&) override { calls.push_back("rect"); }
     void drawCentredQuad(float, float, float, float, float, bool) override { calls.push_back("flare"); }
 };
 
@@ -426,7 +422,7 @@ TEST(SkyDrawTest, EveryLayerIsDrawnInsideTheKeptBackdropAndTheFlareOutside)
       <rect pos="-640,360,0" dimension="1280,720" glow="true" glowsteps="2"/>
     </sky>)");
     sky->lensFlare.visibility = 1.0f;
-    BackdropRecorder renderer;
+    RecordingRenderer renderer;
     for (int frame = 0; frame < 2; ++frame) {
         renderer.calls.clear();
         sky->draw(renderer, Vector(30.0f, 40.0f), 0.1f);
