@@ -5,11 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "TestPaths.h"
 #include "console/CommandRegistry.h"
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
@@ -59,8 +59,7 @@ protected:
     {
         CommandRegistry::instance().reset();
         VariableRegistry::instance().clearVariables();
-        const char* dir = std::getenv("BQ_SOURCE_DIR");
-        game.getInputManager().loadKeyNames(std::string(dir ? dir : "..") + "/data/keymaps.xml");
+        game.getInputManager().loadKeyNames(testSourceDir() + "/data/keymaps.xml");
         gui().setScreenSize(screenW, screenH);
     }
     void TearDown() override

@@ -18,19 +18,12 @@
 #include "resources/ResourceManager.h"
 
 namespace {
-std::string sourceRoot()
-{
-    const char* source = std::getenv("BQ_SOURCE_DIR");
-    std::string root = source ? source : __FILE__;
-    return source ? root : root.substr(0, root.rfind("/tests/"));
-}
-
 class AccessibilityTest : public GUITest {
 protected:
     void SetUp() override
     {
         GUITest::SetUp();
-        ASSERT_TRUE(TempDir::run("mkdir -p data && cp '" + sourceRoot() + "/data/gamevars.xml' data/"));
+        ASSERT_TRUE(TempDir::run("mkdir -p data && cp '" + testSourceDir() + "/data/gamevars.xml' data/"));
         ResourceManager::instance().clearArchives();
         ASSERT_TRUE(VariableRegistry::instance().loadVariables("data/gamevars.xml"));
         if (!game.getGameInput())

@@ -6,22 +6,16 @@
 
 #include <tinyxml.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "TestPaths.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleSystemParams.h"
 
 namespace {
-std::string gameDir()
-{
-    const char* dir = std::getenv("BQ_GAME_DIR");
-    return dir ? dir : BQ_BUILT_GAME_DIR;
-}
-
 // Every effect name that weapons, projectiles, pickups, enemies, level logic,
 // the player and skies start.
 const char* const startedByTheGame[] = {
@@ -52,7 +46,7 @@ void expectNoShrinkingThroughZero(const ParticleSystemParams& p)
 
 TEST(ShippedParticlesTest, EveryEffectTheGameStartsIsDefinedCompletelyWithItsTexture)
 {
-    const std::string path = gameDir() + "/data/particles/particles.xml";
+    const std::string path = testGameDir() + "/data/particles/particles.xml";
     TiXmlDocument doc(path.c_str());
     ASSERT_TRUE(doc.LoadFile()) << path;
     ASSERT_NE(doc.FirstChildElement(), nullptr);
@@ -64,7 +58,7 @@ TEST(ShippedParticlesTest, EveryEffectTheGameStartsIsDefinedCompletelyWithItsTex
         EXPECT_TRUE(missing.empty()) << p.id << " lacks " << missing.front();
         EXPECT_TRUE(ids.insert(p.id).second) << p.id << " is defined twice";
         if (!p.texture.empty())
-            EXPECT_TRUE(std::filesystem::exists(gameDir() + "/data/" + p.texture)) << p.id << ": " << p.texture;
+            EXPECT_TRUE(std::filesystem::exists(testGameDir() + "/data/" + p.texture)) << p.id << ": " << p.texture;
         else
             EXPECT_EQ(p.id, "text") << "only floating text draws without a texture";
         EXPECT_GT(p.maxParticles, 0) << p.id;
@@ -75,5 +69,5 @@ TEST(ShippedParticlesTest, EveryEffectTheGameStartsIsDefinedCompletelyWithItsTex
     // The built-in fallback for unknown names draws a shipped texture too.
     ParticleManager builtIn;
     builtIn.init();
-    EXPECT_TRUE(std::filesystem::exists(gameDir() + "/data/" + builtIn.findDefinition("default")->texture));
+    EXPECT_TRUE(std::filesystem::exists(testGameDir() + "/data/" + builtIn.findDefinition("default")->texture));
 }

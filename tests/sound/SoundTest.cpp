@@ -2,12 +2,12 @@
 
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <string>
 
 #include "FakeMixer.h"
+#include "TestPaths.h"
 #include "console/RegistryFixture.h"
 #include "console/CommandRegistry.h"
 #include "console/ConLine.h"
@@ -452,17 +452,11 @@ TEST_F(SoundTest, DefinitionsSkipBadEntriesAndShareSamplesByPath)
     EXPECT_FALSE(sound->loadDefinitions("broken.xml"));
 }
 
-std::string builtGameDir()
-{
-    const char* dir = std::getenv("BQ_GAME_DIR");
-    return dir ? dir : BQ_BUILT_GAME_DIR;
-}
-
 TEST_F(SoundTest, ShippedDefinitionsBindEveryIdTheGameUses)
 {
-    TempDir::run("ln -s '" + builtGameDir() + "/data' '" + dir.path + "/data'");
+    TempDir::run("ln -s '" + testGameDir() + "/data' '" + dir.path + "/data'");
     if (!std::ifstream("data/sounds/sounds.xml"))
-        GTEST_SKIP() << "generated media not found in " << builtGameDir();
+        GTEST_SKIP() << "generated media not found in " << testGameDir();
     start();
     ASSERT_TRUE(sound->loadDefinitions("data/sounds/sounds.xml"));
     for (int id = 0; id <= 42; ++id)
