@@ -516,13 +516,9 @@ TEST(BouncingSmileysTest, SpritesStayInsideTheWindowAsItChanges)
     EXPECT_EQ(smileys.componentAt(10.0f, 10.0f), nullptr);
 }
 
-class CutSceneFileTest : public ::testing::Test {
-protected:
-    TempDir dir;
-};
-
-TEST_F(CutSceneFileTest, ReadsPagesPicturesTextAndTheEnding)
+TEST(CutSceneFileTest, ReadsPagesPicturesTextAndTheEnding)
 {
+    TempDir dir;
     dir.write("s.xml",
               "<cutscene onend=\"level\" ><scene level=\"two\" levelspawn=\"east\"/>"
               "<cutsceneframe background=\"data/images/rock1.png\">"
@@ -549,8 +545,9 @@ TEST_F(CutSceneFileTest, ReadsPagesPicturesTextAndTheEnding)
     EXPECT_EQ(scene.pages[1].texts[0].text, "only");
 }
 
-TEST_F(CutSceneFileTest, HostileNumbersAndFloodsAreBounded)
+TEST(CutSceneFileTest, HostileNumbersAndFloodsAreBounded)
 {
+    TempDir dir;
     std::string text = "<cutscene><cutsceneframe>";
     text += "<pic x=\"nan\" y=\"1e39\" width=\"-5\" height=\"inf\"/>";
     for (int i = 0; i < 100; ++i)
