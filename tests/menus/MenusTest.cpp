@@ -65,6 +65,13 @@ protected:
                   "<adventure name=\"Quay\" startlevel=\"first\" description=\"Down by the water\"/>");
         dir.write("data/adventures/quay/pages.xml", threePages);
     }
+    // Opens the menu screen as its button would, and hands it back.
+    template <class T>
+    T& show()
+    {
+        EXPECT_TRUE(MenuFrame::showScreen(T::screenName));
+        return screen<T>(T::screenName);
+    }
 
 
     TempDir dir;
@@ -105,8 +112,7 @@ TEST_F(MenusTest, MainMenuButtonsOpenOneScreenAtATimeClosingGoesBackAndExitQuits
 TEST_F(MenusTest, BeginWithATakenSaveNameOrAMissingStartLevelSaysSoAndStartsNothing)
 {
     dir.write("saves/save1.xml", "<save/>");
-    MenuFrame::showScreen(NewAdventureMenu::screenName);
-    auto& menu = screen<NewAdventureMenu>(NewAdventureMenu::screenName);
+    auto& menu = show<NewAdventureMenu>();
     // Each new game offers a name no save has yet.
     EXPECT_EQ(menu.getSaveName().getText(), "save2");
     menu.getSaveName().setText("save1");
@@ -127,8 +133,7 @@ TEST_F(MenusTest, BeginLoadsTheStartLevelRequestsTheSaveAndPlaysTheOpening)
     dir.write("data/adventures/quay.xml",
               "<adventure name=\"Quay\" startlevel=\"first\" cutscene=\"quay/pages\"><description>Long "
               "text</description></adventure>");
-    MenuFrame::showScreen(NewAdventureMenu::screenName);
-    auto& menu = screen<NewAdventureMenu>(NewAdventureMenu::screenName);
+    auto& menu = show<NewAdventureMenu>();
     EXPECT_EQ(menu.getAdventures()[0].description, "Long text");
     menu.getSaveName().setText("mine");
     ASSERT_TRUE(menu.begin());
@@ -173,9 +178,9 @@ TEST_F(MenusTest, BeginStartsANewPlayer)
     veteran->properties.cash = 9000;
     veteran->properties.currentLevel = 12;
     veteran->inventory.giveAllWeapons();
-    MenuFrame::showScreen(NewAdventureMenu::screenName);
-    screen<NewAdventureMenu>(NewAdventureMenu::screenName).getSaveName().setText("fresh");
-    ASSERT_TRUE(screen<NewAdventureMenu>(NewAdventureMenu::screenName).begin());
+    auto& menu = show<NewAdventureMenu>();
+    menu.getSaveName().setText("fresh");
+    ASSERT_TRUE(menu.begin());
     auto* player = dynamic_cast<Player*>(game.getPlayer());
     ASSERT_NE(player, nullptr);
     EXPECT_EQ(player->properties.maxHealth, 100);
@@ -189,8 +194,7 @@ TEST_F(MenusTest, LoadGameListsSavesAndShowsTheThumbnailOfTheSelection)
     dir.write("saves/alpha.xml", "<save currentlevel=\"first\" savedat=\"2000000000\" playtime=\"75\"/>");
     dir.write("saves/alpha.png", "not really a png");
     dir.write("saves/beta.xml", "<save/>");
-    MenuFrame::showScreen(LoadGameMenu::screenName);
-    auto& menu = screen<LoadGameMenu>(LoadGameMenu::screenName);
+    auto& menu = show<LoadGameMenu>();
     ASSERT_EQ(menu.getList().getItemCount(), 2);
     EXPECT_EQ(menu.getList().getItem(0)->getText().substr(0, 12), "alpha\tFirst\t");
     EXPECT_EQ(menu.getPicture().getImage(), LoadGameMenu::defaultPicture);
@@ -217,8 +221,7 @@ TEST_F(MenusTest, DeletingASaveWaitsForYes)
 {
     dir.write("saves/gone.xml", "<save currentlevel=\"first\"/>");
     dir.write("saves/gone.png", "picture");
-    MenuFrame::showScreen(LoadGameMenu::screenName);
-    auto& menu = screen<LoadGameMenu>(LoadGameMenu::screenName);
+    auto& menu = show<LoadGameMenu>();
     ConfirmPanel& confirm = menu.getConfirm();
     // Nothing selected: nothing to ask about.
     click(screen<Button>("deletesavebutton"));
@@ -423,8 +426,7 @@ TEST_F(MenusTest, ControlsTabsSwitchGroupsABindingRefreshesEveryBoxAndTheSliderS
 
 TEST_F(MenusTest, ControlsShowKeyboardAndMouseFirstAndTheGamepadApart)
 {
-    auto& controls = screen<ControlsMenu>(ControlsMenu::screenName);
-    MenuFrame::showScreen(ControlsMenu::screenName);
+    auto& controls = show<ControlsMenu>();
     game.installGameInput(std::make_unique<GameInput>());
     GameInput& input = *game.getGameInput();
     for (const char* key : {"joy1_axis2_minus", "joy1_button1", "space", "up", "w"})
@@ -449,8 +451,7 @@ TEST_F(MenusTest, ControlsShowKeyboardAndMouseFirstAndTheGamepadApart)
 
 TEST_F(MenusTest, VideoApplyChangesTheModeAndTheVariables)
 {
-    auto& video = screen<VideoMenu>(VideoMenu::screenName);
-    MenuFrame::showScreen(VideoMenu::screenName);
+    auto& video = show<VideoMenu>();
     ASSERT_TRUE(video.getResolution().setValue("1024 x 768"));
     video.getVsync().setValue("Off");
     testing::internal::CaptureStdout();
@@ -467,8 +468,7 @@ TEST_F(MenusTest, VideoApplyChangesTheModeAndTheVariables)
 TEST_F(MenusTest, MusicSliderShowsAndSetsTheMusicVolume)
 {
     createVar("musicvolume", "96", "");
-    auto& menu = screen<SoundMenu>(SoundMenu::screenName);
-    MenuFrame::showScreen(SoundMenu::screenName);
+    auto& menu = show<SoundMenu>();
     EXPECT_FLOAT_EQ(menu.getMusic().getValue(), 96.0f);
     menu.getMusic().setValue(40.0f);
     testing::internal::CaptureStdout();
@@ -575,8 +575,7 @@ TEST(CutSceneFileTest, HostileNumbersAndFloodsAreBounded)
 
 TEST_F(MenusTest, SaveNameBoxHoldsWhatASaveNameMayAndNoMore)
 {
-    MenuFrame::showScreen(NewAdventureMenu::screenName);
-    auto& menu = screen<NewAdventureMenu>(NewAdventureMenu::screenName);
+    auto& menu = show<NewAdventureMenu>();
     TextBox& box = menu.getSaveName();
     EXPECT_EQ(box.getText(), "save1");
     click(box);
@@ -625,8 +624,7 @@ TEST_F(MenusTest, LongTextStaysInsideItsWidget)
     // The longest name a save may have, and a long level title.
     const std::string longName(Game::maxSaveNameLength, 'W');
     dir.write("saves/" + longName + ".xml", "<save currentlevel=\"first\" title=\"" + std::string(80, 'M') + "\"/>");
-    MenuFrame::showScreen(LoadGameMenu::screenName);
-    auto& menu = screen<LoadGameMenu>(LoadGameMenu::screenName);
+    auto& menu = show<LoadGameMenu>();
     GUIComponent* row = menu.getList().getItem(0);
     ASSERT_NE(row, nullptr);
     fonts->glyphs.clear();
