@@ -5,9 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <fstream>
-#include <sstream>
 
-#include "../TestPaths.h"
 #include "../gui/GUITestSupport.h"
 #include "../resources/TempDir.h"
 #include "console/GameVar.h"
@@ -65,6 +63,7 @@ protected:
                   "<adventure name=\"Quay\" startlevel=\"first\" description=\"Down by the water\"/>");
         dir.write("data/adventures/quay/pages.xml", threePages);
     }
+
     // Opens the menu screen as its button would, and hands it back.
     template <class T>
     T& show()
@@ -72,7 +71,6 @@ protected:
         EXPECT_TRUE(MenuFrame::showScreen(T::screenName));
         return screen<T>(T::screenName);
     }
-
 
     TempDir dir;
     MainInterface* mainInterface = nullptr;

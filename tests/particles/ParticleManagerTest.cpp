@@ -21,7 +21,6 @@
 #include "world/gamebody/GameBody.h"
 
 namespace {
-
 const char* const fullAttributes =
     "texture='particles/spark.tga' initialParticles='2' posVarLow='0,0,0' posVarHigh='0,0,0' "
     "vel='0,0,0' velVarLow='0,0,0' velVarHigh='0,0,0' acc='0,0,0' accVarLow='0,0,0' accVarHigh='0,0,0' "

@@ -11,7 +11,6 @@
 #include "particles/ParticleTestSupport.h"
 
 namespace {
-
 void configure(ParticleSystem& s, const ParticleSystemParams& p)
 {
     s.params = &p;
