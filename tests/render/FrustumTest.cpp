@@ -35,6 +35,16 @@ void perspective(float m[16], float fovy, float aspect, float zNear, float zFar)
 }
 }
 
+TEST(FrustumTest, InternalsDeriveNearAndFarRectangles)
+{
+    Frustum f;
+    f.setCameraInternals(90.0f, 2.0f, 1.0f, 100.0f);
+    EXPECT_NEAR(f.getNearHeight(), 1.0f, 1e-5f);  // tan(45 degrees) x near
+    EXPECT_NEAR(f.getNearWidth(), 2.0f, 1e-5f);
+    EXPECT_NEAR(f.getFarHeight(), 100.0f, 1e-3f);
+    EXPECT_NEAR(f.getFarWidth(), 200.0f, 1e-3f);
+}
+
 TEST(FrustumTest, GeometricPlanesFaceInwardAndBoundTheVisibleRectangle)
 {
     Frustum f;
