@@ -1,11 +1,7 @@
 // The shipped third act, loaded headless: what the player touches or breaks
 // in each level must open the way on, through the names the files give.
-#include <filesystem>
-
 #include "gameplay/GameplayFixture.h"
 #include "gameplay/weapons/WeaponDefinitions.h"
-#include "world/gamebody/GameBody.h"
-#include "world/quadtree/QuadTree.h"
 
 namespace {
 
@@ -23,44 +19,6 @@ protected:
         WeaponDefinitions::clear();
         GameplayFixture::TearDown();
     }
-
-    void loadShipped(const std::string& name)
-    {
-        std::filesystem::create_directories("maps");
-        for (const std::string& file : {name + ".xml", name + "_waves.xml"}) {
-            const auto from = std::filesystem::path(BQ_SOURCE_TREE) / "maps" / file;
-            if (std::filesystem::exists(from))
-                std::filesystem::copy_file(from, "maps/" + file, std::filesystem::copy_options::overwrite_existing);
-        }
-        game->loadLevel(name, "");
-        ASSERT_TRUE(game->isLevelLoaded());
-    }
-
-    Body* byId(const std::string& id)
-    {
-        for (Body* b : game->getBodies())
-            if (b->id == id && !b->cancleanup)
-                return b;
-        return nullptr;
-    }
-
-    GameBody* firstOfType(const std::string& type)
-    {
-        for (Body* b : game->getBodies())
-            if (b->type == type && !b->cancleanup)
-                return dynamic_cast<GameBody*>(b);
-        return nullptr;
-    }
-
-    void place(Body* body, float x, float y)
-    {
-        body->setPosition(Vector(x, y));
-        body->vel = Vector();
-        body->transform();
-        body->updateBounds();
-        game->getQuadTree().update(body);
-    }
-    void putPlayer(float x, float y) { place(player, x, y); }
 };
 
 TEST_F(AdventureActThreeTest, WarmUpRunsFromTheFlagUntilTheCrateDropsIntoTheChute)
@@ -68,7 +26,7 @@ TEST_F(AdventureActThreeTest, WarmUpRunsFromTheFlagUntilTheCrateDropsIntoTheChut
     loadShipped("rooftops");
     Body* crate = byId("crate");
     ASSERT_NE(crate, nullptr);
-    putPlayer(86.0f, 10.0f);
+    placePlayer(86.0f, 10.0f);
     frames(8);
     EXPECT_TRUE(gameplay->isRaceActive()) << "the warm-up flag started no race";
     place(crate, 724.0f, -12.0f);
@@ -85,11 +43,11 @@ TEST_F(AdventureActThreeTest, RaceStartOpensTheServerHatchAndThePadOnItsHutGoesB
     ASSERT_NE(startline, nullptr);
     const float shut = hatch->pos.y;
 
-    putPlayer(906.0f, 10.0f);
+    placePlayer(906.0f, 10.0f);
     frames(80);
     EXPECT_GT(hatch->pos.y, shut + 60.0f) << "the start post did not open the hatch";
 
-    putPlayer(4316.0f, 250.0f);
+    placePlayer(4316.0f, 250.0f);
     frames(4);
     EXPECT_NEAR(player->pos.x, startline->pos.x, 24.0f) << "the pad on the hatch hut did not return to the start";
 }
@@ -104,7 +62,7 @@ TEST_F(AdventureActThreeTest, BreakingTheDriveAndTheProcessorOpensBothVaultDoors
     EXPECT_TRUE(vault1->solid);
     EXPECT_TRUE(vault2->solid);
     for (const char* objective : {"harddrive", "cpu"}) {
-        GameBody* body = firstOfType(objective);
+        GameBody* body = byType<GameBody>(objective);
         ASSERT_NE(body, nullptr) << objective;
         body->takeDamage(1000, 64);
     }
@@ -134,7 +92,7 @@ TEST_F(AdventureActThreeTest, JumpPadsLandAHandsOffPlayerOnTheirLedges)
         if (Body* boss = byId("thedestroyer"))
             game->markForRemoval(boss);
         frame();
-        putPlayer(pad.x, pad.y);
+        placePlayer(pad.x, pad.y);
         frames(240);
         EXPECT_NEAR(player->pos.y, pad.ledgeTop + 8.0f, 2.0f);
         EXPECT_GT(player->pos.x, pad.ledgeWest - 8.0f);
@@ -146,12 +104,12 @@ TEST_F(AdventureActThreeTest, TheDeckSwitchWakesTheVentPadThatThrowsIntoTheColdS
 {
     loadShipped("serverhalls");
     run("notarget");
-    putPlayer(3904.0f, 8.0f);
+    placePlayer(3904.0f, 8.0f);
     frames(40);
     EXPECT_LT(player->pos.y, 20.0f) << "the vent pad blows before its switch";
-    putPlayer(3788.0f, 268.0f);
+    placePlayer(3788.0f, 268.0f);
     frames(8);
-    putPlayer(3904.0f, 8.0f);
+    placePlayer(3904.0f, 8.0f);
     frames(200);
     EXPECT_GT(player->pos.y, 200.0f) << "the vent pad did not throw the player up to the cold store";
     EXPECT_GT(player->pos.x, 3980.0f);
@@ -162,12 +120,12 @@ TEST_F(AdventureActThreeTest, ThePowerCellInItsSlotOpensTheLiftDown)
 {
     loadShipped("serverhalls");
     Body* door = byId("pit_door");
-    GameBody* cell = firstOfType("battery");
+    GameBody* cell = byType<GameBody>("battery");
     ASSERT_NE(door, nullptr);
     ASSERT_NE(cell, nullptr);
     const float shut = door->pos.y;
     place(cell, 5504.0f, 14.0f);
-    putPlayer(5440.0f, 10.0f);
+    placePlayer(5440.0f, 10.0f);
     frames(80);
     EXPECT_GT(door->pos.y, shut + 90.0f) << "the cell in its slot did not open the lift door";
 }
@@ -175,7 +133,7 @@ TEST_F(AdventureActThreeTest, ThePowerCellInItsSlotOpensTheLiftDown)
 TEST_F(AdventureActThreeTest, TheDestroyersFallOpensTheGateToTheCore)
 {
     loadShipped("destroyerlair");
-    auto* destroyer = dynamic_cast<GameBody*>(byId("thedestroyer"));
+    auto* destroyer = byId<GameBody>("thedestroyer");
     Body* gate = byId("lair_gate");
     ASSERT_NE(destroyer, nullptr);
     ASSERT_NE(gate, nullptr);
@@ -191,19 +149,13 @@ TEST_F(AdventureActThreeTest, TheDestroyersFallOpensTheGateToTheCore)
 TEST_F(AdventureActThreeTest, SteppingIntoThePitWakesTheSwarmNestAndTheFurnaceVents)
 {
     loadShipped("destroyerlair");
-    auto alive = [this](const char* type) {
-        int n = 0;
-        for (Body* b : game->getBodies())
-            n += b->type == type && !b->cancleanup;
-        return n;
-    };
-    putPlayer(808.0f, -150.0f);
+    placePlayer(808.0f, -150.0f);
     // The balcony's swarm lives ten seconds; what flies after that came from the nest.
     frames(12000 / 25);
-    EXPECT_GT(alive("swarmmember"), 0) << "the nest over the pit sent no swarm";
-    EXPECT_EQ(alive("swarmer"), 0) << "the vents opened before their time";
+    EXPECT_GT(count("swarmmember"), 0) << "the nest over the pit sent no swarm";
+    EXPECT_EQ(count("swarmer"), 0) << "the vents opened before their time";
     frames(10000 / 25);
-    EXPECT_GT(alive("swarmer"), 0) << "the first wave never came out of the vents";
+    EXPECT_GT(count("swarmer"), 0) << "the first wave never came out of the vents";
 }
 
 } // namespace

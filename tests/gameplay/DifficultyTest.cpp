@@ -42,14 +42,6 @@ protected:
         var->setRange(0, 2);
     }
     void setLevel(int level) { findVar("difficulty")->setInt(level); }
-    template <class T>
-    void take(T& item)
-    {
-        TouchInfo info;
-        info.other = player;
-        info.self = &item;
-        item.onTouch(info);
-    }
 };
 
 TEST_F(DifficultyTest, DamageTakenAndPickupsFollowTheLevel)
@@ -74,33 +66,24 @@ TEST_F(DifficultyTest, DamageTakenAndPickupsFollowTheLevel)
         player->maxhealth = 200;
         player->health = 10;
         QuickHealth health;
-        take(health);
+        touch(health, *player);
         EXPECT_EQ(player->health, c.health);
 
         player->armour = 0;
         Armour armour;
         armour.amount = 20;
-        take(armour);
+        touch(armour, *player);
         EXPECT_EQ(player->armour, c.armour);
 
         player->inventory.setAmmo(3, 0);
         AmmoBase shells("shotgunammo");
-        take(shells);
+        touch(shells, *player);
         EXPECT_EQ(player->inventory.ammoOf(3), c.shells);
 
         const int rocketAmmo = WeaponMapping::byName("rocketlauncher")->ammoType;
         player->inventory.setAmmo(rocketAmmo, 0);
         WeaponBase launcher("rocketlauncher");
-        take(launcher);
+        touch(launcher, *player);
         EXPECT_EQ(player->inventory.ammoOf(rocketAmmo), c.rockets);
     }
-}
-
-TEST_F(DifficultyTest, VariableRefusesLevelsOutsideItsRange)
-{
-    GameVar* var = findVar("difficulty");
-    var->setString("3");
-    EXPECT_EQ(var->intValue, 1);
-    var->setString("0");
-    EXPECT_EQ(Difficulty::current(), Difficulty::easy);
 }

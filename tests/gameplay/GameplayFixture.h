@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 
+#include "TestPaths.h"
 #include "console/CommandRegistry.h"
 #include "console/VariableRegistry.h"
 #include "core/Clock.h"
@@ -22,6 +23,7 @@
 #include "render/NullRenderer.h"
 #include "sound/NullSound.h"
 #include "world/body/Body.h"
+#include "world/quadtree/QuadTree.h"
 
 class GameplayFixture : public ::testing::Test {
 protected:
@@ -104,6 +106,68 @@ protected:
         return box("spawnpoint", id, x - 4, y - 4, x + 4, y + 4,
                    "mass=\"0\" solid=\"false\" entity=\"true\"",
                    start ? attribute("startpoint", "true") : "");
+    }
+
+    // Copies a shipped level (and its waves file, if any) from the source tree and loads it.
+    void loadShipped(const std::string& name)
+    {
+        std::filesystem::create_directories("maps");
+        for (const std::string& file : {name + ".xml", name + "_waves.xml"}) {
+            const auto from = std::filesystem::path(testSourceDir()) / "maps" / file;
+            if (std::filesystem::exists(from))
+                std::filesystem::copy_file(from, "maps/" + file, std::filesystem::copy_options::overwrite_existing);
+        }
+        game->loadLevel(name, "");
+        ASSERT_TRUE(game->isLevelLoaded());
+    }
+
+    // Moves a body that is already in the world, at rest.
+    void place(Body* body, float x, float y)
+    {
+        body->setPosition(Vector(x, y));
+        body->vel = Vector();
+        body->transform();
+        body->updateBounds();
+        game->getQuadTree().update(body);
+    }
+    void placePlayer(float x, float y) { place(player, x, y); }
+
+    // The first living body called `id`, if it is a T.
+    template <class T = Body>
+    T* byId(const std::string& id)
+    {
+        for (Body* b : game->getBodies())
+            if (b->id == id && !b->cancleanup)
+                return dynamic_cast<T*>(b);
+        return nullptr;
+    }
+
+    // The first living body of the given type name, if it is a T.
+    template <class T = Body>
+    T* byType(const std::string& type)
+    {
+        for (Body* b : game->getBodies())
+            if (b->type == type && !b->cancleanup)
+                return dynamic_cast<T*>(b);
+        return nullptr;
+    }
+
+    // Living bodies of class T, of the given type name when one is given.
+    template <class T = Body>
+    int count(const std::string& type = "")
+    {
+        int n = 0;
+        for (Body* b : game->getBodies())
+            n += dynamic_cast<T*>(b) && !b->cancleanup && (type.empty() || b->type == type);
+        return n;
+    }
+
+    static void touch(Body& self, Body& other)
+    {
+        TouchInfo info;
+        info.self = &self;
+        info.other = &other;
+        self.onTouch(info);
     }
 
     // One frame of `ms` milliseconds.

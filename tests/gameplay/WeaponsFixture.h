@@ -8,7 +8,6 @@
 #include "gameplay/GameplayFixture.h"
 #include "gameplay/weapons/WeaponDefinitions.h"
 #include "world/gamebody/GameBody.h"
-#include "world/quadtree/QuadTree.h"
 
 class WeaponsFixture : public GameplayFixture {
 protected:
@@ -26,14 +25,6 @@ protected:
     {
         WeaponDefinitions::clear();
         GameplayFixture::TearDown();
-    }
-
-    void placePlayer(float x, float y)
-    {
-        player->setPosition(Vector(x, y));
-        player->transform();
-        player->updateBounds();
-        game->getQuadTree().update(player);
     }
 
     // A creature-like target: solid, an entity, takes damage.
@@ -66,15 +57,5 @@ protected:
     bool fire(int weaponId, const Vector& aim = Vector(1.0f, 0.0f))
     {
         return player->inventory.fire(player, player->pos, aim, Player::now(), weaponId);
-    }
-
-    template <class T>
-    int countBodies()
-    {
-        int n = 0;
-        for (Body* b : game->getBodies())
-            if (dynamic_cast<T*>(b) && !b->cancleanup)
-                ++n;
-        return n;
     }
 };

@@ -1,10 +1,12 @@
-// The block boss and the destroyer.
+// The block boss and the destroyer; what bosses and hazards restore from a save.
 #include <gtest/gtest.h>
 
 #include <tinyxml.h>
 
+#include "gameplay/enemies/BallOfDeath.h"
 #include "gameplay/enemies/BlockBoss.h"
 #include "gameplay/enemies/Destroyer.h"
+#include "gameplay/enemies/ElectroGrid.h"
 #include "gameplay/enemies/SpecialEnemyFixture.h"
 #include "gameplay/projectiles/GrenadeProjectile.h"
 #include "gameplay/projectiles/RocketProjectile.h"
@@ -171,26 +173,47 @@ TEST_F(BossesTest, DestroyerPatrolsWhenThePlayerIsFar)
     EXPECT_FLOAT_EQ(destroyer->vel.x, 128.0f);
 }
 
-TEST_F(BossesTest, RestoredBossStatesShowAndStayInRange)
+// Restored from a save, each shows the phase it was in; a hostile save cannot
+// push the states out of range.
+TEST_F(BossesTest, RestoredStatesShowAndStayInRange)
 {
     BlockBoss boss;
     boss.damageState = 2;
-    TiXmlElement saved("body");
-    boss.writeState(&saved);
-    BlockBoss restored;
-    restored.readState(&saved);
-    EXPECT_EQ(restored.damageState, 2);
-    EXPECT_EQ(restored.texture, "data/images/blockboss3.png");
+    ElectroGrid grid;
+    grid.on = true;
+    BallOfDeath ball;
+    ball.startpoint = Vector(10.0f, 20.0f);
+    ball.startpointSet = true;
+    ball.targetpos = Vector(110.0f, 20.0f);
+    ball.offset = Vector(100.0f, 0.0f);
+    ball.isopen = true;
+    ball.isclosing = true;
+    ball.xdirection = true;
+    BlockBoss restoredBoss;
+    ElectroGrid restoredGrid;
+    BallOfDeath restoredBall;
+    const std::pair<GameBody*, GameBody*> pairs[] = {
+        {&boss, &restoredBoss}, {&grid, &restoredGrid}, {&ball, &restoredBall}};
+    for (const auto& [from, to] : pairs) {
+        TiXmlElement saved("body");
+        from->writeState(&saved);
+        to->readState(&saved);
+    }
+    restoredBall.afterTargets();
+    EXPECT_EQ(restoredBoss.damageState, 2);
+    EXPECT_EQ(restoredBoss.texture, "data/images/blockboss3.png");
+    EXPECT_TRUE(restoredGrid.visible);
+    EXPECT_TRUE(restoredBall.isclosing) << "keeps going where it was going";
+    EXPECT_FALSE(restoredBall.isopening);
 
-    // A hostile save cannot push the states out of range.
-    Destroyer back;
     TiXmlElement hostile("body");
     hostile.SetAttribute("damagestate", "7");
     hostile.SetAttribute("weaponstate", "-4");
-    restored.readState(&hostile);
-    back.readState(&hostile);
-    EXPECT_EQ(restored.damageState, 0);
-    EXPECT_EQ(back.weaponState, 0);
+    Destroyer destroyer;
+    restoredBoss.readState(&hostile);
+    destroyer.readState(&hostile);
+    EXPECT_EQ(restoredBoss.damageState, 0);
+    EXPECT_EQ(destroyer.weaponState, 0);
 }
 
 }

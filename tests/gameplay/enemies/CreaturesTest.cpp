@@ -1,5 +1,4 @@
-// Bacteria, eggs and swarmers; engineers and the objectives they repair; the
-// level tables of every special enemy.
+// Bacteria, eggs and swarmers; engineers and the objectives they repair.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -45,38 +44,6 @@ TEST_F(CreaturesTest, EveryClassStartsWithItsHealthAndImage)
         EXPECT_TRUE(enemy->isEnemy()) << row.type;
     }
     EXPECT_NE(dynamic_cast<HardDrive*>(game->getBodyFactory()->create("cpu").get()), nullptr);
-}
-
-TEST_F(CreaturesTest, ALevelPastTheTableKeepsTheLastRow)
-{
-    Bacteria top;
-    top.applyLevel(4);
-    top.applyLevel(5);  // not in the table: the level-4 numbers stay
-    EXPECT_EQ(top.level, 5);
-    EXPECT_EQ(top.health, 160);
-    EXPECT_EQ(top.texture, "data/images/bacteria4.png");
-}
-
-TEST_F(CreaturesTest, OutOfRangeLevelsFromALevelFileAreClamped)
-{
-    loadLevel(entity("bacteria", "low", -200, 100, attribute("level", "0")) +
-              entity("bacteria", "high", -150, 100, attribute("level", "77")) +
-              entity("egg", "egg", -100, 100, attribute("level", "-3")) +
-              entity("swarmer", "swarmer", -50, 100, attribute("level", "12")) +
-              entity("blockboss", "boss", 400, 200, attribute("level", "999999999")));
-    auto* low = find<Bacteria>("low");
-    auto* high = find<Bacteria>("high");
-    auto* egg = find<Egg>("egg");
-    auto* swarmer = find<Swarmer>("swarmer");
-    ASSERT_TRUE(low && high && egg && swarmer && find<EnemyBase>("boss"));
-    EXPECT_EQ(low->level, 1);
-    EXPECT_EQ(low->texture, "data/images/bacteria1.png");
-    EXPECT_EQ(high->level, 5);
-    EXPECT_EQ(high->texture, "data/images/bacteria1.png");
-    EXPECT_EQ(egg->level, 1);
-    EXPECT_EQ(swarmer->level, 5);
-    EXPECT_EQ(swarmer->texture, "data/images/swarmer1.png");
-    frames(40);  // and they live in the world without trouble
 }
 
 TEST_F(CreaturesTest, ALevelThreeBacteriumSplitsOnceIntoTwoLevelFours)

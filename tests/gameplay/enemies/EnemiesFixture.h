@@ -25,13 +25,4 @@ protected:
         game->spawnBody(enemy);
         return enemy;
     }
-
-    // Moves a body that is already in the world.
-    void moveTo(Body* body, float x, float y)
-    {
-        body->setPosition(Vector(x, y));
-        body->transform();
-        body->updateBounds();
-        game->getQuadTree().update(body);
-    }
 };

@@ -1,10 +1,8 @@
-#include <filesystem>
 #include <typeinfo>
 
 #include "gameplay/GameplayFixture.h"
 #include "gameplay/enemies/BlockBoss.h"
 #include "gameplay/enemies/EnemyBase.h"
-#include "gameplay/items/CashPickup.h"
 #include "gameplay/weapons/WeaponDefinitions.h"
 
 namespace {
@@ -16,26 +14,14 @@ protected:
         GameplayFixture::SetUp();
         WeaponDefinitions::clear();
         std::srand(7);
-        std::filesystem::create_directories("maps");
-        std::filesystem::copy_file(std::filesystem::path(BQ_SOURCE_TREE) / "maps" / "enemies.xml",
-                                   "maps/enemies.xml", std::filesystem::copy_options::overwrite_existing);
-        game->loadLevel("enemies", "");
-        ASSERT_TRUE(game->isLevelLoaded());
+        loadShipped("enemies");
     }
     void TearDown() override
     {
         WeaponDefinitions::clear();
         GameplayFixture::TearDown();
     }
-
-    int count(bool (*pick)(Body*))
-    {
-        int n = 0;
-        for (Body* b : game->getBodies())
-            if (!b->cancleanup && pick(b))
-                ++n;
-        return n;
-    }
+    int reinforcements() { return count("bacteria") + count("swarmer"); }
 };
 
 TEST_F(EnemyArenaTest, EveryEnemyOfTheArenaAndTheWingIsARealClass)
@@ -59,15 +45,12 @@ TEST_F(EnemyArenaTest, GodModeSoakStaysBounded)
     player->inventory.giveAllWeapons();
     player->inventory.giveAllAmmo(true);
     const int startBodies = static_cast<int>(game->getBodies().size());
-    const int startEnemies = count([](Body* b) { return dynamic_cast<EnemyBase*>(b) != nullptr; });
+    const int startEnemies = count<EnemyBase>();
     int most = 0;
     for (int stepNo = 0; stepNo < 2000; ++stepNo) {
         if (stepNo % 100 == 0) {
             const float x = -200.0f + 11600.0f * static_cast<float>(stepNo) / 2000.0f;
-            player->setPosition(Vector(x, 40.0f));
-            player->transform();
-            player->updateBounds();
-            game->getQuadTree().update(player);
+            placePlayer(x, 40.0f);
             player->inventory.giveAllAmmo(true);
         }
         const int weapon = stepNo == 500 ? 10 : stepNo % 40 < 30 ? 5 : 7;
@@ -75,7 +58,7 @@ TEST_F(EnemyArenaTest, GodModeSoakStaysBounded)
         frame();
         most = std::max(most, static_cast<int>(game->getBodies().size()));
     }
-    const int endEnemies = count([](Body* b) { return dynamic_cast<EnemyBase*>(b) != nullptr; });
+    const int endEnemies = count<EnemyBase>();
     EXPECT_LT(most, startBodies + 600) << "bodies stay bounded";
     EXPECT_LT(endEnemies, startEnemies) << "the sweep kills enemies";
     EXPECT_FALSE(player->dead);
@@ -83,29 +66,24 @@ TEST_F(EnemyArenaTest, GodModeSoakStaysBounded)
 
 TEST_F(EnemyArenaTest, WarpingToTheMineFieldLeavesThePlayerAlive)
 {
-    const auto mines = [](Body* b) { return b->type == "proxygrenade"; };
-    const int before = count(mines);
+    const int before = count("proxygrenade");
     run("warpto minefield");
     frames(80);
     EXPECT_FALSE(player->dead);
-    EXPECT_EQ(count(mines), before);
+    EXPECT_EQ(count("proxygrenade"), before);
 }
 
 // The boss waits at home while the player is elsewhere, then fights inside
 // its arena with a bounded crowd of reinforcements.
 TEST_F(EnemyArenaTest, BlockBossFightsOnlyInItsArenaWithBoundedReinforcements)
 {
-    Body* boss = nullptr;
-    for (Body* b : game->getBodies())
-        if (b->type == "blockboss")
-            boss = b;
+    auto* boss = byType<EnemyBase>("blockboss");
     ASSERT_NE(boss, nullptr);
     const Vector home = boss->pos;
-    const auto adds = [](Body* b) { return b->type == "bacteria" || b->type == "swarmer"; };
-    const int placed = count(adds);
+    const int placed = reinforcements();
     frames(1000);
     EXPECT_NEAR(boss->pos.x, home.x, 1.0f);
-    EXPECT_EQ(count(adds), placed);
+    EXPECT_EQ(reinforcements(), placed);
 
     run("god");
     run("warpto blockboss");
@@ -116,7 +94,7 @@ TEST_F(EnemyArenaTest, BlockBossFightsOnlyInItsArenaWithBoundedReinforcements)
         if (i % 200 == 0)
             run("warpto blockboss");
         frame();
-        most = std::max(most, count(adds) - placed);
+        most = std::max(most, reinforcements() - placed);
         left = std::min(left, boss->pos.x);
         right = std::max(right, boss->pos.x);
     }
@@ -124,7 +102,7 @@ TEST_F(EnemyArenaTest, BlockBossFightsOnlyInItsArenaWithBoundedReinforcements)
     EXPECT_LE(most, BlockBoss::maxEnemiesInArena + 3);
     EXPECT_GE(left, 9040.0f);
     EXPECT_LE(right, 10240.0f);
-    EXPECT_GT(static_cast<EnemyBase*>(boss)->health, 0);
+    EXPECT_GT(boss->health, 0);
 }
 
 }

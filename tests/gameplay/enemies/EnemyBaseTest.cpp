@@ -2,10 +2,19 @@
 
 #include <tinyxml.h>
 
+#include <cstdlib>
+#include <memory>
 #include <set>
 #include <string>
 
+#include "gameplay/enemies/Bacteria.h"
+#include "gameplay/enemies/ChaingunGrunt.h"
 #include "gameplay/enemies/EnemyBase.h"
+#include "gameplay/enemies/Friendly.h"
+#include "gameplay/enemies/PlasmaGrunt.h"
+#include "gameplay/enemies/SpawnerGrunt.h"
+#include "gameplay/weapons/ChaingunWeapon.h"
+#include "gameplay/weapons/PlasmaPistolWeapon.h"
 #include "world/level/GameBodyFactory.h"
 
 namespace {
@@ -16,22 +25,67 @@ public:
     int changes = 0;
 };
 
-TEST(EnemyBase, LevelIsClampedFromFilesSavesAndSpawners)
+// Levels come from level files, spawners and saves; every class holds them to 1..5.
+TEST(EnemyBase, EveryClassClampsItsLevel)
 {
-    EnemyBase enemy;
-    for (const auto& [text, expected] : {std::pair{"0", 1}, {"6", 5}, {"-1", 1}, {"3", 3}}) {
-        enemy.readAttributes({{"level", text}});
-        EXPECT_EQ(enemy.level, expected) << text;
+    GameBodyFactory factory;
+    factory.registerPrototypes();
+    const std::pair<const char*, int> rows[] = {{"3", 3}, {"0", 1}, {"-1", 1}, {"junk", 1}, {"6", 5}};
+    for (const auto& name : GameBodyFactory::typeNames()) {
+        std::unique_ptr<Body> body = factory.create(name);
+        auto* enemy = dynamic_cast<EnemyBase*>(body.get());
+        if (!enemy)
+            continue;
+        for (const auto& [text, expected] : rows) {
+            enemy->readAttributes({{"level", text}});
+            EXPECT_EQ(enemy->level, expected) << name << " " << text;
+        }
+        enemy->readAttributes({{"level", "99999999999"}});
+        EXPECT_GE(enemy->level, 1) << name;
+        EXPECT_LE(enemy->level, 5) << name;
+        enemy->applyLevel(-7);
+        EXPECT_EQ(enemy->level, 1) << name;
+        enemy->applyLevel(99);
+        EXPECT_EQ(enemy->level, 5) << name;
     }
-    enemy.applyLevel(99);
-    EXPECT_EQ(enemy.level, 5);
+}
 
+// A level past a class's table keeps the last row's numbers.
+TEST(EnemyBase, LevelsPastTheTableKeepTheLastRow)
+{
+    Bacteria bacterium;
+    bacterium.applyLevel(4);
+    bacterium.applyLevel(5);
+    EXPECT_EQ(bacterium.level, 5);
+    EXPECT_EQ(bacterium.health, 160);
+    EXPECT_EQ(bacterium.texture, "data/images/bacteria4.png");
+
+    PlasmaGrunt grunt;
+    grunt.applyLevel(4);
+    grunt.applyLevel(5);
+    EXPECT_EQ(grunt.gun().damage, 35);
+    EXPECT_EQ(grunt.texture, "data/images/plasmaenemy4.png");
+    EXPECT_EQ(grunt.health, 130);
+}
+
+TEST(EnemyBase, AnExplicitHealthBeatsTheLevelTable)
+{
+    ChaingunGrunt grunt;
+    grunt.readAttributes({{"health", "33"}, {"level", "3"}});
+    EXPECT_EQ(grunt.level, 3);
+    EXPECT_EQ(grunt.health, 33);
+}
+
+TEST(EnemyBase, ARestoredLevelRearmsTheGrunt)
+{
+    ChaingunGrunt grunt;
+    grunt.applyLevel(3);
     TiXmlElement saved("body");
-    enemy.setLevel(4);
-    enemy.writeState(&saved);
-    EnemyBase restored;
+    grunt.writeState(&saved);
+    ChaingunGrunt restored;
     restored.readState(&saved);
-    EXPECT_EQ(restored.level, 4);
+    EXPECT_EQ(restored.level, 3);
+    EXPECT_FLOAT_EQ(restored.gun().delay, 200.0f) << "the weapon follows the restored level";
 }
 
 TEST(EnemyBase, SightingOnlyMovesWhenTheBodyChanges)
@@ -97,6 +151,39 @@ TEST(EnemyBase, OnlyPatrollingEnemiesStartMoving)
         EXPECT_FLOAT_EQ(enemy->vel.y, 0.0f) << name;
     }
     EXPECT_GT(seen, static_cast<int>(patrollers.size()));
+}
+
+TEST(EnemyBase, AboutOneInTwentyDropsAtFivePercent)
+{
+    std::srand(20260);
+    int drops = 0;
+    const int enemies = 4000;
+    for (int i = 0; i < enemies; ++i) {
+        EnemyBase enemy;
+        enemy.showdamage = false;
+        enemy.deathEffects();
+        if (enemy.lastCashDropped() > 0) {
+            EXPECT_EQ(enemy.lastCashDropped(), 1);
+            ++drops;
+        }
+    }
+    EXPECT_NEAR(drops, enemies / 20, enemies / 20 / 3);
+
+    int spawnerDrops = 0;
+    for (int i = 0; i < 1000; ++i) {
+        SpawnerGrunt spawner;
+        spawner.showdamage = false;
+        spawner.deathEffects();
+        EXPECT_LE(spawner.lastCashDropped(), 2);
+        spawnerDrops += spawner.lastCashDropped() > 0;
+    }
+    EXPECT_NEAR(spawnerDrops, 500, 80) << "spawners drop at 50 %";
+    Friendly friendly;
+    friendly.showdamage = false;
+    for (int i = 0; i < 100; ++i) {
+        friendly.deathEffects();
+        EXPECT_EQ(friendly.lastCashDropped(), 0);
+    }
 }
 
 }

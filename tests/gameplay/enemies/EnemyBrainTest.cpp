@@ -56,7 +56,7 @@ TEST_F(EnemyBrainTest, RocketGruntAtPointBlankHoldsItsGroundButFires)
     grunt->think(0.1f);
     EXPECT_TRUE(patrolling(*grunt)) << "50 is inside the close distance";
     EXPECT_GT(grunt->gun().nextFireTime, 0.0f);
-    EXPECT_EQ(countBodies<RocketProjectile>(), 1);
+    EXPECT_EQ(count<RocketProjectile>(), 1);
 }
 
 TEST_F(EnemyBrainTest, GruntsCloseInAndFireWithinRange)
@@ -92,7 +92,7 @@ TEST_F(EnemyBrainTest, MeleeGruntOnlyStrikesWithinReach)
     auto* grunt = spawnEnemy<MeleeGrunt>(-330.0f, 40.0f);
     grunt->think(0.1f);
     EXPECT_EQ(grunt->gun().nextFireTime, 0.0f) << "70 away: rushes, does not strike";
-    moveTo(grunt, -380.0f, 40.0f);
+    place(grunt, -380.0f, 40.0f);
     grunt->think(0.1f);
     EXPECT_GT(grunt->gun().nextFireTime, 0.0f);
 }
@@ -218,7 +218,7 @@ TEST_F(EnemyBrainTest, KamikazeBlastHurtsWithinItsRangeAndDiesOnce)
     kamikaze->think(0.1f);
     EXPECT_EQ(near->health, 1000 - 50) << "one blast only";
     frame();
-    EXPECT_EQ(countBodies<KamikazeGrunt>(), 0);
+    EXPECT_EQ(count<KamikazeGrunt>(), 0);
 }
 
 TEST_F(EnemyBrainTest, ShotKamikazeStillExplodesOnce)
@@ -232,7 +232,7 @@ TEST_F(EnemyBrainTest, ShotKamikazeStillExplodesOnce)
     kamikaze->takeDamage(500, 1);
     EXPECT_EQ(near->health, 1000 - 50) << "one blast only";
     frame();
-    EXPECT_EQ(countBodies<KamikazeGrunt>(), 0);
+    EXPECT_EQ(count<KamikazeGrunt>(), 0);
 }
 
 TEST_F(EnemyBrainTest, BlowsKeepTheirVictimsInThePlane)
@@ -240,7 +240,7 @@ TEST_F(EnemyBrainTest, BlowsKeepTheirVictimsInThePlane)
     auto* grunt = spawnEnemy<MeleeGrunt>(-399.0f, 40.0f);
     for (int i = 0; i < 20; ++i) {
         grunt->gun().nextFireTime = 0.0f;
-        moveTo(grunt, player->pos.x + 0.5f, player->pos.y);
+        place(grunt, player->pos.x + 0.5f, player->pos.y);
         grunt->think(0.1f);
         frame();
     }
@@ -259,12 +259,12 @@ TEST_F(EnemyBrainTest, KamikazeFuseBurnsOutAfterTwoSeconds)
     kamikaze->vel = Vector();
     frames(40);
     placePlayer(-400.0f, 40.0f);
-    moveTo(kamikaze, -345.0f, 40.0f);
+    place(kamikaze, -345.0f, 40.0f);
     kamikaze->think(0.1f);
     EXPECT_FALSE(kamikaze->exploded) << "one second in";
     frames(44);
     placePlayer(-400.0f, 40.0f);
-    moveTo(kamikaze, -345.0f, 40.0f);
+    place(kamikaze, -345.0f, 40.0f);
     kamikaze->think(0.1f);
     EXPECT_TRUE(kamikaze->exploded);
 }
@@ -288,7 +288,7 @@ TEST_F(EnemyBrainTest, SpawnerGruntKeepsItsBroodAtMaxAlive)
     EXPECT_EQ(spawner->numalive, 1);
     frames(50);
     EXPECT_EQ(spawner->numalive, 2) << "a death makes room for one more";
-    EXPECT_EQ(countBodies<MeleeGrunt>(), 2);
+    EXPECT_EQ(count<MeleeGrunt>(), 2);
 
     spawner->spawntype = "nosuchtype";
     spawner->maxalive = 5;
@@ -309,7 +309,7 @@ TEST_F(EnemyBrainTest, EggLayerLaysLevelledEggsAndThrowsThemWhenThePlayerIsNear)
     }
     EXPECT_NEAR(egg->vel.length2D(), 8.0f, 0.01f) << "dropped while the player is far";
 
-    moveTo(layer, -250.0f, 150.0f);
+    place(layer, -250.0f, 150.0f);
     Body* thrown = layer->spawnOne();
     ASSERT_NE(thrown, nullptr);
     EXPECT_NEAR(thrown->vel.length2D(), 300.0f, 0.5f);
@@ -333,7 +333,7 @@ TEST_F(EnemyBrainTest, FriendlyHuntsEnemiesAndOtherwiseFollows)
 
     game->markForRemoval(grunt);
     frame();
-    moveTo(friendly, 300.0f, 150.0f);
+    place(friendly, 300.0f, 150.0f);
     friendly->vel = Vector(50.0f, 0.0f);
     friendly->think(0.1f);
     EXPECT_EQ(friendly->vel.length2D(), 0.0f) << "waits when the player is far behind";
@@ -354,7 +354,7 @@ TEST_F(EnemyBrainTest, SwarmMembersBiteEnemiesAndExpire)
     EXPECT_GT(swarm->gun().nextFireTime, 0.0f) << "60 away is within reach";
     EXPECT_LT(grunt->health, grunt->initialhealth);
     frames(50);
-    EXPECT_EQ(countBodies<SwarmMember>(), 0) << "gone after its life time";
+    EXPECT_EQ(count<SwarmMember>(), 0) << "gone after its life time";
 }
 
 // Hard drives and CPUs are larger than the bite's reach from their middle.
@@ -362,7 +362,7 @@ TEST_F(EnemyBrainTest, SwarmMembersReachObjectivesTheyPressAgainst)
 {
     for (const auto& [gap, bites] : {std::pair{1.0f, true}, {90.0f, false}}) {
         auto* drive = spawnEnemy<HardDrive>(-100.0f, 150.0f, 1, 72.0f);
-        moveTo(drive, -100.0f, 150.0f);
+        place(drive, -100.0f, 150.0f);
         drive->thinks = false;
         auto* swarm = new SwarmMember();
         swarm->makeRectangle(16.0f, 16.0f);
@@ -391,7 +391,7 @@ TEST_F(EnemyBrainTest, SniperAimsVisiblyBeforeEveryShot)
         EXPECT_EQ(sniper->gun().nextFireTime, before) << "no shot at first sight";
         for (int i = 0; i < 200 && sniper->gun().nextFireTime == before; ++i) {
             frame();
-            moveTo(sniper, -300.0f, 40.0f);
+            place(sniper, -300.0f, 40.0f);
             sniper->think(0.1f);
         }
         EXPECT_NE(sniper->gun().nextFireTime, before) << shot;

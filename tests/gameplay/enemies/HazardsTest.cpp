@@ -1,8 +1,6 @@
 // Electric grids and towers, the ball of death and proximity mines.
 #include <gtest/gtest.h>
 
-#include <tinyxml.h>
-
 #include "gameplay/enemies/BallOfDeath.h"
 #include "gameplay/enemies/ElectroGrid.h"
 #include "gameplay/enemies/ElectroTower.h"
@@ -128,17 +126,6 @@ TEST_F(HazardsTest, GridsHurtPlayersAndSwarmMembersTenTimesASecond)
     g->drawExtras(renderer);
 }
 
-TEST_F(HazardsTest, ARestoredGridShowsItsPhase)
-{
-    ElectroGrid g;
-    g.on = true;
-    TiXmlElement saved("body");
-    g.writeState(&saved);
-    ElectroGrid back;
-    back.readState(&saved);
-    EXPECT_TRUE(back.visible);
-}
-
 TEST_F(HazardsTest, TowersStrikeHalfASecondAfterSightingThePlayer)
 {
     auto* tower = spawn<ElectroTower>(0.0f, 16.0f, 32.0f);
@@ -212,25 +199,6 @@ TEST_F(HazardsTest, TheBallOfDeathShuttlesAndHurtsOnTouch)
     GameBody* other = dummy(600.0f, 300.0f);
     touch(*ball, *other);
     EXPECT_EQ(other->health, 100000);
-}
-
-TEST_F(HazardsTest, ARestoredBallKeepsGoingWhereItWasGoing)
-{
-    BallOfDeath ball;
-    ball.startpoint = Vector(10.0f, 20.0f);
-    ball.startpointSet = true;
-    ball.targetpos = Vector(110.0f, 20.0f);
-    ball.offset = Vector(100.0f, 0.0f);
-    ball.isopen = true;
-    ball.isclosing = true;
-    ball.xdirection = true;
-    TiXmlElement saved("body");
-    ball.writeState(&saved);
-    BallOfDeath back;
-    back.readState(&saved);
-    back.afterTargets();
-    EXPECT_TRUE(back.isclosing);
-    EXPECT_FALSE(back.isopening);
 }
 
 TEST_F(HazardsTest, MinesBlowUpWithin96ButIgnoreOtherMines)

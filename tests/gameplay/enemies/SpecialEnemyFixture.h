@@ -7,7 +7,6 @@
 #include <string>
 
 #include "world/logic/LogicFixture.h"
-#include "world/quadtree/QuadTree.h"
 
 class SpecialEnemyFixture : public LogicFixture {
 protected:
@@ -17,14 +16,6 @@ protected:
         std::srand(7);
         loadLevel();
         placePlayer(-600.0f, 16.0f);
-    }
-
-    void placePlayer(float x, float y)
-    {
-        player->setPosition(Vector(x, y));
-        player->transform();
-        player->updateBounds();
-        game->getQuadTree().update(player);
     }
 
     // A new T of `size` at (x, y), assembled and in the world.
@@ -39,17 +30,6 @@ protected:
         body->afterTargets();
         game->spawnBody(body);
         return body;
-    }
-
-    // Living bodies of class T in the world.
-    template <class T>
-    int count()
-    {
-        int n = 0;
-        for (Body* body : game->getBodies())
-            if (dynamic_cast<T*>(body) && !body->cancleanup)
-                ++n;
-        return n;
     }
 
     // One think of `body` with the level clock at `ms`.

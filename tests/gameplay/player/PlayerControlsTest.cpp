@@ -1,7 +1,5 @@
 #include <cmath>
-#include <filesystem>
 
-#include "TestPaths.h"
 #include "gameplay/GameplayFixture.h"
 
 class PlayerControlsTest : public GameplayFixture {
@@ -141,27 +139,6 @@ TEST_F(PlayerControlsTest, ATapWithinOneStepStillCountsForThatStep)
     EXPECT_GE(player->vel.x, 0.0f);
 }
 
-TEST_F(PlayerControlsTest, PlatformJumpReachesALedgeTwiceThePlayersHeight)
-{
-    setMode(2);
-    loadLevel();
-    player->setPosition(Vector(40.0f, 8.0f));
-    frames(20);  // settle on the floor
-    EXPECT_NEAR(player->pos.y, 8.0f, 0.5f);
-
-    GameplayInput::moveRight = true;
-    GameplayInput::moveUp = true;
-    frames(16);
-    GameplayInput::moveUp = false;
-    // Standing on the ledge top (32) with its 16-unit body at some moment of the run.
-    bool stoodOnLedge = false;
-    for (int i = 0; i < 100 && !stoodOnLedge; ++i) {
-        frames(1);
-        stoodOnLedge = player->pos.x > 108.0f && player->pos.x < 292.0f && std::fabs(player->pos.y - 40.0f) < 0.5f;
-    }
-    EXPECT_TRUE(stoodOnLedge) << "x " << player->pos.x << " y " << player->pos.y;
-}
-
 TEST_F(PlayerControlsTest, ControlsLeaveThePlayersOwnFrictionAlone)
 {
     // Running and braking come from the forces alone; the body's contact
@@ -198,24 +175,6 @@ TEST_F(PlayerControlsTest, FreeModeFliesAgainstGravity)
     GameplayInput::moveLeft = true;
     frames(20);
     EXPECT_LT(player->pos.x, -510.0f);
-}
-
-// A pool 48 deep between two rims: deeper than the best jump (32).
-TEST_F(PlayerControlsTest, HoldingJumpSwimsUpOutOfDeepWater)
-{
-    setMode(2);
-    loadLevel(box("default", "rim_west", 400, 0, 480, 48) + box("default", "rim_east", 560, 0, 640, 48) +
-              box("water", "pool", 480, 0, 560, 40, "mass=\"0\" solid=\"false\" entity=\"true\""));
-    player->setPosition(Vector(520.0f, 8.0f));
-    frames(20);
-    GameplayInput::moveUp = true;
-    GameplayInput::moveRight = true;
-    bool out = false;
-    for (int i = 0; i < 200 && !out; ++i) {
-        frames(1);
-        out = player->pos.x > 568.0f && std::fabs(player->pos.y - 56.0f) < 1.0f;
-    }
-    EXPECT_TRUE(out) << "x " << player->pos.x << " y " << player->pos.y;
 }
 
 TEST_F(PlayerControlsTest, WalkingClimbsLedgesUpToEightUnits)
@@ -256,33 +215,48 @@ TEST_F(PlayerControlsTest, FallingFarBelowTheLevelKillsThePlayer)
     EXPECT_TRUE(player->dead);
 }
 
-// The shipped test level on foot: its stairs of 8-unit steps need no jump,
-// and its pool can be left by swimming up to the step and out.
-TEST_F(PlayerControlsTest, TheTestLevelsStairsAndPoolNeedNoTricks)
+// Held keys carry the player to a goal: a jump (up let go after 16 steps)
+// onto a ledge twice the player's height; swimming up out of a pool 48 deep,
+// deeper than the best jump; and the shipped test level on foot, where the
+// stairs of 8-unit steps need no jump and the pool is left by swimming up to
+// the step and out.
+TEST_F(PlayerControlsTest, HeldKeysReachTheirGoals)
 {
-    setMode(2);
-    std::filesystem::create_directories("maps");
-    std::filesystem::copy_file(testSourceDir() + "/maps/test.xml", "maps/test.xml",
-                               std::filesystem::copy_options::overwrite_existing);
+    const std::string pool = box("default", "rim_west", 400, 0, 480, 48) +
+                             box("default", "rim_east", 560, 0, 640, 48) +
+                             box("water", "pool", 480, 0, 560, 40, "mass=\"0\" solid=\"false\" entity=\"true\"");
     struct Case {
         const char* name;
+        const char* shipped;  // else the fixture level with `extra`
+        std::string extra;
         Vector from;
-        bool up;
-        float passX, aboveY;
+        int upSteps;  // 0: up is never pressed, -1: held throughout
+        float minX, maxX, minY, maxY;
     };
-    for (const Case& c : {Case{"stairs", Vector(1216.0f, 8.0f), false, 1390.0f, 55.0f},
-                          Case{"pool", Vector(1040.0f, -40.0f), true, 1126.0f, 7.0f}}) {
+    const float far = 1e9f;
+    const Case cases[] = {
+        {"ledge", nullptr, "", Vector(40.0f, 8.0f), 16, 108.0f, 292.0f, 39.5f, 40.5f},
+        {"deep water", nullptr, pool, Vector(520.0f, 8.0f), -1, 568.0f, far, 55.0f, 57.0f},
+        {"stairs", "test", "", Vector(1216.0f, 8.0f), 0, 1390.0f, far, 55.0f, far},
+        {"test pool", "test", "", Vector(1040.0f, -40.0f), -1, 1126.0f, far, 7.0f, far},
+    };
+    for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        game->loadLevel("test", "");
-        ASSERT_TRUE(game->isLevelLoaded());
+        if (c.shipped)
+            loadShipped(c.shipped);
+        else
+            loadLevel(c.extra);
         player->setPosition(c.from);
         frames(20);
         GameplayInput::moveRight = true;
-        GameplayInput::moveUp = c.up;
+        GameplayInput::moveUp = c.upSteps != 0;
         bool made = false;
-        for (int i = 0; i < 240 && !made; ++i) {
-            frames(1);
-            made = player->pos.x > c.passX && player->pos.y > c.aboveY;
+        for (int i = 1; i <= 240 && !made; ++i) {
+            frame();
+            if (i == c.upSteps)
+                GameplayInput::moveUp = false;
+            const Vector& p = player->pos;
+            made = p.x > c.minX && p.x < c.maxX && p.y > c.minY && p.y < c.maxY;
         }
         input->releaseAll();
         EXPECT_TRUE(made) << "x " << player->pos.x << " y " << player->pos.y;

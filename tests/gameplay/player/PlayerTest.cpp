@@ -84,13 +84,3 @@ TEST_F(PlayerTest, PowerUpsLastThirtySecondsAndKeepTheLargerFactor)
     EXPECT_EQ(player->properties.cash, 30);
     EXPECT_EQ(gameplay->getHud().lastMessage(), "Cash");
 }
-
-TEST_F(PlayerTest, GodModeBlocksDamage)
-{
-    loadLevel();
-    player->health = 100;
-    player->setGodMode(true);
-    player->takeDamage(500, -1);
-    EXPECT_EQ(player->health, 100);
-    EXPECT_FALSE(player->dead);
-}

@@ -184,7 +184,7 @@ TEST_F(WeaponsTest, AGrenadeLeftAloneBurstsWhenItsFuseRunsOut)
     player->inventory.setAmmo(5, 2);
     ASSERT_TRUE(fire(6, Vector(0.0f, 1.0f)));
     EXPECT_EQ(player->inventory.ammoOf(5), 1);
-    ASSERT_EQ(countBodies<GrenadeProjectile>(), 1);
+    ASSERT_EQ(count<GrenadeProjectile>(), 1);
     GrenadeProjectile* grenade = nullptr;
     for (Body* b : game->getBodies())
         if ((grenade = dynamic_cast<GrenadeProjectile*>(b)))
@@ -196,7 +196,7 @@ TEST_F(WeaponsTest, AGrenadeLeftAloneBurstsWhenItsFuseRunsOut)
         frame();
     EXPECT_FALSE(grenade->exploded);
     frames(4);
-    EXPECT_EQ(countBodies<GrenadeProjectile>(), 0);
+    EXPECT_EQ(count<GrenadeProjectile>(), 0);
     // The blast stayed near the player: the far target is untouched, the owner unhurt.
     EXPECT_EQ(victim->health, 1000);
     EXPECT_EQ(player->health, 100);
@@ -219,7 +219,7 @@ TEST_F(WeaponsTest, RocketsHitDirectlySplashAndPassThroughInvisibleBodies)
     EXPECT_EQ(veil->health, 1000);
     EXPECT_EQ(player->health, 100);
     frame();
-    EXPECT_EQ(countBodies<RocketProjectile>(), 0);
+    EXPECT_EQ(count<RocketProjectile>(), 0);
 }
 
 TEST_F(WeaponsTest, TheHookAttachesPullsAndLetsGo)
@@ -240,14 +240,14 @@ TEST_F(WeaponsTest, TheHookAttachesPullsAndLetsGo)
     frames(2);
     EXPECT_GT(player->vel.y, 100.0f);
     // Held: no second hook.
-    EXPECT_EQ(countBodies<GrappleProjectile>(), 1);
+    EXPECT_EQ(count<GrappleProjectile>(), 1);
     // Let go: the hook leaves the world.
     GameplayInput::fireById = false;
     frame();
     EXPECT_FALSE(player->grappling);
     EXPECT_EQ(player->hook, nullptr);
     frame();
-    EXPECT_EQ(countBodies<GrappleProjectile>(), 0);
+    EXPECT_EQ(count<GrappleProjectile>(), 0);
     // The hook's ammo count is unlimited whatever it was.
     EXPECT_EQ(player->inventory.ammoOf(0), Inventory::unlimited);
 }
@@ -259,16 +259,16 @@ TEST_F(WeaponsTest, GibsAreCappedAndExpire)
     for (int i = 0; i < 6; ++i)
         made += Gib::spawnGibs(Vector(-200.0f, 100.0f), 100.0f, 200.0f, 8.0f, 10.0f);
     EXPECT_EQ(made, 6);
-    EXPECT_EQ(countBodies<Gib>(), 6);
+    EXPECT_EQ(count<Gib>(), 6);
     EXPECT_EQ(Gib::spawnGibs(Vector(-200.0f, 100.0f), 100.0f, 200.0f, 8.0f, 10.0f), 0);
     // A violent death throws gibs (once there is room again).
     frames(130);
-    EXPECT_EQ(countBodies<Gib>(), 0);
+    EXPECT_EQ(count<Gib>(), 0);
     EXPECT_EQ(gameplay->getGibCount(), 0);
     GameBody* victim = target(-200.0f, 8.0f, 10);
     victim->showdamage = true;
     victim->takeDamage(100, 1);
-    EXPECT_GE(countBodies<Gib>(), 2);
+    EXPECT_GE(count<Gib>(), 2);
 }
 
 TEST_F(WeaponsTest, SwarmSizeFollowsTheUpgradeLevel)
