@@ -3,7 +3,6 @@
 #include <climits>
 
 #include "console/GameVar.h"
-#include "console/VariableRegistry.h"
 #include "gameplay/Difficulty.h"
 #include "gameplay/WeaponsFixture.h"
 #include "gameplay/items/AmmoBase.h"

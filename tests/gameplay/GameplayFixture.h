@@ -121,6 +121,25 @@ protected:
         ASSERT_TRUE(game->isLevelLoaded());
     }
 
+    // Makes `body` a w by h box (square when h is 0), assembles it at (x, y)
+    // and hands it to the world.
+    template <class T>
+    T* spawn(T* body, float x, float y, float w = 16.0f, float h = 0.0f)
+    {
+        body->makeRectangle(w, h > 0.0f ? h : w);
+        body->setPosition(Vector(x, y));
+        body->transform();
+        body->updateBounds();
+        body->afterTargets();
+        game->spawnBody(body);
+        return body;
+    }
+    template <class T>
+    T* spawn(float x, float y, float w = 16.0f, float h = 0.0f)
+    {
+        return spawn(new T(), x, y, w, h);
+    }
+
     // Moves a body that is already in the world, at rest.
     void place(Body* body, float x, float y)
     {

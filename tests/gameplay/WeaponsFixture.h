@@ -30,27 +30,21 @@ protected:
     // A creature-like target: solid, an entity, takes damage.
     GameBody* target(float x, float y, int health = 1000, float size = 16.0f, float mass = 0.0f)
     {
-        auto* body = new GameBody();
-        body->makeRectangle(size, size);
-        body->setPosition(Vector(x, y));
+        auto* body = spawn<GameBody>(x, y, size);
         body->setMass(mass);
         body->entity = true;
         body->takedamage = true;
         body->showdamage = false;
         body->health = health;
         body->gravitymultiplier = mass > 0.0f ? 1.0f : 0.0f;
-        game->spawnBody(body);
         return body;
     }
 
     // Level geometry: an immovable, non-entity wall.
     Body* wall(float x, float y, float w, float h)
     {
-        auto* body = new Body();
-        body->makeRectangle(w, h);
-        body->setPosition(Vector(x, y));
+        Body* body = spawn<Body>(x, y, w, h);
         body->setMass(0.0f);
-        game->spawnBody(body);
         return body;
     }
 

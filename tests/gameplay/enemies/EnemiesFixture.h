@@ -18,11 +18,7 @@ protected:
     T* spawnEnemy(float x, float y, int level = 1, float size = 16.0f)
     {
         auto* enemy = new T();
-        enemy->makeRectangle(size, size);
-        enemy->setPosition(Vector(x, y));
         enemy->applyLevel(level);
-        enemy->updateBounds();
-        game->spawnBody(enemy);
-        return enemy;
+        return spawn(enemy, x, y, size);
     }
 };

@@ -42,6 +42,15 @@ protected:
         placePlayer(-400.0f, 40.0f);
     }
 
+    // A swarm member that lives a second.
+    SwarmMember* swarmAt(float x, float y)
+    {
+        auto* swarm = new SwarmMember();
+        swarm->lifetime = 1000.0f;
+        swarm->startLife();
+        return spawn(swarm, x, y);
+    }
+
     // True when the grunt's velocity is a plain patrol leg.
     static bool patrolling(const EnemyBase& enemy)
     {
@@ -77,11 +86,7 @@ TEST_F(EnemyBrainTest, GruntsPatrolOutOfRangeOrBehindADoor)
     EXPECT_EQ(far->gun().nextFireTime, 0.0f);
 
     auto* blocked = spawnEnemy<PlasmaGrunt>(-200.0f, 40.0f);
-    auto* door = new Door();
-    door->makeRectangle(16.0f, 120.0f);
-    door->setPosition(Vector(-300.0f, 60.0f));
-    door->setMass(0.0f);
-    game->spawnBody(door);
+    spawn<Door>(-300.0f, 60.0f, 16.0f, 120.0f)->setMass(0.0f);
     blocked->think(0.1f);
     EXPECT_TRUE(patrolling(*blocked)) << "the door hides the player";
     EXPECT_EQ(blocked->gun().nextFireTime, 0.0f);
@@ -183,10 +188,7 @@ TEST_F(EnemyBrainTest, SearchLightTriggersAtMostOncePerUntriggerTimer)
     auto* light = spawnEnemy<SearchLight>(-400.0f, 250.0f);
     light->readAttributes({{"startangle", "0"}, {"speed", "0"}, {"conewidth", "60"}, {"conelength", "300"},
                            {"untriggertimer", "1000"}});
-    auto* alarm = new Alarm();
-    alarm->makeRectangle(8.0f, 8.0f);
-    alarm->setPosition(Vector(3000.0f, 300.0f));
-    game->spawnBody(alarm);
+    auto* alarm = spawn<Alarm>(3000.0f, 300.0f, 8.0f);
     light->addTarget(alarm);
     EXPECT_TRUE(light->inCone(player->pos, player->radius));
     for (int i = 0; i < 100; ++i) { // 2.5 s in the cone
@@ -343,12 +345,7 @@ TEST_F(EnemyBrainTest, SwarmMembersBiteEnemiesAndExpire)
 {
     auto* grunt = spawnEnemy<ChaingunGrunt>(-200.0f, 150.0f);
     grunt->thinks = false;
-    auto* swarm = new SwarmMember();
-    swarm->makeRectangle(16.0f, 16.0f);
-    swarm->setPosition(Vector(-260.0f, 150.0f));
-    swarm->lifetime = 1000.0f;
-    swarm->startLife();
-    game->spawnBody(swarm);
+    auto* swarm = swarmAt(-260.0f, 150.0f);
     swarm->think(0.1f);
     EXPECT_GT(swarm->vel.x, 0.0f);
     EXPECT_GT(swarm->gun().nextFireTime, 0.0f) << "60 away is within reach";
@@ -364,12 +361,7 @@ TEST_F(EnemyBrainTest, SwarmMembersReachObjectivesTheyPressAgainst)
         auto* drive = spawnEnemy<HardDrive>(-100.0f, 150.0f, 1, 72.0f);
         place(drive, -100.0f, 150.0f);
         drive->thinks = false;
-        auto* swarm = new SwarmMember();
-        swarm->makeRectangle(16.0f, 16.0f);
-        swarm->setPosition(Vector(-100.0f - 36.0f - 8.0f - gap, 150.0f));
-        swarm->lifetime = 1000.0f;
-        swarm->startLife();
-        game->spawnBody(swarm);
+        auto* swarm = swarmAt(-100.0f - 36.0f - 8.0f - gap, 150.0f);
         swarm->think(0.1f);
         EXPECT_EQ(drive->health < drive->initialhealth, bites) << gap;
         drive->die();

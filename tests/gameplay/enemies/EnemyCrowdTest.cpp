@@ -6,7 +6,6 @@
 
 #include "gameplay/enemies/Bacteria.h"
 #include "gameplay/enemies/EnemiesFixture.h"
-#include "gameplay/enemies/MeleeGrunt.h"
 #include "gameplay/enemies/Swarmer.h"
 
 namespace {

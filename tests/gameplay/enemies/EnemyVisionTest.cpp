@@ -20,12 +20,8 @@ protected:
     template <class T>
     T* between(float size = 24.0f)
     {
-        auto* body = new T();
-        body->makeRectangle(size, size);
-        body->setPosition(Vector(-300.0f, 40.0f));
+        T* body = spawn<T>(-300.0f, 40.0f, size);
         body->setMass(0.0f);
-        body->updateBounds();
-        game->spawnBody(body);
         return body;
     }
 
@@ -84,11 +80,7 @@ TEST_F(EnemyVisionTest, DoorsAndGeometryBlock)
 
 TEST_F(EnemyVisionTest, SwarmMembersLookThroughThePlayer)
 {
-    auto* swarm = new SwarmMember();
-    swarm->makeRectangle(16.0f, 16.0f);
-    swarm->setPosition(Vector(-600.0f, 40.0f));
-    swarm->updateBounds();
-    game->spawnBody(swarm);
+    auto* swarm = spawn<SwarmMember>(-600.0f, 40.0f);
     EXPECT_TRUE(EnemyBase::lineOfSight(*swarm, *viewer, false));
     auto* friendly = spawnEnemy<Friendly>(-700.0f, 40.0f);
     EXPECT_FALSE(EnemyBase::lineOfSight(*friendly, *viewer, false)) << "the player blocks everyone else";

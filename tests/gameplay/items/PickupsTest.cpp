@@ -6,7 +6,6 @@
 #include "gameplay/items/AmmoBase.h"
 #include "gameplay/items/CashPickup.h"
 #include "gameplay/items/Health.h"
-#include "gameplay/items/MegaHealth.h"
 #include "gameplay/items/QuadDamage.h"
 #include "gameplay/items/QuickArmour.h"
 #include "gameplay/items/ScreenWiper.h"
@@ -18,11 +17,8 @@ protected:
     template <class T, class... Args>
     T* pickup(Args&&... args)
     {
-        auto* body = new T(std::forward<Args>(args)...);
-        body->makeRectangle(16.0f, 16.0f);
-        body->setPosition(Vector(-300.0f, 8.0f));
+        T* body = spawn(new T(std::forward<Args>(args)...), -300.0f, 8.0f);
         body->setMass(0.0f);
-        game->spawnBody(body);
         return body;
     }};
 

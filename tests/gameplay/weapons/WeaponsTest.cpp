@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <fstream>
 
-#include "console/VariableRegistry.h"
 #include "gameplay/WeaponsFixture.h"
 #include "gameplay/projectiles/Gib.h"
 #include "gameplay/projectiles/GrappleProjectile.h"
