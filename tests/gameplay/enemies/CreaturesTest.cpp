@@ -131,16 +131,8 @@ TEST_F(CreaturesTest, SwarmersLiveSevenSecondsAndBiteTwiceASecondAtMost)
 
     player->health = 100;
     swarmer->vel = Vector(50.0f, 0.0f);
-    at(2000.0f);
-    touch(*swarmer, *player);
-    EXPECT_EQ(player->health, 93);
+    EXPECT_EQ(healthAfterTouches(*swarmer, *player, {2000.0f, 2400.0f, 2600.0f}), (std::vector<int>{93, 93, 86}));
     EXPECT_TRUE(swarmer->vel.isZero()) << "a biter stops";
-    at(2400.0f);
-    touch(*swarmer, *player);
-    EXPECT_EQ(player->health, 93);
-    at(2600.0f);
-    touch(*swarmer, *player);
-    EXPECT_EQ(player->health, 86);
     GameBody other;
     other.takedamage = true;
     at(4000.0f);

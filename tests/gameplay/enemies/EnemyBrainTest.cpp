@@ -23,6 +23,7 @@
 #include "gameplay/weapons/RailgunWeapon.h"
 #include "gameplay/weapons/RocketWeapon.h"
 #include "gameplay/weapons/ShotgunWeapon.h"
+#include "world/level/BodyFactory.h"
 #include "world/movers/Door.h"
 
 namespace {
@@ -58,48 +59,46 @@ protected:
     }
 };
 
-TEST_F(EnemyBrainTest, RocketGruntAtPointBlankHoldsItsGroundButFires)
+// One think with the player at x -400: grunts close in on it within range
+// and fire, hold their ground inside the close distance, and patrol when it
+// is out of range or behind a door; a melee grunt strikes only within reach.
+TEST_F(EnemyBrainTest, GruntsCloseInFireOrPatrol)
 {
-    auto* grunt = spawnEnemy<RocketGrunt>(-350.0f, 40.0f);
-    grunt->vel = Vector();
-    grunt->think(0.1f);
-    EXPECT_TRUE(patrolling(*grunt)) << "50 is inside the close distance";
-    EXPECT_GT(grunt->gun().nextFireTime, 0.0f);
-    EXPECT_EQ(count<RocketProjectile>(), 1);
-}
-
-TEST_F(EnemyBrainTest, GruntsCloseInAndFireWithinRange)
-{
-    auto* grunt = spawnEnemy<ChaingunGrunt>(-200.0f, 40.0f);
-    grunt->vel = Vector();
-    grunt->think(0.1f);
-    EXPECT_LT(grunt->vel.x, 0.0f) << "steers towards the player";
-    EXPECT_NEAR(grunt->vel.x, -180.0f * 0.2f, 1.0f);
-    EXPECT_GT(grunt->gun().nextFireTime, 0.0f);
-}
-
-TEST_F(EnemyBrainTest, GruntsPatrolOutOfRangeOrBehindADoor)
-{
-    auto* far = spawnEnemy<ShotgunGrunt>(-50.0f, 40.0f);
-    far->think(0.1f);
-    EXPECT_TRUE(patrolling(*far));
-    EXPECT_EQ(far->gun().nextFireTime, 0.0f);
-
-    auto* blocked = spawnEnemy<PlasmaGrunt>(-200.0f, 40.0f);
-    spawn<Door>(-300.0f, 60.0f, 16.0f, 120.0f)->setMass(0.0f);
-    blocked->think(0.1f);
-    EXPECT_TRUE(patrolling(*blocked)) << "the door hides the player";
-    EXPECT_EQ(blocked->gun().nextFireTime, 0.0f);
-}
-
-TEST_F(EnemyBrainTest, MeleeGruntOnlyStrikesWithinReach)
-{
-    auto* grunt = spawnEnemy<MeleeGrunt>(-330.0f, 40.0f);
-    grunt->think(0.1f);
-    EXPECT_EQ(grunt->gun().nextFireTime, 0.0f) << "70 away: rushes, does not strike";
-    place(grunt, -380.0f, 40.0f);
-    grunt->think(0.1f);
-    EXPECT_GT(grunt->gun().nextFireTime, 0.0f);
+    enum Move { patrols, closesIn, rushes };
+    struct Case {
+        const char* type;
+        float x;
+        bool door;
+        Move move;
+        bool fires;
+    };
+    const Case cases[] = {
+        {"chaingungrunt", -200.0f, false, closesIn, true}, {"rocketgrunt", -350.0f, false, patrols, true},
+        {"shotgungrunt", -50.0f, false, patrols, false},   {"plasmagrunt", -200.0f, true, patrols, false},
+        {"meleegrunt", -330.0f, false, rushes, false},     {"meleegrunt", -380.0f, false, rushes, true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.type) + " at " + std::to_string(c.x));
+        auto* grunt = dynamic_cast<GruntEnemy*>(game->getBodyFactory()->create(c.type).release());
+        ASSERT_NE(grunt, nullptr);
+        spawn(grunt, c.x, 40.0f);
+        Door* door = c.door ? spawn<Door>(-300.0f, 60.0f, 16.0f, 120.0f) : nullptr;
+        if (door)
+            door->setMass(0.0f);
+        grunt->vel = Vector();
+        grunt->think(0.1f);
+        if (c.move == patrols) {
+            EXPECT_TRUE(patrolling(*grunt));
+        } else if (c.move == closesIn) {
+            EXPECT_NEAR(grunt->vel.x, -180.0f * 0.2f, 1.0f);
+        }
+        EXPECT_EQ(grunt->getWeapon()->nextFireTime > 0.0f, c.fires);
+        game->markForRemoval(grunt);
+        if (door)
+            game->markForRemoval(door);
+        frame();
+        placePlayer(-400.0f, 40.0f);
+    }
 }
 
 TEST_F(EnemyBrainTest, InvisMakesEveryEnemyPatrol)

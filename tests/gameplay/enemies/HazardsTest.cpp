@@ -94,16 +94,8 @@ TEST_F(HazardsTest, GridsHurtPlayersAndSwarmMembersTenTimesASecond)
     ElectroGrid* g = grid(attribute("on", "true") + attribute("pain", "20") + attribute("timeoff", "0"));
     player->health = 1000;
     player->maxhealth = 1000;
-    at(1000.0f);
-    touch(*g, *player);
-    EXPECT_EQ(player->health, 980);
+    EXPECT_EQ(healthAfterTouches(*g, *player, {1000.0f, 1050.0f, 1150.0f}), (std::vector<int>{980, 980, 960}));
     EXPECT_TRUE(played(37));
-    at(1050.0f);
-    touch(*g, *player);
-    EXPECT_EQ(player->health, 980);
-    at(1150.0f);
-    touch(*g, *player);
-    EXPECT_EQ(player->health, 960);
 
     GameBody* swarm = dummy(500.0f, 300.0f, "swarmmember");
     GameBody* other = dummy(520.0f, 300.0f);
@@ -187,15 +179,8 @@ TEST_F(HazardsTest, TheBallOfDeathShuttlesAndHurtsOnTouch)
 
     player->health = 2000;
     player->maxhealth = 2000;
-    at(100000.0f);
-    touch(*ball, *player);
-    EXPECT_EQ(player->health, 1500);
-    at(100050.0f);
-    touch(*ball, *player);
-    EXPECT_EQ(player->health, 1500);
-    at(100150.0f);
-    touch(*ball, *player);
-    EXPECT_EQ(player->health, 1000);
+    EXPECT_EQ(healthAfterTouches(*ball, *player, {100000.0f, 100050.0f, 100150.0f}),
+              (std::vector<int>{1500, 1500, 1000}));
     GameBody* other = dummy(600.0f, 300.0f);
     touch(*ball, *other);
     EXPECT_EQ(other->health, 100000);

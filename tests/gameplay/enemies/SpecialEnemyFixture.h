@@ -1,10 +1,12 @@
 #pragma once
 // The level-logic fixture with a level loaded (floor at y 0 from x -1000 to
 // 1000, a ledge from x 100 to 300), the player standing at x -600, rand
-// seeded, and a helper to think a body at a chosen level time.
+// seeded, and helpers to think a body or touch with it at chosen level times.
 #include <algorithm>
 #include <cstdlib>
+#include <initializer_list>
 #include <string>
+#include <vector>
 
 #include "world/logic/LogicFixture.h"
 
@@ -23,6 +25,18 @@ protected:
     {
         at(ms);
         body.think(0.025f);
+    }
+
+    // The victim's health after `by` touches it at each of the level times.
+    static std::vector<int> healthAfterTouches(Body& by, GameBody& victim, std::initializer_list<float> times)
+    {
+        std::vector<int> healths;
+        for (float t : times) {
+            at(t);
+            touch(by, victim);
+            healths.push_back(victim.health);
+        }
+        return healths;
     }
 
     bool played(int id) const { return std::count(sound->ids.begin(), sound->ids.end(), id) > 0; }
