@@ -162,16 +162,11 @@ TEST_F(DefaultGameplayTest, SpawnPointChoice)
 
 TEST_F(DefaultGameplayTest, GibsAreCappedByMaxGibs)
 {
-    int count = 8;
-    gameplay->allocateGibs(count);
-    EXPECT_EQ(count, 8);
-    count = 5;
-    gameplay->allocateGibs(count);
-    EXPECT_EQ(count, 2);
-    EXPECT_EQ(gameplay->getGibCount(), 10);
-    count = 3;
-    gameplay->allocateGibs(count);
-    EXPECT_EQ(count, 0);
+    for (const auto& [asked, granted] : {std::pair{8, 8}, {5, 2}, {3, 0}}) {
+        int count = asked;
+        gameplay->allocateGibs(count);
+        EXPECT_EQ(count, granted) << asked;
+    }
     EXPECT_EQ(gameplay->getGibCount(), 10);
 }
 

@@ -120,14 +120,10 @@ TEST(EnemyBase, SteeringDampsTheHorizontalPushAndCapsSpeed)
 TEST(EnemyBase, PatrolTurnsEveryPeriodStartingLeft)
 {
     EnemyBase enemy;
-    enemy.patrol(1.0f);
-    EXPECT_FLOAT_EQ(enemy.vel.x, -64.0f);
-    enemy.patrol(1000.0f);
-    EXPECT_FLOAT_EQ(enemy.vel.x, -64.0f);
-    enemy.patrol(2002.0f);
-    EXPECT_FLOAT_EQ(enemy.vel.x, 64.0f);
-    enemy.patrol(4003.0f);
-    EXPECT_FLOAT_EQ(enemy.vel.x, -64.0f);
+    for (const auto& [t, vx] : {std::pair{1.0f, -64.0f}, {1000.0f, -64.0f}, {2002.0f, 64.0f}, {4003.0f, -64.0f}}) {
+        enemy.patrol(t);
+        EXPECT_FLOAT_EQ(enemy.vel.x, vx) << t;
+    }
 }
 
 // Placed creatures wait for the player; only the patrolling classes set off.
