@@ -1,7 +1,6 @@
 // The shipped third act, loaded headless: what the player touches or breaks
 // in each level must open the way on, through the names the files give.
 #include "gameplay/GameplayFixture.h"
-#include "gameplay/weapons/WeaponDefinitions.h"
 
 namespace {
 
@@ -10,14 +9,8 @@ protected:
     void SetUp() override
     {
         GameplayFixture::SetUp();
-        WeaponDefinitions::clear();
-        std::srand(3);
+        builtInWeapons(3);
         run("god");
-    }
-    void TearDown() override
-    {
-        WeaponDefinitions::clear();
-        GameplayFixture::TearDown();
     }
 };
 

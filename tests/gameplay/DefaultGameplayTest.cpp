@@ -100,14 +100,11 @@ TEST_F(DefaultGameplayTest, SaveAndLoadKeepLevelAndRaceTimes)
 TEST_F(DefaultGameplayTest, ThinksOnlyWhenLevelTimeIsStrictlyLater)
 {
     loadLevel();
-    auto* body = new CountingBody();
-    body->makeRectangle(4.0f, 4.0f);
-    body->setPosition(Vector(-500.0f, 50.0f));
+    auto* body = spawn<CountingBody>(-500.0f, 50.0f, 4.0f);
     body->setMass(0.0f);
     body->thinks = true;
     body->thinkInterval = 100.0f;
     body->nextthink = 50.0f;
-    game->spawnBody(body);
 
     frame();  // level time 25
     frame();  // level time 50: equal is not later

@@ -4,6 +4,7 @@
 // 32 units high from x 100 to 300. Frames are stepped by advancing the clock.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -20,6 +21,7 @@
 #include "gameplay/GameplaySingleton.h"
 #include "gameplay/player/GameplayInput.h"
 #include "gameplay/player/Player.h"
+#include "gameplay/weapons/WeaponDefinitions.h"
 #include "render/NullRenderer.h"
 #include "sound/NullSound.h"
 #include "world/body/Body.h"
@@ -52,6 +54,14 @@ protected:
         input->releaseAll();
     }
 
+    // Weapons with their built-in numbers, whatever data/weapons.xml says,
+    // and rand seeded.
+    static void builtInWeapons(unsigned seed)
+    {
+        WeaponDefinitions::clear();
+        std::srand(seed);
+    }
+
     // The game's sound system; fixtures that listen for sounds override it.
     virtual std::unique_ptr<ISound> makeSound() { return std::make_unique<NullSound>(); }
     // The same for the renderer.
@@ -62,6 +72,7 @@ protected:
         if (input)
             input->releaseAll();
         game.reset();
+        WeaponDefinitions::clear();
         CommandRegistry::instance().reset();
         VariableRegistry::instance().clearVariables();
         Clock::install(nullptr);

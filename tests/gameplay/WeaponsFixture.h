@@ -3,10 +3,7 @@
 // targets are square GameBodies spawned into the world, the player stands on
 // the floor at x -400, and the weapon definitions start empty (built-in
 // numbers) with rand seeded.
-#include <cstdlib>
-
 #include "gameplay/GameplayFixture.h"
-#include "gameplay/weapons/WeaponDefinitions.h"
 #include "world/gamebody/GameBody.h"
 
 class WeaponsFixture : public GameplayFixture {
@@ -14,17 +11,10 @@ protected:
     void SetUp() override
     {
         GameplayFixture::SetUp();
-        WeaponDefinitions::clear();
-        std::srand(1);
+        builtInWeapons(1);
         loadLevel();
         placePlayer(-400.0f, 8.0f);
         player->inventory.initialise();
-    }
-
-    void TearDown() override
-    {
-        WeaponDefinitions::clear();
-        GameplayFixture::TearDown();
     }
 
     // A creature-like target: solid, an entity, takes damage.

@@ -3,7 +3,6 @@
 #include "gameplay/GameplayFixture.h"
 #include "gameplay/enemies/BlockBoss.h"
 #include "gameplay/enemies/EnemyBase.h"
-#include "gameplay/weapons/WeaponDefinitions.h"
 
 namespace {
 
@@ -12,14 +11,8 @@ protected:
     void SetUp() override
     {
         GameplayFixture::SetUp();
-        WeaponDefinitions::clear();
-        std::srand(7);
+        builtInWeapons(7);
         loadShipped("enemies");
-    }
-    void TearDown() override
-    {
-        WeaponDefinitions::clear();
-        GameplayFixture::TearDown();
     }
     int reinforcements() { return count("bacteria") + count("swarmer"); }
 };
