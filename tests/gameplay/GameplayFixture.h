@@ -172,13 +172,13 @@ protected:
         return nullptr;
     }
 
-    // The first living body of the given type name, if it is a T.
+    // The first living T, of the given type name when one is given.
     template <class T = Body>
-    T* byType(const std::string& type)
+    T* byType(const std::string& type = "")
     {
         for (Body* b : game->getBodies())
-            if (b->type == type && !b->cancleanup)
-                return dynamic_cast<T*>(b);
+            if (auto* t = dynamic_cast<T*>(b); t && !b->cancleanup && (type.empty() || b->type == type))
+                return t;
         return nullptr;
     }
 

@@ -184,10 +184,7 @@ TEST_F(WeaponsTest, AGrenadeLeftAloneBurstsWhenItsFuseRunsOut)
     ASSERT_TRUE(fire(6, Vector(0.0f, 1.0f)));
     EXPECT_EQ(player->inventory.ammoOf(5), 1);
     ASSERT_EQ(count<GrenadeProjectile>(), 1);
-    GrenadeProjectile* grenade = nullptr;
-    for (Body* b : game->getBodies())
-        if ((grenade = dynamic_cast<GrenadeProjectile*>(b)))
-            break;
+    auto* grenade = byType<GrenadeProjectile>();
     ASSERT_NE(grenade, nullptr);
     EXPECT_NEAR(grenade->vel.length2D(), 170.0f, 1.0f);
     const float fuse = grenade->explodeTime;
