@@ -1,7 +1,9 @@
 #pragma once
 // A headless game with the gameplay controller installed, a manual clock and
 // a small hand-built world: a floor from x -1000 to 1000 at y 0 and a ledge
-// 32 units high from x 100 to 300. Frames are stepped by advancing the clock.
+// 32 units high from x 100 to 300, or a shipped level. Frames are stepped by
+// advancing the clock; helpers put bodies in the world, move, find, count and
+// touch them.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
