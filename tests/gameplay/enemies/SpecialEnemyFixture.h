@@ -1,7 +1,7 @@
 #pragma once
 // The level-logic fixture with a level loaded (floor at y 0 from x -1000 to
 // 1000, a ledge from x 100 to 300), the player standing at x -600, rand
-// seeded, and helpers to think a body or touch with it at chosen level times.
+// seeded, and a helper to touch with a body at chosen level times.
 #include <algorithm>
 #include <cstdlib>
 #include <initializer_list>
@@ -18,13 +18,6 @@ protected:
         std::srand(7);
         loadLevel();
         placePlayer(-600.0f, 16.0f);
-    }
-
-    // One think of `body` with the level clock at `ms`.
-    static void thinkAt(Body& body, float ms)
-    {
-        at(ms);
-        body.think(0.025f);
     }
 
     // The victim's health after `by` touches it at each of the level times.
