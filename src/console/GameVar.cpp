@@ -101,6 +101,13 @@ void GameVar::setType(const std::string& typeName) {
     }
 }
 
+bool GameVar::isDefault() const {
+    if (type == TypeString) {
+        return stringValue == defaultValue;
+    }
+    return intValue == parseInt(defaultValue) && floatValue == parseFloat(defaultValue);
+}
+
 std::string GameVar::configLine() const {
     if (type == TypeNone) {
         return std::string();

@@ -33,10 +33,14 @@ public:
     void setType(const std::string& typeName);
     // "name value" as written to configuration scripts; "" for TypeNone.
     std::string configLine() const;
+    // Whether the value is the declared one; numbers compare by value, so
+    // "-80.0" is still the default "-80".
+    bool isDefault() const;
 
     std::string name;                  // lower case
     std::string stringValue;
     std::string description;           // help text shown by listvars
+    std::string defaultValue;          // the value it was declared with
     int32_t intValue = 0;
     float floatValue = 0.0f;
     bool changed = false;              // cleared by the reader that reacts to it

@@ -74,11 +74,13 @@ GameVar* VariableRegistry::createVar(const std::string& name, const std::string&
             var->description = description;
         }
         var->setString(value);
+        var->defaultValue = value;
         return var;
     }
     const std::string key = lowerCase(name);
     auto var = std::make_unique<GameVar>(key, description);
     var->setString(value);
+    var->defaultValue = value;
     var->changed = false;
     GameVar* result = var.get();
     variables.emplace(key, std::move(var));

@@ -28,7 +28,8 @@ public:
     GameVar* findVar(const std::string& name) const;
     // Never null: a missing variable is created empty, with a note in the log.
     GameVar* getVar(const std::string& name);
-    // Creates the variable (not marked changed) or sets an existing one.
+    // Creates the variable (not marked changed) or sets an existing one;
+    // either way `value` becomes its default.
     GameVar* createVar(const std::string& name, const std::string& value,
                        const std::string& description);
     // Sets the variable, creating it untyped when missing.

@@ -66,6 +66,13 @@ const std::vector<std::string>& DemoManager::simulationVars()
     return names;
 }
 
+const std::vector<std::string>& DemoManager::cheatVars()
+{
+    // Difficulty is the player's choice and maxgibs only thins the debris.
+    static const std::vector<std::string> names = {"gravity", "movemode"};
+    return names;
+}
+
 bool DemoManager::isDemoCommand(const std::string& text)
 {
     const size_t start = text.find_first_not_of(" \t");
@@ -149,6 +156,10 @@ bool DemoManager::startSession()
     if (auto* player = dynamic_cast<Player*>(game.getPlayer()); player && demo.player)
         givePlayerState(*player, *demo.player);
     cheatsSeen.clear();
+    // Set before the start, a replay sets it again from the file: either way it ran.
+    for (const std::string& var : cheatVars())
+        if (const GameVar* v = findVar(var); v && !v->isDefault())
+            noteCheat("set " + var);
     completionLine.clear();
     completedStep = 0;
     completionPending = completionReported = false;

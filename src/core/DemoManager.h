@@ -78,6 +78,8 @@ public:
 
     // The variables a demo carries because they change the simulation.
     static const std::vector<std::string>& simulationVars();
+    // Those of them that are a cheat when not at their default, whenever set.
+    static const std::vector<std::string>& cheatVars();
     // Whether `text` starts with one of the demo commands (never recorded).
     static bool isDemoCommand(const std::string& text);
 

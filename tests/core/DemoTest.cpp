@@ -352,8 +352,10 @@ TEST_F(DemoPlayTest, ADemoEndsAtTheExitAndItsReplaySaysHowLongAndWhichCheatsRan)
         bool walk;
         std::vector<std::string> commands;
         std::string expected;
+        std::string before = "";  // set before recording starts
     } cases[] = {
-        {"clean", true, {}, " completed in [0-9]+\\.[0-9] s, cheats: none$"},
+        {"clean", true, {}, " completed in [0-9]+\\.[0-9] s, cheats: none$", "gravity -80.0"},
+        {"preset", true, {}, " completed in [0-9.]+ s, cheats: set gravity$", "gravity -60"},
         // Cheats by any route: a command, a variable line, one of several.
         {"cheat", true, {"giveall", "gravity -60", "echo x; GOD"},
          " completed in [0-9.]+ s, cheats: giveall, god, set gravity$"},
@@ -362,6 +364,7 @@ TEST_F(DemoPlayTest, ADemoEndsAtTheExitAndItsReplaySaysHowLongAndWhichCheatsRan)
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         run("gravity -80");
+        run(c.before);
         ASSERT_TRUE(demos->record(c.name, "gameplaytest", ""));
         // Bound to keys, so that the demo holds them.
         for (const std::string& command : c.commands) {
@@ -383,6 +386,7 @@ TEST_F(DemoPlayTest, ADemoEndsAtTheExitAndItsReplaySaysHowLongAndWhichCheatsRan)
         EXPECT_TRUE(std::regex_search(recorded, std::regex("^demo " + c.name + ": level gameplaytest" + c.expected)))
             << recorded;
         // The replay stops at the exit too, with the very same line.
+        run("gravity -80");
         EXPECT_TRUE(demos->runTimed(c.name, false, false)) << demos->message();
         EXPECT_EQ(demos->completion(), recorded);
     }
