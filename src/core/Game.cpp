@@ -238,6 +238,9 @@ void Game::runStartupScripts()
         registry.execute("exec default.cfg");
     if (config.is_open())
         registry.execute("exec config.txt");
+    // Before userconfig.txt, so a key the player frees there stays free.
+    if (GameVar* seen = findVar("bindsversion"); seen && gameInput)
+        seen->setInt(gameInput->addNewerDefaults(seen->intValue));
     if (std::ifstream("data/userconfig.txt")) {
         registry.execute("exec userconfig.txt");
         registry.execute("exec userconfig.txt");

@@ -231,6 +231,24 @@ void GameInput::unbindAll()
     bindings.clear();
 }
 
+int GameInput::addNewerDefaults(int version)
+{
+    static const struct {
+        int version;
+        const char* key;
+        const char* command;
+    } added[] = {
+        {1, "f1", "controlshelp"},
+    };
+    int newest = version;
+    for (const auto& control : added) {
+        newest = std::max(newest, control.version);
+        if (control.version > version && getBinding(control.key).empty() && findKeyFor(control.command) == "unbound")
+            setBinding(control.key, control.command);
+    }
+    return newest;
+}
+
 void GameInput::unbindCommand(const std::vector<std::string>& args)
 {
     if (args.empty()) {

@@ -73,6 +73,11 @@ public:
     void unbindCommand(const std::vector<std::string>& args);
     // Every binding gone (a script that sets up its own keys starts with it).
     void unbindAll();
+    // Controls added to the defaults after players already had a config.txt:
+    // binds each one newer than `version` whose key is free and whose command
+    // has no key yet, so an older config gains it once and a player's own
+    // choice stands. Returns the newest version, for the config to keep.
+    int addNewerDefaults(int version);
     void listBindings() const;
 
 protected:
