@@ -6,19 +6,26 @@ if(NOT BQ_PYTHON3)
   find_program(BQ_PYTHON3 python3 REQUIRED)
 endif()
 
+# Runs a generator that writes into the game directory and then touches
+# `stamp`; again whenever one of the sources after `comment` changes. The
+# target `name` is built with everything, before the game (Music.cmake too).
+function(bq_generate name script stamp comment)
+  add_custom_command(
+    OUTPUT ${stamp}
+    COMMAND ${BQ_PYTHON3} ${script} --out ${BQ_GAME_DIR} --stamp ${stamp}
+    DEPENDS ${ARGN}
+    COMMENT "${comment}"
+    VERBATIM)
+  add_custom_target(${name} ALL DEPENDS ${stamp})
+  if(TARGET brindlequay)
+    add_dependencies(brindlequay ${name})
+  endif()
+endfunction()
+
 file(GLOB BQ_MEDIA_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tools/media/*.py)
 set(BQ_MEDIA_STAMP ${CMAKE_BINARY_DIR}/media.stamp)
-add_custom_command(
-  OUTPUT ${BQ_MEDIA_STAMP}
-  COMMAND ${BQ_PYTHON3} ${CMAKE_SOURCE_DIR}/tools/media/generate.py
-          --out ${BQ_GAME_DIR} --stamp ${BQ_MEDIA_STAMP}
-  DEPENDS ${BQ_MEDIA_SOURCES}
-  COMMENT "Generating images and sounds into ${BQ_GAME_DIR}/data"
-  VERBATIM)
-add_custom_target(media ALL DEPENDS ${BQ_MEDIA_STAMP})
-if(TARGET brindlequay)
-  add_dependencies(brindlequay media)
-endif()
+bq_generate(media ${CMAKE_SOURCE_DIR}/tools/media/generate.py ${BQ_MEDIA_STAMP}
+            "Generating images and sounds into ${BQ_GAME_DIR}/data" ${BQ_MEDIA_SOURCES})
 
 # Review aid, not part of the build: every image with its name on one sheet.
 add_custom_target(contactsheet

@@ -4,16 +4,7 @@
 file(GLOB BQ_MUSIC_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tools/music/*.py
      ${CMAKE_SOURCE_DIR}/tools/music/tracks/*.txt)
 set(BQ_MUSIC_STAMP ${CMAKE_BINARY_DIR}/music.stamp)
-add_custom_command(
-  OUTPUT ${BQ_MUSIC_STAMP}
-  COMMAND ${BQ_PYTHON3} ${CMAKE_SOURCE_DIR}/tools/music/music.py
-          --out ${BQ_GAME_DIR} --stamp ${BQ_MUSIC_STAMP}
-  DEPENDS ${BQ_MUSIC_SOURCES}
-  COMMENT "Rendering the music into ${BQ_GAME_DIR}/data/music"
-  VERBATIM)
-add_custom_target(music ALL DEPENDS ${BQ_MUSIC_STAMP})
-if(TARGET brindlequay)
-  add_dependencies(brindlequay music)
-endif()
+bq_generate(music ${CMAKE_SOURCE_DIR}/tools/music/music.py ${BQ_MUSIC_STAMP}
+            "Rendering the music into ${BQ_GAME_DIR}/data/music" ${BQ_MUSIC_SOURCES})
 
 # tests/media/test_music.py runs with the media tests.
