@@ -147,6 +147,20 @@ void Renderer::drawBodyString(Body& body, bool black)
     fontRenderer->drawText(body.renderpos.x, body.renderpos.y + 24.0f, text);
 }
 
+bool Renderer::placeBody(const Body& body)
+{
+    constexpr float radiansToDegrees = 180.0f / 3.1415927f;
+    glPushMatrix();
+    glTranslatef(body.renderpos.x, body.renderpos.y, body.renderpos.z + body.zShift);
+    glRotatef(body.rotation * radiansToDegrees, 0.0f, 0.0f, 1.0f);
+    const bool textured = body.textured && !body.texture.empty();
+    setTexturing(textured);
+    setBlending(textured);
+    if (textured)
+        setAlphaBlend();
+    return textured;
+}
+
 void Renderer::drawBody(Body& body)
 {
     if (varInt(drawBodies) <= 0)
@@ -157,16 +171,8 @@ void Renderer::drawBody(Body& body)
     }
     if (!body.visible)
         return;
-    constexpr float radiansToDegrees = 180.0f / 3.1415927f;
-    glPushMatrix();
-    glTranslatef(body.renderpos.x, body.renderpos.y, body.renderpos.z + body.zShift);
-    glRotatef(body.rotation * radiansToDegrees, 0.0f, 0.0f, 1.0f);
-
-    const bool textured = body.textured && !body.texture.empty();
+    const bool textured = placeBody(body);
     if (textured) {
-        setTexturing(true);
-        setBlending(true);
-        setAlphaBlend();
         const bool clamp = body.drawsTextureOnce();
         if (varInt(cacheTextureIds) < 1) {
             bindTexture(body.texture, clamp);
@@ -183,9 +189,6 @@ void Renderer::drawBody(Body& body)
         const bool opaque = frameReuse && isOpaque(body);
         setBlending(!opaque);
         setSpriteAlphaTest(!opaque);
-    } else {
-        setTexturing(false);
-        setBlending(false);
     }
 
     // Only glowing bodies light the glow capture; the rest hide what is
@@ -253,21 +256,10 @@ void Renderer::drawBodySimple(Body& body)
 {
     if (!body.visible)
         return;
-    constexpr float radiansToDegrees = 180.0f / 3.1415927f;
-    glPushMatrix();
-    glTranslatef(body.renderpos.x, body.renderpos.y, body.renderpos.z + body.zShift);
-    glRotatef(body.rotation * radiansToDegrees, 0.0f, 0.0f, 1.0f);
-
-    const bool textured = body.textured && !body.texture.empty();
+    const bool textured = placeBody(body);
     if (textured) {
-        setTexturing(true);
-        setBlending(true);
-        setAlphaBlend();
         bindTexture(body.texture, body.drawsTextureOnce());
         setWrap(body.drawsTextureOnce());
-    } else {
-        setTexturing(false);
-        setBlending(false);
     }
     if (capturing) {
         // Opaque bodies darken the glow capture where they stand.
