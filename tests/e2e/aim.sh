@@ -6,14 +6,10 @@
 # pistol's shots go right and destroy the first target; aimed behind, they
 # would hit the wall at the start.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
-set movemode 2
-set sensitivity 1
+write_autoexec <<'SCRIPT'
 bind k playerinfo
 bind p screenshot
 SCRIPT

@@ -5,14 +5,10 @@
 # media or unknown types, eggs hatching in the bio lab, mines going off, the
 # server objectives blown up and the block boss cycling its damage states.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
-set movemode 2
-set sensitivity 1
+write_autoexec <<'SCRIPT'
 bind p screenshot
 bind l playerinfo
 bind u warpto hazards

@@ -3,13 +3,10 @@
 # level at its start; after touching the checkpoint (x 1128), dying brings
 # the player back there, with the death and the way back on screen.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
-set movemode 2
+write_autoexec <<'SCRIPT'
 bind k playerinfo
 bind j warpto checkpoint
 bind h warpto battery_start

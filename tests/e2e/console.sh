@@ -2,24 +2,20 @@
 # The console under a real X server: the backquote key opens it, typed
 # commands run, and the game's own screenshot shows the band with its text.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 start_game "$work" +set skiplogo 1
 wait_for_log "$work" "REND New Res" 20
 sleep 1
 focus_game_window
 xdotool key --window "$win" grave
 sleep 0.5
-xdotool type --window "$win" --delay 40 "listvars con_"
-xdotool key --window "$win" Return
+type_line "listvars con_"
 # Tab completes to the shortest name; running a variable's name shows its value.
 xdotool type --window "$win" --delay 40 "con_h"
 xdotool key --window "$win" Tab Return
-xdotool type --window "$win" --delay 40 "condump e2e_dump.txt"
-xdotool key --window "$win" Return
-xdotool type --window "$win" --delay 40 "screenshot"
-xdotool key --window "$win" Return
+type_line "condump e2e_dump.txt"
+type_line "screenshot"
 wait_for_log "$work" "Writing screenshot to screenshots/screenshot0000.png" 10
 sleep 0.5
 stop_game

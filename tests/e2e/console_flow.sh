@@ -4,10 +4,9 @@
 # from the console gives the keys back to the game once it closes. Movie
 # frames are kept as shots/<name>.png (BQ_KEEP_E2E=1 keeps them).
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
 export BQ_XVFB_SCREEN=640x480x24
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 shots=${E2E_SHOTS:-$work/shots}
 mkdir -p "$shots"
 start_game "$work" +set skiplogo 1 +set firstrun 0 +set vidfullscreen 0 +set vidwidth 640 +set vidheight 480 \

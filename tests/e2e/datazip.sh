@@ -12,8 +12,7 @@ work=$(mktemp -d /tmp/bq-e2e.XXXXXX)
 cp "$game_dir/brindlequay" "$zip" "$work"/
 start_game "$work" +set skiplogo 1 +map test
 wait_for_log "$work" "Found on disk: data/config.txt\|NOT Found on disk: maps/test.xml"
-win=$(xdotool search --sync --name Brindlequay | head -n 1) || fail "no game window"
-xdotool windowactivate --sync "$win" >/dev/null 2>&1 || xdotool windowfocus "$win" || true
+focus_game_window
 sleep 2
 xdotool key --window "$win" F12
 for _ in $(seq 50); do ls "$work"/screenshots/screenshot*.png >/dev/null 2>&1 && break; sleep 0.1; done

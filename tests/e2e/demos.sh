@@ -4,13 +4,10 @@
 # broken demo file is refused with a message and play goes on; the shipped
 # demos replay bit for bit in this build and print the step times.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
-set movemode 2
+write_autoexec <<'SCRIPT'
 bind k playerinfo
 bind o recorddemo e2e test
 bind p stopdemo

@@ -5,14 +5,10 @@
 # missing media; a screenshot taken mid-fight in the second room must show
 # the bright colours of enemies, shots and effects.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
-set movemode 2
-set sensitivity 1
+write_autoexec <<'SCRIPT'
 bind p screenshot
 bind u warpto room1
 bind i warpto room2

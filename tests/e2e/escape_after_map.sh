@@ -2,9 +2,8 @@
 # A level started from the command line has the keys at once: the first
 # Escape opens the menus over it and the next one returns to play.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 start_game "$work" +set skiplogo 1 +map test
 wait_for_log "$work" "REND New Res" 30
 focus_game_window

@@ -4,9 +4,8 @@
 # still starts. A script with CR LF line ends binds commands without the CR,
 # so the binding fires and config.txt keeps it clean.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 printf 'set e2edisk 42 // a comment\r\ne2edisk\r\nbind k noclip\r\n' > "$work/data/e2e_disk.txt"
 mkdir -p "$work/zipsrc/data"
 printf 'set e2ezip 7;e2ezip\n' > "$work/zipsrc/data/e2e_zip.txt"
@@ -15,7 +14,6 @@ rm -f "$work/data.zip"
 start_game "$work" stray +exec e2e_disk.txt +exec e2e_zip.txt
 wait_for_log "$work" "e2ezip = 7"
 stop_game
-log="$work/outputlog.txt"
 grep -q "Ignoring command-line argument 'stray'" "$log" || fail "stray word not reported"
 grep -q "Found on disk: data/e2e_disk.txt" "$log" || fail "disk script not found on disk"
 grep -q "e2edisk = 42" "$log" || fail "disk script did not run"

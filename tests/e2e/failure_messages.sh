@@ -4,10 +4,8 @@
 # reported once, the request is dropped and the running level goes on
 # (no black screen retrying the load every frame).
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
 # The test level with a level change just right of the start, to a typo.
 /usr/bin/python3 - "$work/maps/test.xml" "$work/maps/typo.xml" <<'PY'
@@ -19,8 +17,7 @@ change = '''<P type="levelchange" idname="typo"><params solid="false" entity="tr
 '''
 open(sys.argv[2], "w").write(text.replace("</Objects>", change + "</Objects>", 1))
 PY
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
-set movemode 2
+write_autoexec <<'SCRIPT'
 bind k playerinfo
 bind j screenshot
 SCRIPT

@@ -5,10 +5,8 @@
 # on the adventure's first level and each next one on the level the one
 # before leads to, carrying the player's state.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
 mapfile -t runs < <(cd "$work/demos" && ls run[0-9][0-9]_*.dem 2>/dev/null | sed 's/\.dem$//' | sort)
 [ "${#runs[@]}" -ge 3 ] || fail "the run has ${#runs[@]} demos"

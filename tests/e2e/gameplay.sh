@@ -4,35 +4,30 @@
 # seconds later with the player back at the start. Positions come from
 # "playerinfo", bound to a key, which writes playerinfo.txt.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
-set movemode 2
+write_autoexec <<'SCRIPT'
 bind k playerinfo
 bind j kill
 map test
 SCRIPT
 
 start_game "$work"
-wid=$(xdotool search --sync --name Brindlequay | head -n1)
-[ -n "$wid" ] || fail "no game window"
-xdotool windowfocus --sync "$wid" 2>/dev/null || xdotool windowfocus "$wid"
+focus_game_window
 sleep 1
 # Escape skips the logo card; the level has the keys.
-xdotool key --window "$wid" Escape
+xdotool key --window "$win" Escape
 sleep 1.5
 
 # pos x, pos y and the level time from playerinfo.txt, after pressing k.
-info() { player_info "$work" "$wid"; }
+info() { player_info "$work" "$win"; }
 above() { awk -v a="$1" -v b="$2" 'BEGIN { exit !(a > b) }'; }
 
 read -r x0 y0 _ <<<"$(info)"
-xdotool keydown --window "$wid" d
+xdotool keydown --window "$win" d
 sleep 1.2
-xdotool keyup --window "$wid" d
+xdotool keyup --window "$win" d
 sleep 0.3
 read -r x1 y1 _ <<<"$(info)"
 above "$x1" "$(awk -v x="$x0" 'BEGIN { print x + 30 }')" || fail "holding d moved the player from x $x0 to $x1"
@@ -40,16 +35,16 @@ above "$x1" "$(awk -v x="$x0" 'BEGIN { print x + 30 }')" || fail "holding d move
 # Settle, then jump: a moment into the jump the player is well above the floor.
 sleep 1
 read -r _ yFloor _ <<<"$(info)"
-xdotool keydown --window "$wid" w
+xdotool keydown --window "$win" w
 sleep 0.4
 read -r _ yJump _ <<<"$(info)"
-xdotool keyup --window "$wid" w
+xdotool keyup --window "$win" w
 above "$yJump" "$(awk -v y="$yFloor" 'BEGIN { print y + 6 }')" || fail "jumping lifted the player from y $yFloor only to $yJump"
 
 # Death and restart: two seconds later the level starts again at the start point.
 sleep 2
 read -r _ _ tBefore _ <<<"$(info)"
-xdotool key --window "$wid" j
+xdotool key --window "$win" j
 sleep 3.5
 read -r xR yR tAfter _ <<<"$(info)"
 above "$tBefore" "$tAfter" || fail "the level clock did not restart ($tBefore then $tAfter)"

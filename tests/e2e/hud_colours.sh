@@ -2,11 +2,10 @@
 # HUD colours in a real window: the armour, swarm and weapon texts are red,
 # and with no cash the upgrade screen greys every level it cannot buy.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
+write_autoexec <<'SCRIPT'
 bind p screenshot
 bind o +showupgrades
 SCRIPT

@@ -3,15 +3,13 @@
 # game, the console key takes the keyboard away from the game and gives it
 # back, and Escape opens and closes the menu layer.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
 # Probe commands do not exist, so each run leaves "Unknown Command: <name>" in
 # the log. autoexec.txt runs after the default controls, then loads a level so
 # the game has the input.
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
+write_autoexec <<'SCRIPT'
 set skiplogo 1
 bind k probe_k
 bind x +probe_x;+probe_y; +probe_z
@@ -22,9 +20,7 @@ map
 SCRIPT
 
 start_game "$work"
-wid=$(xdotool search --sync --name Brindlequay | head -n1)
-[ -n "$wid" ] || fail "no game window"
-xdotool windowfocus --sync "$wid" 2>/dev/null || xdotool windowfocus "$wid"
+focus_game_window
 sleep 1
 
 count() { grep -c -x -- "$1" "$log" || true; }
@@ -33,40 +29,40 @@ if grep -q -x "Unknown Command: map" "$log"; then
   exit 0
 fi
 
-xdotool key --window "$wid" k
-xdotool key --window "$wid" x
-xdotool mousemove --window "$wid" 200 150
+xdotool key --window "$win" k
+xdotool key --window "$win" x
+xdotool mousemove --window "$win" 200 150
 xdotool click 3
 xdotool click 4
 sleep 0.5
 
 # The console takes the keys while it is open.
-xdotool key --window "$wid" grave
-xdotool key --window "$wid" k
-xdotool key --window "$wid" grave
-xdotool key --window "$wid" k
+xdotool key --window "$win" grave
+xdotool key --window "$win" k
+xdotool key --window "$win" grave
+xdotool key --window "$win" k
 
 # Bind a key from the console and use it.
-xdotool key --window "$wid" grave
+xdotool key --window "$win" grave
 sleep 0.3
-xdotool type --window "$wid" --delay 30 "bind j probe_j"
-xdotool key --window "$wid" Return
-xdotool key --window "$wid" grave
+xdotool type --window "$win" --delay 30 "bind j probe_j"
+xdotool key --window "$win" Return
+xdotool key --window "$win" grave
 sleep 0.3
-xdotool key --window "$wid" j
+xdotool key --window "$win" j
 sleep 0.3
 
 # The level took the menus away as it loaded: the first Escape shows them
 # and stops the game; the menu then gets the clicks and keys, and Escape
 # returns to the game.
-xdotool key --window "$wid" Escape
+xdotool key --window "$win" Escape
 sleep 0.3
 xdotool click 1
-xdotool key --window "$wid" k
+xdotool key --window "$win" k
 sleep 0.3
-xdotool key --window "$wid" Escape
+xdotool key --window "$win" Escape
 sleep 0.3
-xdotool key --window "$wid" k
+xdotool key --window "$win" k
 sleep 0.5
 stop_game
 

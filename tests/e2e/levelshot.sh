@@ -3,9 +3,8 @@
 # 2048 pixels on its long side, with the level's bodies drawn in it; a name
 # that would leave the screenshots folder is refused.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 start_game "$work" +map quay +levelshot quay.png +levelshot ../escape.png
 wait_for_log "$work" "Wrote level picture screenshots/quay.png"
 stop_game

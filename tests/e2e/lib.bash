@@ -12,20 +12,68 @@ make_game_copy() {
   echo "$dst"
 }
 
+# The start most tests make: game_dir from the first argument, a private
+# copy of it in work, and its log in log.
+use_game_copy() {
+  game_dir=$1
+  work=$(make_game_copy "$game_dir")
+  log="$work/outputlog.txt"
+}
+
+# Writes the copy's data/autoexec.txt from standard input, after the platform
+# movement and plain mouse speed the tests walk and aim with.
+write_autoexec() {
+  { printf 'set movemode 2\nset sensitivity 1\n'; cat; } > "$work/data/autoexec.txt"
+}
+
+# Sound through SDL's disk driver (start the game with E2E_AUDIODRIVER=disk):
+# the mixed stream goes to $stream in real time, so `mark NAME` notes where in
+# it a step happened; disk_stream.py reads both back.
+use_disk_audio() {
+  stream="$work/mixed.raw"
+  export SDL_DISKAUDIOFILE="$stream"
+  marks=()
+}
+mark() { marks+=("$1:$(stat -c %s "$stream")"); }
+
+# Whether X display :N is free. A lock left by a server that was killed
+# outright names a process that is gone: Xvfb takes such a display over.
+display_free() {
+  local lock=/tmp/.X$1-lock pid
+  if [ -e "$lock" ]; then
+    pid=$(tr -d ' ' <"$lock" 2>/dev/null) || return 0
+    [ ! -d "/proc/$pid" ]
+  else
+    [ ! -e "/tmp/.X11-unix/X$1" ]
+  fi
+}
+
 # Starts Xvfb on a free display, then the game in the background; sets GAME_PID.
 # Sound goes to SDL's dummy driver unless E2E_AUDIODRIVER names another.
 start_game() {
   local dir=$1; shift
-  local n
-  for n in $(seq 90 140); do
-    if [ ! -e /tmp/.X11-unix/X$n ] && [ ! -e /tmp/.X$n-lock ]; then break; fi
-  done
-  export DISPLAY=:$n
-  Xvfb "$DISPLAY" -screen 0 "${BQ_XVFB_SCREEN:-1024x768x24}" -nolisten tcp >/dev/null 2>&1 &
-  XVFB_PID=$!
-  for _ in $(seq 50); do xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 && break; sleep 0.1; done
+  local n up=
+  # A test that starts the game twice gets a fresh server the second time.
+  [ -z "${XVFB_PID:-}" ] || kill "$XVFB_PID" 2>/dev/null || true
   E2E_DIR=$dir
   trap 'stop_game; kill $XVFB_PID 2>/dev/null || true; [ -n "${BQ_KEEP_E2E:-}" ] || rm -rf "$E2E_DIR"' EXIT
+  # Other tests start servers at the same time: one that took the display
+  # first makes ours give up, and the next free display is tried.
+  for n in $(seq 90 140); do
+    display_free "$n" || continue
+    export DISPLAY=:$n
+    Xvfb "$DISPLAY" -screen 0 "${BQ_XVFB_SCREEN:-1024x768x24}" -nolisten tcp >/dev/null 2>&1 &
+    XVFB_PID=$!
+    for _ in $(seq 50); do
+      kill -0 "$XVFB_PID" 2>/dev/null || break
+      xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 && { up=1; break; }
+      sleep 0.1
+    done
+    [ -n "$up" ] && kill -0 "$XVFB_PID" 2>/dev/null && break
+    kill "$XVFB_PID" 2>/dev/null || true
+    up=
+  done
+  [ -n "$up" ] || fail "no X display could be started"
   (cd "$dir" && SDL_AUDIODRIVER="${E2E_AUDIODRIVER:-dummy}" exec ./brindlequay "$@" >/dev/null 2>"$dir/stderr.txt") &
   GAME_PID=$!
 }
@@ -47,6 +95,12 @@ focus_game_window() {
   xdotool windowactivate --sync "$win" >/dev/null 2>&1 || xdotool windowfocus "$win" || true
 }
 
+# Types a line into the open console of the window `win` and runs it.
+type_line() {
+  xdotool type --window "$win" --delay 30 "$1"
+  xdotool key --window "$win" Return
+}
+
 # Waits until the log contains a line matching the pattern.
 wait_for_log() {
   local dir=$1 pattern=$2 timeout=${3:-20}
@@ -57,17 +111,19 @@ wait_for_log() {
   fail "timed out waiting for '$pattern' in the log"
 }
 
-# Waits until a file exists in the game directory.
+# Waits until a file exists in the game directory; a PNG, until it is
+# written to its end (a loaded machine writes a big one for a while).
 wait_for_file() {
   local path=$1 timeout=${2:-20}
   for _ in $(seq $((timeout * 10))); do
-    [ -s "$path" ] && return 0
+    if [ -s "$path" ]; then
+      [[ $path != *.png ]] && return 0
+      [ "$(tail -c 8 "$path" | head -c 4)" = IEND ] && return 0
+    fi
     sleep 0.1
   done
   fail "timed out waiting for $path"
 }
-
-# Finds the game's window and gives it the keyboard; sets WIN.
 
 # Presses `key` in the game window and prints the first new log line that
 # starts with `prefix` (commands such as listinventory print one).

@@ -3,9 +3,8 @@
 # each level change took to show its first stepped frame; a level that does
 # not load prints no time, and the next change is timed from its own request.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 start_game "$work" +set skiplogo 1 +set showloadtimes 1 +map test +bind 1 map nosuchlevel +bind 2 map armoury
 wait_for_log "$work" "^Level change to test:" 60
 focus_game_window
@@ -14,7 +13,6 @@ wait_for_log "$work" "Could not load level file: maps/nosuchlevel.xml" 30
 xdotool key --window "$win" 2
 wait_for_log "$work" "^Level change to armoury:" 60
 stop_game
-log="$work/outputlog.txt"
 grep -q "^Level change to nosuchlevel" "$log" && fail "a level that did not load was timed"
 line=$(grep -m1 "^Start-up: first frame " "$log") || fail "no start-up time"
 [[ "$line" =~ ^Start-up:\ first\ frame\ ([0-9]+)\ ms\ after\ the\ process\ started\ \(before\ init\ ([0-9]+)\ ms,\ game\ init\ ([0-9]+)\ ms\)$ ]] ||

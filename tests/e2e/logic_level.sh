@@ -5,13 +5,10 @@
 # closing cut scene, noting the level time in leveltimes.txt. Console warps
 # (bound to keys) skip the walks between the stations.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
-set movemode 2
+write_autoexec <<'SCRIPT'
 set recordleveltimes 1
 bind k playerinfo
 bind o screenshot

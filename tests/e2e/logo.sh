@@ -2,9 +2,8 @@
 # The logo card plays at start: recorded as movie frames, the brightest frame
 # shows the maker's line in yellow and the game's name in white on black.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 # Recording starts after start-up, which resets movierecord to 0.
 start_game "$work" +movierecord 8
 wait_for_log "$work" "REND New Res" 30

@@ -2,14 +2,12 @@
 # "+map test" loads the hand-made test level at start-up into an indexed,
 # colliding world; with load_leveldebug 1 every body is dumped to the log.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 start_game "$work" +set load_leveldebug 1 +map test
 wait_for_log "$work" "^=====================$"
 sleep 2
 stop_game
-log="$work/outputlog.txt"
 
 dump=$(awk '/^=====================$/ { n++; next } n == 1' "$log")
 [ -n "$dump" ] || fail "no level dump between the rule lines"

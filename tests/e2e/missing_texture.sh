@@ -2,9 +2,8 @@
 # A texture the level names but the data lacks gives way to the fallback
 # image and is reported once, not tried again on every frame.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 sed 's|data/images/metal1.png|data/images/nosuchtexture.png|g' "$work/maps/test.xml" > "$work/maps/e2emissing.xml"
 start_game "$work" +set skiplogo 1 +set cachetextureids 0 +map e2emissing
 wait_for_log "$work" "FAILED to load texture: data/images/nosuchtexture.png" 30

@@ -4,9 +4,8 @@
 # crashing. SDL's offscreen driver does have one through EGL, which
 # scripts/install-deps.sh installs, and a headless start there works.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 trap 'rm -rf "$work"' EXIT
 cd "$work"
 rc=0

@@ -4,9 +4,8 @@
 # an explosion, blood, a rail trail, a lightning bolt and floating text shows
 # their colours.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 ids=$(sed -n 's/.*<particle id="\([a-z0-9]*\)".*/\1/p' "$game_dir/data/particles/particles.xml")
 [ "$(wc -w <<<"$ids")" -ge 30 ] || fail "expected several dozen shipped definitions, found: $ids"
 {
@@ -31,18 +30,15 @@ sleep 2
 focus_game_window
 xdotool key --window "$win" grave
 sleep 0.3
-xdotool type --window "$win" --delay 20 "exec everyeffect.txt"
-xdotool key --window "$win" Return
+type_line "exec everyeffect.txt"
 sleep 1.5
-xdotool type --window "$win" --delay 20 "exec showcase.txt"
-xdotool key --window "$win" Return
+type_line "exec showcase.txt"
 xdotool key --window "$win" grave
 sleep 0.05
 xdotool key --window "$win" F9
 wait_for_log "$work" "Writing screenshot to screenshots/screenshot0000.png" 10
 sleep 0.5
 stop_game
-log="$work/outputlog.txt"
 
 grep -q "Couldn't find particle def" "$log" && fail "a shipped effect fell back to default: $(grep "Couldn't find particle def" "$log" | sort -u)"
 grep -q "lacks" "$log" && fail "a shipped definition misses attributes: $(grep lacks "$log")"

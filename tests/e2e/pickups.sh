@@ -4,13 +4,10 @@
 # (with upgrades) gained. The HUD with the upgrade screen is captured at two
 # window sizes and must sit inside the window.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
-set movemode 2
+write_autoexec <<'SCRIPT'
 bind k listinventory
 bind p screenshot
 bind o exec small.txt

@@ -2,9 +2,8 @@
 # A normal start and level load say nothing that reads like a failure, on the
 # terminal or in the log; a real failure is still reported.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 trap 'rm -rf "$work"' EXIT
 cd "$work"
 alarming='fail|error|couldn|null|exiting|not found|successfuly|bhasglow|glowsteps|no initialised value'

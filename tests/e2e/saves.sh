@@ -4,13 +4,10 @@
 # on and loading puts the player and the level clock back; F5 and F9 save and
 # load the quick save; a save that cannot be read changes nothing.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
-set movemode 2
+write_autoexec <<'SCRIPT'
 bind k playerinfo
 bind n loadgame nosuchsave
 bind o savegame e2e
@@ -45,8 +42,7 @@ walk() {
 console() {
   xdotool key --window "$win" grave
   sleep 0.3
-  xdotool type --window "$win" --delay 30 "$1"
-  xdotool key --window "$win" Return
+  type_line "$1"
   sleep 0.3
   xdotool key --window "$win" grave
   sleep 0.3

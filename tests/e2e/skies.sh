@@ -3,9 +3,8 @@
 # sky is selected in turn with the "sky" command and photographed, a missing
 # sky keeps the current one, and the glow pass is photographed on and off.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 skies=$(cd "$game_dir/data/sky" && ls *.xml | sed 's/\.xml$//')
 {
   echo "set con_height 0"
@@ -57,7 +56,6 @@ cp "$work/screenshots/screenshot$(printf %04d $((shots - 1))).png" "$work/fading
 xdotool key --window "$win" F10
 sleep 0.5
 stop_game
-log="$work/outputlog.txt"
 grep -q "Could not load sky file: data/sky/nosuchsky.xml" "$log" || fail "missing sky not reported"
 grep -q '^No sky called "nosuchsky". Skies: default, haze, hcsky1' "$log" || fail "the sky command did not name the known skies"
 grep -q "FAILED to load texture" "$log" && fail "a texture is missing"

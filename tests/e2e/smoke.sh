@@ -2,15 +2,13 @@
 # The real binary starts under Xvfb, runs frames, and shuts down cleanly on
 # SIGTERM, leaving its log in the game directory.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 start_game "$work"
 # Start-up takes longer on a loaded machine: count from the window opening.
 wait_for_log "$work" "REND New Res" 30
 sleep 3
 stop_game
-log="$work/outputlog.txt"
 grep -q "======== GAME INIT ========" "$log" || fail "no init line in log"
 grep -q "AVG FPS:" "$log" || fail "no AVG FPS line in log"
 fps=$(grep "AVG FPS:" "$log" | sed 's/AVG FPS://')

@@ -8,11 +8,9 @@
 #     ear, silent when he warps away, loud on his return; placed to his left
 #     it is louder in the left ear.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-stream="$work/mixed.raw"
-export SDL_DISKAUDIOFILE="$stream"
+use_game_copy "$1"
+use_disk_audio
 # The default 44.1 kHz stereo is what SDL's disk driver writes, untouched.
 # Music would fill the silences this checks; music.sh hears it.
 E2E_AUDIODRIVER=disk start_game "$work" +set skiplogo 1 +set soundfrequency 44100 +set soundchannels 2 \
@@ -24,59 +22,43 @@ focus_game_window
 xdotool key --window "$win" grave
 sleep 0.3
 
-marks=()
-console() {
-  xdotool type --window "$win" --delay 30 "$1"
-  xdotool key --window "$win" Return
-}
-mark() { marks+=("$1:$(stat -c %s "$stream")"); }
-
 mark before_jingle
-console "playsound"
+type_line "playsound"
 sleep 4
 mark after_jingle
-console "map test"
+type_line "map test"
 # The console stays open over the level it loaded.
 sleep 1
-console "warpto east"
-console "playsoundat data/sounds/world/hum.wav -1 160 16"
+type_line "warpto east"
+type_line "playsoundat data/sounds/world/hum.wav -1 160 16"
 sleep 2.5
 mark far
-console "warpto start"
+type_line "warpto start"
 sleep 1.5
 mark near
-console "warpto east"
+type_line "warpto east"
 sleep 1.5
 mark far_again
-console "warpto start"
+type_line "warpto start"
 sleep 1.5
 mark near_again
-console "stopsounds"
-console "playsoundat data/sounds/world/hum.wav -1 -80 16"
+type_line "stopsounds"
+type_line "playsoundat data/sounds/world/hum.wav -1 -80 16"
 sleep 1.5
 mark left_side
 stop_game
 
-log="$work/outputlog.txt"
 grep -q "^Audio Format: 32784$" "$log" || fail "no audio format line"
 grep -q "^Audio: opened at 44100 Hz, 2 channels" "$log" || fail "device not opened as asked"
 ! grep -q "Sound init Failed\|Couldn't find sound\|Couldn't decode sound" "$log" || fail "sound errors in the log"
 [ -s "$stream" ] || fail "the disk driver wrote nothing"
 
-/usr/bin/python3 - "$stream" "${marks[@]}" <<'PY' || fail "the mixed stream is not what was played"
-import array, math, sys
+PYTHONPATH="$(dirname "$0")" /usr/bin/python3 - "$stream" "${marks[@]}" <<'PY' ||
+  fail "the mixed stream is not what was played"
+import math, sys
+from disk_stream import RATE as rate, read_stream
 
-rate = 44100
-frames = array.array('h')
-with open(sys.argv[1], 'rb') as f:
-    data = f.read()
-frames.frombytes(data[:len(data) // 4 * 4])
-samples = frames[0::2]
-right = frames[1::2]
-marks = {}
-for arg in sys.argv[2:]:
-    name, size = arg.split(':')
-    marks[name] = int(size) // 4
+samples, right, marks = read_stream(sys.argv[1], sys.argv[2:])
 # The jingle is heard at the player, mixed to the middle: both sides alike.
 if samples[:marks['after_jingle']] != right[:marks['after_jingle']]:
     sys.exit('left and right differ under the jingle: not 16-bit stereo as expected')

@@ -2,9 +2,8 @@
 # A sound driver that cannot open leaves the game running in silence: the
 # window comes up, the log says why, and playing a sound just reports it.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 E2E_AUDIODRIVER=nosuchdriver start_game "$work" +set skiplogo 1 +playsound +condump nodevice.txt
 wait_for_log "$work" "REND New Res" 20
 for _ in $(seq 100); do [ -f "$work/nodevice.txt" ] && break; sleep 0.1; done

@@ -3,15 +3,13 @@
 # alike: the game keeps running and answering SIGTERM, and the video
 # variables (and so data/config.txt) hold the mode actually obtained.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
 export BQ_XVFB_SCREEN=1024x768x24
-work=$(make_game_copy "$game_dir")
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
+use_game_copy "$1"
+write_autoexec <<'SCRIPT'
 bind k vidwidth 100000; vidheight 100000; vidrestart
 bind j vidwidth 40000; vidheight 30000; vidfullscreen 1; vidrestart
 SCRIPT
-log=$work/outputlog.txt
 start_game "$work" +set skiplogo 1 +set vidfullscreen 0 +set vidwidth 16384 +set vidheight 16384 +map test
 wait_for_log "$work" "^Video mode 16384 x 16384 is larger than the display allows: using 1024 x 768$" 20
 wait_for_log "$work" "Found on disk: maps/test.xml" 30

@@ -3,20 +3,17 @@
 # pass and the debug text on, a screenshot after "vidrestart" shows the same
 # textured bodies as before it and glyphs rather than solid blocks.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
+use_game_copy "$1"
 start_game "$work" +set skiplogo 1 +set drawbloom 1 +set debuginfo 1 +set bodyinfo 1 +set drawspeed 1 +map test
 wait_for_log "$work" "Found on disk: maps/test.xml" 30
 sleep 2
-win=$(xdotool search --sync --name Brindlequay | head -n 1) || fail "no game window"
-xdotool windowactivate --sync "$win" >/dev/null 2>&1 || xdotool windowfocus "$win" || true
+focus_game_window
 xdotool key --window "$win" F12
 wait_for_file "$work/screenshots/screenshot0000.png" 10
 xdotool key --window "$win" grave
 sleep 0.5
-xdotool type --window "$win" --delay 40 "vidrestart"
-xdotool key --window "$win" Return
+type_line "vidrestart"
 sleep 0.3
 xdotool key --window "$win" grave
 sleep 1.5

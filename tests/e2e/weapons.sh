@@ -5,14 +5,10 @@
 # time, ammunition spent, targets destroyed and no missing media, and a
 # screenshot taken while the hook is out shows its rope.
 set -euo pipefail
-game_dir=$1
 source "$(dirname "$0")/lib.bash"
-work=$(make_game_copy "$game_dir")
-log="$work/outputlog.txt"
+use_game_copy "$1"
 
-cat > "$work/data/autoexec.txt" <<'SCRIPT'
-set movemode 2
-set sensitivity 1
+write_autoexec <<'SCRIPT'
 bind k listinventory
 bind l playerinfo
 bind p screenshot
