@@ -162,7 +162,10 @@ void Renderer::drawBody(Body& body)
     glTranslatef(body.renderpos.x, body.renderpos.y, body.renderpos.z + body.zShift);
     glRotatef(body.rotation * radiansToDegrees, 0.0f, 0.0f, 1.0f);
 
-    const bool textured = body.textured && !body.texture.empty();
+    // In the glow capture a body without glow only blacks out what is behind
+    // it; an opaque one does that whatever its texture, so none is sampled.
+    const bool blackOut = capturing && !body.hasGlow && frameReuse && isOpaque(body);
+    const bool textured = body.textured && !body.texture.empty() && !blackOut;
     if (textured) {
         setTexturing(true);
         setBlending(true);
