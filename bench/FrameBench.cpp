@@ -1,7 +1,9 @@
 // Whole frames on the real renderer (run under a display, e.g. xvfb-run, with
 // LP_NUM_THREADS=1 for the software rasteriser): the test level with its sky,
 // bodies and particles, with and without the glow pass, against an empty
-// frame (clear and swap) and a single full-screen textured additive quad.
+// frame (clear and swap) and a single full-screen textured additive quad;
+// then each shipped level where its player starts, as a count of those quads
+// ("BM_LevelFrame/<level>", quads=) and pass by pass ("BM_LevelPasses/<level>").
 // Run from the game directory or pass it in BQ_GAME_DIR.
 #include <benchmark/benchmark.h>
 
@@ -10,9 +12,11 @@
 
 #include <GL/gl.h>
 
-#include <chrono>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -132,19 +136,23 @@ void BM_EmptyFrame(benchmark::State& state)
 }
 BENCHMARK(BM_EmptyFrame)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
+// The unit frames are counted in: one textured, blended quad over the window.
+void drawFullScreenQuad(IRenderer& r)
+{
+    r.begin2D();
+    r.setTexturing(true);
+    r.setBlending(true);
+    r.setAdditiveBlend();
+    r.bindTexture("data/images/skyclouds.png");
+    r.setColour(255.0f, 255.0f, 255.0f, 128.0f);
+    r.drawQuad(0.0f, static_cast<float>(r.getHeight()), 0.0f, static_cast<float>(r.getWidth()),
+               static_cast<float>(r.getHeight()));
+    r.end2D();
+}
+
 void BM_FullScreenQuad(benchmark::State& state)
 {
-    rendererFrames(state, [](IRenderer& r) {
-        r.begin2D();
-        r.setTexturing(true);
-        r.setBlending(true);
-        r.setAdditiveBlend();
-        r.bindTexture("data/images/skyclouds.png");
-        r.setColour(255.0f, 255.0f, 255.0f, 128.0f);
-        r.drawQuad(0.0f, static_cast<float>(r.getHeight()), 0.0f, static_cast<float>(r.getWidth()),
-                   static_cast<float>(r.getHeight()));
-        r.end2D();
-    });
+    rendererFrames(state, drawFullScreenQuad);
 }
 BENCHMARK(BM_FullScreenQuad)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
@@ -224,28 +232,91 @@ BENCHMARK(BM_SkyFrame)
     ->MinTime(1.0);
 
 
+// Every shipped level by name, sorted, for the per-level frames below.
+const std::vector<std::string>& shippedLevels()
+{
+    static const std::vector<std::string> names = [] {
+        std::vector<std::string> found;
+        if (const char* dir = std::getenv("BQ_GAME_DIR"))
+            if (chdir(dir) != 0)
+                return found;
+        std::error_code error;
+        for (const auto& entry : std::filesystem::directory_iterator("maps", error))
+            if (entry.path().extension() == ".xml")
+                found.push_back(entry.path().stem().string());
+        std::sort(found.begin(), found.end());
+        return found;
+    }();
+    return names;
+}
+
+// All threads of this process, so llvmpipe's rasteriser counts and other
+// programs on a shared machine do not.
+double processSeconds()
+{
+    timespec t{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
+    return static_cast<double>(t.tv_sec) + 1e-9 * static_cast<double>(t.tv_nsec);
+}
+
+// A game frame of a level where its player starts, as the game runs it
+// (glow and reuse as configured), beside the full-screen quad frame measured
+// between its frames: "quads" is one in the other, in process CPU time.
+// Registered per level in main, as "BM_LevelFrame/<level>".
+void BM_LevelFrame(benchmark::State& state, const std::string& name)
+{
+    Game* game = gameOrSkip(state);
+    if (!game)
+        return;
+    game->loadLevel(name, "");
+    for (int i = 0; i < 60 && !Game::terminateRequested(); ++i) {
+        game->pumpEvents();
+        game->runFrame();
+    }
+    IRenderer& r = *game->getRenderer();
+    double level = 0.0, quad = 0.0;
+    for (auto _ : state) {
+        if (stopping(state))
+            break;
+        // llvmpipe draws when flushed: finish each frame so its work lands on it.
+        const double a = processSeconds();
+        game->pumpEvents();
+        game->runFrame();
+        glFinish();
+        const double b = processSeconds();
+        r.beginFrame();
+        drawFullScreenQuad(r);
+        r.endFrame();
+        glFinish();
+        level += b - a;
+        quad += processSeconds() - b;
+    }
+    state.counters["quads"] = quad > 0.0 ? level / quad : 0.0;
+    game->loadLevel("test", "");
+}
+
 // Where a frame of the test level goes, pass by pass: the same drawing as the
 // game's own frame, with glFinish after each pass so its cost lands on it.
-// Counters are milliseconds per frame.
+// Counters are milliseconds of process CPU time (rasteriser included) per frame.
 class PassTimer {
 public:
     explicit PassTimer(benchmark::State& s) : state(s) { restart(); }
     void restart()
     {
         glFinish();
-        last = std::chrono::steady_clock::now();
+        last = processSeconds();
     }
     void lap(const char* pass)
     {
         glFinish();
-        const auto now = std::chrono::steady_clock::now();
-        state.counters[pass] += std::chrono::duration<double, std::milli>(now - last).count();
+        const double now = processSeconds();
+        state.counters[pass] += 1000.0 * (now - last);
         last = now;
     }
 
 private:
     benchmark::State& state;
-    std::chrono::steady_clock::time_point last;
+    double last = 0.0;
 };
 
 void drawSkyLayers(IRenderer& r, BaseSky& sky, const Vector& camera, PassTimer& t)
@@ -289,13 +360,11 @@ void drawSkyLayers(IRenderer& r, BaseSky& sky, const Vector& camera, PassTimer& 
     t.lap("skyparticles");
 }
 
-void BM_FramePasses(benchmark::State& state)
+void framePasses(benchmark::State& state, Game* game, bool reuse)
 {
-    Game* game = gameOrSkip(state);
     if (!game || !game->getPlayer() || !game->getSkyManager()->getCurrentSky())
         return;
     setBloom(1);
-    const bool reuse = state.range(0) != 0;
     labelReuse(state, reuse);
     setReuse(*game, reuse);
     IRenderer& r = *game->getRenderer();
@@ -342,7 +411,24 @@ void BM_FramePasses(benchmark::State& state)
         counter.second = counter.second / static_cast<double>(state.iterations());
     setReuse(*game, true);
 }
+void BM_FramePasses(benchmark::State& state) { framePasses(state, gameOrSkip(state), state.range(0) != 0); }
 BENCHMARK(BM_FramePasses)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->MinTime(3.0);
+
+// The same for a shipped level where its player starts, frames kept as in play.
+// Registered per level in main, as "BM_LevelPasses/<level>".
+void BM_LevelPasses(benchmark::State& state, const std::string& name)
+{
+    Game* game = gameOrSkip(state);
+    if (!game)
+        return;
+    game->loadLevel(name, "");
+    for (int i = 0; i < 60 && !Game::terminateRequested(); ++i) {
+        game->pumpEvents();
+        game->runFrame();
+    }
+    framePasses(state, game, true);
+    game->loadLevel("test", "");
+}
 
 // The pictures the benchmarks time, as binary PPM files.
 void writeFrame(IRenderer& r, const std::string& path)
@@ -422,6 +508,13 @@ int writeShots(const std::string& dir)
         }
     }
     renderer->setFrameReuse(true);
+    game->loadSky("data/sky/default.xml");
+    // Each shipped level where its player starts, as BM_LevelFrame draws it.
+    for (const std::string& level : shippedLevels()) {
+        game->loadLevel(level, "");
+        shootScene(*game, *renderer, dir + "/map_" + level);
+    }
+    renderer->setFrameReuse(true);
     return 0;
 }
 
@@ -431,6 +524,16 @@ int main(int argc, char** argv)
 {
     if (const char* dir = std::getenv("BQ_FRAME_SHOTS"))
         return writeShots(dir);
+    for (const std::string& level : shippedLevels())
+        benchmark::RegisterBenchmark(("BM_LevelFrame/" + level).c_str(), BM_LevelFrame, level)
+            ->Unit(benchmark::kMillisecond)
+            ->MeasureProcessCPUTime()
+            ->MinTime(2.0);
+    for (const std::string& level : shippedLevels())
+        benchmark::RegisterBenchmark(("BM_LevelPasses/" + level).c_str(), BM_LevelPasses, level)
+            ->Unit(benchmark::kMillisecond)
+            ->MeasureProcessCPUTime()
+            ->MinTime(2.0);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;

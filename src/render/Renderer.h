@@ -173,7 +173,7 @@ private:
     void emitBeamQuad(float z, bool flip);
     // Pushes a matrix placing the body and sets texturing and blending for
     // it; true when it is drawn textured (its texture is the caller's to bind).
-    bool placeBody(const Body& body);
+    bool placeBody(const Body& body, bool untextured = false);
     // Triangle fan through the body's local vertices with their colours (and texture coordinates).
     void emitBodyPolygon(const Body& body, bool textured);
     // The debug label over a body when rbodystring is 1.

@@ -56,7 +56,8 @@ void Renderer::beginCapture()
 void Renderer::endCapture()
 {
     glBindTexture(GL_TEXTURE_2D, glowTexture);
-    glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 0, 0, glowWidth, glowHeight, 0);
+    // Into the storage made with the texture, not a new one every frame.
+    glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, glowWidth, glowHeight);
     clearGlowCorner();
     sumGlowCopies();
     glViewport(0, 0, width, height);

@@ -147,13 +147,13 @@ void Renderer::drawBodyString(Body& body, bool black)
     fontRenderer->drawText(body.renderpos.x, body.renderpos.y + 24.0f, text);
 }
 
-bool Renderer::placeBody(const Body& body)
+bool Renderer::placeBody(const Body& body, bool untextured)
 {
     constexpr float radiansToDegrees = 180.0f / 3.1415927f;
     glPushMatrix();
     glTranslatef(body.renderpos.x, body.renderpos.y, body.renderpos.z + body.zShift);
     glRotatef(body.rotation * radiansToDegrees, 0.0f, 0.0f, 1.0f);
-    const bool textured = body.textured && !body.texture.empty();
+    const bool textured = body.textured && !body.texture.empty() && !untextured;
     setTexturing(textured);
     setBlending(textured);
     if (textured)
@@ -171,7 +171,10 @@ void Renderer::drawBody(Body& body)
     }
     if (!body.visible)
         return;
-    const bool textured = placeBody(body);
+    // In the glow capture a body without glow only blacks out what is behind
+    // it; an opaque one does that whatever its texture, so none is sampled.
+    const bool blackOut = capturing && !body.hasGlow && frameReuse && isOpaque(body);
+    const bool textured = placeBody(body, blackOut);
     if (textured) {
         const bool clamp = body.drawsTextureOnce();
         if (varInt(cacheTextureIds) < 1) {

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <map>
 #include <optional>
 
@@ -48,6 +50,54 @@ int readNumberList(const char* text, float* out, int most)
     }
     return count;
 }
+
+// What fromString makes of "a,b,...": exactly `n` non-empty items, each
+// read as atof reads it, else nothing changes. Read in place, since a
+// string per item cost more than the parse of the file.
+bool readExactList(const char* text, float* out, int n)
+{
+    int items = 0;
+    for (const char* p = text; *p;) {
+        if (*p == ',') {
+            ++p;
+            continue;
+        }
+        ++items;
+        while (*p && *p != ',')
+            ++p;
+    }
+    if (items != n)
+        return false;
+    int i = 0;
+    for (const char* p = text; *p;) {
+        if (*p == ',') {
+            ++p;
+            continue;
+        }
+        out[i++] = static_cast<float>(std::strtod(p, nullptr));
+        while (*p && *p != ',')
+            ++p;
+    }
+    return true;
+}
+
+void readColour(const char* text, RGBAColour& colour)
+{
+    float c[4];
+    if (readExactList(text, c, 4))
+        colour.set(c[0], c[1], c[2], c[3]);
+}
+
+// The names readParams knows, in the order writeBody writes them, so a
+// search that starts after the last match usually hits at once.
+enum Param {
+    Targets, Solid, Entity, Outlined, OutlineColour, OutlineWidth, TexHScale, TexHShift, TexVScale,
+    TexVShift, TexRotate, Texture, Textured, Visible, ZShift, Mass, ParamCount
+};
+const char* const paramNames[ParamCount] = {"targets",   "solid",     "entity",    "outlined",
+                                            "outlinecolour", "outlinewidth", "texhscale", "texhshift",
+                                            "texvscale", "texvshift", "texrotate", "texture",
+                                            "textured",  "visible",   "z-shift",   "mass"};
 }
 
 LevelLoader::LevelLoader(Game& g, BodyFactory& f) : game(g), factory(f) {}
@@ -76,38 +126,51 @@ void LevelLoader::readParams(Body& body, const TiXmlElement* params)
         return;
     // A missing attribute keeps the field's default; one that is present
     // reads the plain way even when empty (numbers 0, flags false, text "").
-    // Each attribute is looked up once: levels have thousands of bodies.
+    // One walk over the attributes rather than a lookup per name: levels
+    // have thousands of bodies. TinyXML refuses duplicate names, so each
+    // name has at most one value.
+    const char* value[ParamCount] = {};
+    int next = 0;
+    for (const TiXmlAttribute* a = params->FirstAttribute(); a; a = a->Next())
+        for (int k = 0; k < ParamCount; ++k) {
+            const int i = (next + k) % ParamCount;
+            if (std::strcmp(a->Name(), paramNames[i]) == 0) {
+                value[i] = a->Value();
+                next = i + 1;
+                break;
+            }
+        }
     // "entity" is the exception: a missing one is false too.
-    if (const char* t = params->Attribute("targets"))
+    if (const char* t = value[Targets])
         body.targets = t;
-    if (const char* t = params->Attribute("solid"))
+    if (const char* t = value[Solid])
         body.solid = readBool(t);
-    body.entity = readBool(attributeText(params, "entity"));
-    if (const char* t = params->Attribute("outlined"))
+    body.entity = value[Entity] && readBool(value[Entity]);
+    if (const char* t = value[Outlined])
         body.outlined = readBool(t);
-    if (const char* t = params->Attribute("outlinecolour"))
-        body.outlineColour.fromString(t);
-    if (const char* t = params->Attribute("outlinewidth"))
+    if (const char* t = value[OutlineColour])
+        readColour(t, body.outlineColour);
+    if (const char* t = value[OutlineWidth])
         body.outlinewidth = std::clamp(readInt(t), 0, 64);
-    if (const char* t = params->Attribute("texhscale"))
+    if (const char* t = value[TexHScale])
         body.texhscale = readFloat(t);
-    if (const char* t = params->Attribute("texhshift"))
+    if (const char* t = value[TexHShift])
         body.texhshift = readFloat(t);
-    if (const char* t = params->Attribute("texvscale"))
+    if (const char* t = value[TexVScale])
         body.texvscale = readFloat(t);
-    if (const char* t = params->Attribute("texvshift"))
+    if (const char* t = value[TexVShift])
         body.texvshift = readFloat(t);
-    if (const char* t = params->Attribute("texrotate"))
+    if (const char* t = value[TexRotate])
         body.texrotate = readFloat(t);
-    if (const char* t = params->Attribute("texture"))
+    if (const char* t = value[Texture])
         body.setTexture(t);
-    if (const char* t = params->Attribute("textured"))
+    if (const char* t = value[Textured])
         body.textured = readBool(t);
-    if (const char* t = params->Attribute("visible"))
+    if (const char* t = value[Visible])
         body.visible = readBool(t);
-    if (const char* t = params->Attribute("z-shift"))
+    if (const char* t = value[ZShift])
         body.zShift = readFloat(t);
-    if (const char* t = params->Attribute("mass")) {
+    if (const char* t = value[Mass]) {
         const float mass = readFloat(t);
         if (mass <= 0.0000001f) {
             body.mass = 0.0f;
@@ -149,14 +212,18 @@ bool LevelLoader::readVertices(Body& body, const TiXmlElement* element)
             body.addVertex(origin.x, origin.y, origin.z);
 
             RGBAColour colour(255.0f, 255.0f, 255.0f, 255.0f);
-            if (hasValue(v, "colour"))
-                colour.fromString(attributeText(v, "colour"));
+            if (const char* text = v->Attribute("colour"))
+                readColour(text, colour);
             body.colours.push_back(colour);
 
             std::optional<TexCoord> coord;
-            if (v->Attribute("texcoords")) {
+            if (const char* text = v->Attribute("texcoords")) {
                 coord.emplace();
-                coord->fromString(attributeText(v, "texcoords"));
+                float uv[2];
+                if (readExactList(text, uv, 2)) {
+                    coord->u = uv[0];
+                    coord->v = uv[1];
+                }
             }
             coords.push_back(coord);
         }
@@ -243,6 +310,8 @@ void LevelLoader::loadObjects(const TiXmlElement* objects, bool skipEntities, bo
 
 bool LevelLoader::readLevelDocument(const std::string& path, TiXmlDocument& document) const
 {
+    // Rows and columns are for the level checker's reports, not for loading.
+    document.SetTabSize(0);
     if (ResourceManager::instance().loadDocument(document, resourcePath(path)) && document.RootElement())
         return true;
     std::printf("Could not load level file: %s\n", path.c_str());
