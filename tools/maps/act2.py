@@ -495,7 +495,8 @@ def blockyard():
     lv.ceiling(-32, 632, H)
     lv.block(-32, H + 64, 632, 1600, 'wall')
     lv.wall(600, 96, H)
-    lv.backdrop(0, 0, 600, H)
+    # From the rock at the west end, so no sky shows beside it.
+    lv.backdrop(-32, 0, 600, H)
     lv.spawn(40, 8)
     lv.sign(40, 150, 'THE BLOCK YARD', 14)
     lv.lamp(100, H - 6, 96)
