@@ -136,6 +136,13 @@ public:
     virtual void setQuit(bool q) { quitRequested = q; }
     virtual bool isQuitting() const { return quitRequested; }
     virtual void requestSave() { saveRequested = true; }
+    // A save the player did not ask for (a new adventure's first): no
+    // "Game saved" over the level's first message.
+    void requestQuietSave()
+    {
+        requestSave();
+        quietSavePending = true;
+    }
     // A checkpoint's save: the player's save as usual, remembered as the
     // place to come back to after a death in this level.
     virtual void requestCheckpointSave();
@@ -337,6 +344,7 @@ protected:
     // A checkpoint save or load is waiting for the next frame.
     bool checkpointSavePending = false;
     bool checkpointLoadPending = false;
+    bool quietSavePending = false;
     // The save written at the last checkpoint and its level ("" for none).
     std::string checkpointSave;
     std::string checkpointLevel;

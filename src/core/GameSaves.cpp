@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
+#include <utility>
 
 #include "console/Console.h"
 #include "console/ConsolePrint.h"
@@ -129,6 +130,7 @@ void Game::saveGame()
 {
     const bool forCheckpoint = checkpointSavePending;
     checkpointSavePending = false;
+    const bool quiet = std::exchange(quietSavePending, false);
     saveRequested = false;
     if (pendingSaveName.empty())
         pendingSaveName = "temp";
@@ -170,7 +172,8 @@ void Game::saveGame()
             checkpointLevel = currentLevel;
         }
         conPrint("Saved game: " + pendingSaveName);
-        hudMessage(gameplay.get(), "Game saved");
+        if (!quiet)
+            hudMessage(gameplay.get(), "Game saved");
     }
 
     tickTimer();

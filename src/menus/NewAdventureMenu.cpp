@@ -168,7 +168,7 @@ bool NewAdventureMenu::begin()
     game->setPendingSaveName(name);
     game->getInputManager().hideGUI();
     // The first save shows the first level; the opening story follows it.
-    game->requestSave();
+    game->requestQuietSave();
     if (!adventure.cutscene.empty())
         game->showCutsceneAfterSave(adventure.cutscene);
     return true;

@@ -34,7 +34,9 @@ std::string wholeSeconds(float ms)
 
 // Keeps a message whole on screen: as near its preferred x as fits, and
 // wrapped over the window's width when one line cannot hold it.
-void placeMessage(TextHudItem& item, FontRenderer& font, int preferredX, int screenWidth)
+// Keeps the text right of `left` (the status column beside the message line)
+// unless that leaves too little room to read it.
+void placeMessage(TextHudItem& item, FontRenderer& font, int preferredX, int screenWidth, int left = 0)
 {
     constexpr int margin = 8;
     if (!font.selectFont("vera", item.fontSize))
@@ -43,10 +45,11 @@ void placeMessage(TextHudItem& item, FontRenderer& font, int preferredX, int scr
     font.setScale(item.scale);
     const int width = static_cast<int>(TextFit::drawnWidth(font, item.text)) + 1;
     font.setScale(old);
-    const int room = screenWidth - 2 * margin;
+    const int start = screenWidth - left - margin >= screenWidth / 2 ? std::max(margin, left) : margin;
+    const int room = screenWidth - start - margin;
     item.wrap = width > room;
     item.pixelWidth = item.wrap ? room : 0;
-    item.pixelX = item.wrap ? margin : std::max(margin, std::min(preferredX, screenWidth - width - margin));
+    item.pixelX = item.wrap ? start : std::max(start, std::min(preferredX, screenWidth - width - margin));
 }
 }
 
@@ -106,10 +109,11 @@ void GameHUD::createItems()
         item->glowSteps = steps;
         item->glowAlphaStep = 150;
         item->visible = false;
+        return item;
     };
     bar(5, 470, 10, 50, "iconbgleft", 2, true);
     bar(15, 470, 100, 50, "iconbgcentre", 2, false);
-    bar(115, 470, 10, 50, "iconbgright", 2, true);
+    statusColumnEnd = bar(115, 470, 10, 50, "iconbgright", 2, true);
 
     // The status column: each row 20-24 units below the one above.
     int iconY = 462;
@@ -564,7 +568,8 @@ void GameHUD::draw(IRenderer* renderer, float frameTime)
     // them in so they stay whole.
     if (FontRenderer* font = renderer->getFontRenderer()) {
         if (messageLine && messageLine->visible)
-            placeMessage(*messageLine, *font, weaponIcon ? weaponIcon->pixelX : 0, screenWidth);
+            placeMessage(*messageLine, *font, weaponIcon ? weaponIcon->pixelX : 0, screenWidth,
+                         statusColumnEnd ? statusColumnEnd->pixelX + statusColumnEnd->pixelWidth : 0);
         if (positionedMessage && positionedMessage->visible)
             placeMessage(*positionedMessage, *font, positionedX, screenWidth);
     }

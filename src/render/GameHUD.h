@@ -105,6 +105,9 @@ public:
     ImageHudItem* raceIcon = nullptr;
     TextHudItem* raceValue = nullptr;
     ImageHudItem* weaponIcon = nullptr;
+    // The right end of the status column (health, armour, swarm): long
+    // messages keep clear of it.
+    ImageHudItem* statusColumnEnd = nullptr;
     TextHudItem* weaponName = nullptr;
     TextHudItem* ammoValue = nullptr;
     // Seconds until a slow weapon can fire again; hidden when it can.

@@ -226,7 +226,7 @@ def foundrygates():
         lv.effect(x + 24, 1200, 'smoke')
     # The wall walk and the kennel behind its shutter.
     # The walk stops short of the wall: the way down to the winch, walled in
-    # until the locker opens.
+    # until the locker opens through to the yard.
     lv.block(1940, 184, 2336, 200, 'deck')
     for x in (1960, 2380):
         lv.detail(x, 0, x + 8, 184, 'metal1')
@@ -244,10 +244,11 @@ def foundrygates():
     lv.block(1300, 300, 1700, 320, 'beam')
     lv.block(1500, 280, 1560, 300, 'deck')
 
-    # The supply locker under the wall walk.
+    # The supply locker under the wall walk. It opens at both ends: into the
+    # yard, and into the winch bay where the player is holding out.
     lv.block(2040, 120, 2256, 184, 'wall')
-    lv.wall(2224, 0, 120)
     lv.alphadoor('locker', 2040, 0, 2056, 120, texture='techpanel2')
+    lv.alphadoor('locker_bay', 2224, 0, 2256, 120, texture='techpanel2')
     lv.backdrop(2056, 0, 2224, 120)
     lv.pickup('armour', 2080, 0)
     lv.pickup('health', 2120, 0)
@@ -276,7 +277,7 @@ def foundrygates():
     lv.block(1310, 280, 1370, 300, 'deck')
     lv.lamp(1318, 274, 48)
     for idname, text in (('wave2_msg', 'Shotgun drones from the crane'),
-                         ('locker_msg', 'The supply locker under the wall walk is open'),
+                         ('locker_msg', 'The supply locker by the winch is open'),
                          ('wave3_msg', 'The kennel shutter is up!'),
                          ('wave4_msg', 'Last wave: heavy guns'),
                          ('gate_msg', 'The gate is up: into the foundry')):
@@ -301,7 +302,7 @@ def foundrygates():
 GATE_WAVE_EVENTS = [
     (1000, 'hatch_a'), (3000, 'hatch_b'),
     (25000, 'wave2_msg'), (25000, 'hatch_c'),
-    (40000, 'locker'), (40000, 'locker_msg'),
+    (40000, 'locker'), (40000, 'locker_bay'), (40000, 'locker_msg'),
     (50000, 'wave3_msg'), (50000, 'kennel'), (52000, 'hatch_d'),
     (75000, 'wave4_msg'), (75000, 'hatch_e'), (77000, 'hatch_f'),
     (105000, 'gate'), (105000, 'gate_steam'), (105000, 'gate_msg'),
@@ -426,14 +427,18 @@ def foundryfloor():
     lv.ground(2800, 3700, -96, surface=False)
     lv.lava(2880, 3264, -96, -40)
     lv.lava(3336, 3700, -96, -40)
-    # A step out of each pool, clear of the shuttles' ends.
-    lv.stairs(2960, -96, 4, direction=-1, rise=16, run=20)
+    # A step out of each pool, clear of the shuttles' ends: under a shuttle
+    # at rest the top step is a slot with no way up. From the top step by a
+    # shuttle's home a jump lands on its deck.
+    lv.stairs(3024, -96, 4, direction=-1, rise=16, run=20)
     lv.stairs(3620, -96, 4, rise=16, run=20)
     lv.stairs(3184, -96, 4, rise=16, run=20)
-    lv.stairs(3416, -96, 4, direction=-1, rise=16, run=20)
+    lv.stairs(3480, -96, 4, direction=-1, rise=16, run=20)
     lv.pickup('health', 3290, 0)
-    lv.block(3264, -96, 3336, 0, 'wall')
-    lv.hazard_strip(3264, 3336, 0, 4)
+    # The strip is flush with the decks: stepping down off a raised edge
+    # sets the shuttle off before the player lands, and it leaves them behind.
+    lv.block(3264, -96, 3336, -4, 'wall')
+    lv.hazard_strip(3264, 3336, -4, 4)
     lv.platform('shuttle_2', 2880, -8, 2944, 0, (320, 0), speed=80, timeopen=2000)
     lv.platform('shuttle_3', 3336, -8, 3400, 0, (300, 0), speed=80, timeopen=2000)
     lv.ground(2800, 2880, 0)
@@ -490,7 +495,8 @@ def blockyard():
     lv.ceiling(-32, 632, H)
     lv.block(-32, H + 64, 632, 1600, 'wall')
     lv.wall(600, 96, H)
-    lv.backdrop(0, 0, 600, H)
+    # From the rock at the west end, so no sky shows beside it.
+    lv.backdrop(-32, 0, 600, H)
     lv.spawn(40, 8)
     lv.sign(40, 150, 'THE BLOCK YARD', 14)
     lv.lamp(100, H - 6, 96)

@@ -203,7 +203,9 @@ def rooftops():
     lv.spawn(3900, 8, 'finish_line')
     post(lv, 'raceend', 3960, 0, 'finish', {'startbody': 'race', 'targettime': '60', 'untriggertimer': '3000'})
     teleporter(lv, 4300, 240, 'startline')
-    lv.sign(3990, 110, 'TOO LATE? HOOK UP TO THE PAD: BACK TO THE START', 10)
+    # Three short lines: one long one ran on over the hatch and its sign.
+    for i, line in enumerate(('TOO LATE? HOOK UP', 'TO THE PAD: BACK', 'TO THE START')):
+        lv.sign(3980, 150 - 16 * i, line, 10)
     lv.room(4232, 4448, 0, 176, doors=(64, 0))
     lv.door('hatch', 4200, 0, 4232, 64, lift=64, speed=96, timeopen=60000)
     lv.lamp(4180, 70, 64)
