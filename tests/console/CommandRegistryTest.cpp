@@ -1,9 +1,5 @@
 #include "console/RegistryFixture.h"
 
-#include <vector>
-
-using Calls = std::vector<std::string>;
-
 class CommandRegistryTest : public RegistryFixture {};
 
 TEST_F(CommandRegistryTest, WordsSplitOnBlanksOnly)
@@ -43,51 +39,33 @@ TEST_F(CommandRegistryTest, FirstRegistrationWinsAndNamesAreCaseInsensitive)
     EXPECT_NE(CommandRegistry::instance().findCommand("LISTCMDS"), nullptr);
 }
 
-TEST_F(CommandRegistryTest, SemicolonsSplitCommandsAndCommentsEndThem)
+TEST_F(CommandRegistryTest, TextSplitsIntoCallsAtSemicolonsAndStopsAtComments)
 {
-    run("rec a;rec b//rec c;rec d");
-    EXPECT_EQ(calls, (Calls{"rec|a", "rec|b"}));
-
-    calls.clear();
-    run("r/*x;y*/ec 1;rec 2");  // the block comment joins "r" and "ec"
-    EXPECT_EQ(calls, (Calls{"rec|1", "rec|2"}));
-
-    calls.clear();
-    run("rec 1/*/;rec 2");  // "/*/" opens and closes at once
-    EXPECT_EQ(calls, (Calls{"rec|1", "rec|2"}));
-
-    calls.clear();
-    run("rec 1;rec 2/* never closed; rec 3");
-    EXPECT_EQ(calls, (Calls{"rec|1", "rec|2"}));
-
-    calls.clear();
-    run("rec 1/**/");  // a comment at the very end
-    EXPECT_EQ(calls, (Calls{"rec|1"}));
-
-    calls.clear();
-    run(" \t\n rec 1 ;; ;rec 2\n\t ");
-    EXPECT_EQ(calls, (Calls{"rec|1", "rec|2"}));
-}
-
-TEST_F(CommandRegistryTest, BindTextIsOneCommand)
-{
-    std::string bound;
-    registerCommand("bind a key", "bind", [&] { bound = CommandRegistry::instance().argumentLine; });
-    run("bind p pause; quit");
-    EXPECT_EQ(bound, "p pause; quit");
-    EXPECT_TRUE(calls.empty());
-
-    // Only a leading "bind " switches the mode.
-    run("rec x; bind q rec; rec y");
-    EXPECT_EQ(bound, "q rec");
-    EXPECT_EQ(calls, (Calls{"rec|x", "rec|y"}));
-}
-
-TEST_F(CommandRegistryTest, UnknownCommandIsLoggedAndTheRestRuns)
-{
-    const std::string out = run("nosuch 1;rec after");
-    EXPECT_NE(out.find("Unknown Command: nosuch\n"), std::string::npos) << out;
-    EXPECT_EQ(calls, (Calls{"rec|after"}));
+    record("bind");
+    registerCommand("nested", "outer", [] { CommandRegistry::instance().execute("rec inner;rec inner2"); });
+    const struct {
+        const char* text;
+        Calls expected;
+    } cases[] = {
+        {"rec a;rec b//rec c;rec d", {"rec|a", "rec|b"}},
+        {"r/*x;y*/ec 1;rec 2", {"rec|1", "rec|2"}},  // the block comment joins "r" and "ec"
+        {"rec 1/*/;rec 2", {"rec|1", "rec|2"}},      // "/*/" opens and closes at once
+        {"rec 1;rec 2/* never closed; rec 3", {"rec|1", "rec|2"}},
+        {"rec 1/**/", {"rec|1"}},
+        {" \t\n rec 1 ;; ;rec 2\n\t ", {"rec|1", "rec|2"}},
+        // Bound text is one command, but only after a leading "bind ".
+        {"bind p pause; quit", {"bind|p|pause;|quit"}},
+        {"rec x; bind q rec; rec y", {"rec|x", "bind|q|rec", "rec|y"}},
+        {"nosuch 1;rec after", {"rec|after"}},
+        // A command may run text while it runs.
+        {"outer;rec last", {"rec|inner", "rec|inner2", "rec|last"}},
+    };
+    for (const auto& c : cases) {
+        run(c.text);
+        EXPECT_EQ(takeCalls(), c.expected) << c.text;
+    }
+    EXPECT_EQ(CommandRegistry::instance().pendingText, "");
+    EXPECT_NE(run("nosuch 1").find("Unknown Command: nosuch\n"), std::string::npos);
 }
 
 TEST_F(CommandRegistryTest, TypingAVariableNameReadsOrSetsIt)
@@ -97,14 +75,6 @@ TEST_F(CommandRegistryTest, TypingAVariableNameReadsOrSetsIt)
     run("gravity 5 6");
     EXPECT_EQ(findVar("gravity")->stringValue, "5");
     EXPECT_EQ(findVar("gravity")->intValue, 5);
-}
-
-TEST_F(CommandRegistryTest, CommandsMayRunTextWhileRunning)
-{
-    registerCommand("nested", "outer", [] { CommandRegistry::instance().execute("rec inner;rec inner2"); });
-    run("outer;rec last");
-    EXPECT_EQ(calls, (Calls{"rec|inner", "rec|inner2", "rec|last"}));
-    EXPECT_EQ(CommandRegistry::instance().pendingText, "");
 }
 
 TEST_F(CommandRegistryTest, ClearCommandsEmptiesTheTable)

@@ -1,53 +1,25 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 
-#include "console/CommandRegistry.h"
-#include "console/Console.h"
-#include "console/VariableRegistry.h"
-#include "core/Game.h"
-#include "render/NullRenderer.h"
-#include "sound/NullSound.h"
+#include "console/RegistryFixture.h"
 
 namespace {
-class ConsoleTest : public ::testing::Test {
+class ConsoleTest : public HeadlessGameFixture {
 protected:
     void SetUp() override
     {
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
-        CommandRegistry::instance().registerCommands();
-        VariableRegistry::instance().registerCommands();
+        HeadlessGameFixture::SetUp();
         createVar("con_colour", "10,20,30,200", "");
         createVar("con_height", "0.5", "");
         createVar("con_showWarnings", "1", "");
         createVar("con_showDebug", "0", "");
         console().init();
     }
-    void TearDown() override
-    {
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
-    }
-    Console& console() { return *game.getConsole(); }
     void type(const std::string& text)
     {
         for (char c : text)
             console().keyDown(c, c, std::string(1, c));
     }
     void key(const std::string& name) { console().keyDown(0, 0, name); }
-    std::vector<std::string> texts() const
-    {
-        std::vector<std::string> out;
-        for (const auto& line : game.getConsole()->getLines())
-            out.push_back(line->text);
-        return out;
-    }
-
-    Game game{std::make_unique<NullRenderer>(), std::make_unique<NullSound>()};
 };
 }
 
@@ -147,12 +119,14 @@ TEST_F(ConsoleTest, TypingEditingAndTheLengthLimit)
 
 TEST_F(ConsoleTest, SubmitEchoesRunsAndRemembersEvenEmptyLines)
 {
+    key("up");  // empty history: nothing happens
+    EXPECT_EQ(console().getInput(), "");
     type("set gravity 9");
     key("return");
     EXPECT_EQ(findVar("gravity")->stringValue, "9");
-    EXPECT_EQ(texts().back(), "set gravity 9");
+    EXPECT_EQ(consoleLines().back(), "set gravity 9");
     key("kp_enter");
-    EXPECT_EQ(texts().back(), "");
+    EXPECT_EQ(consoleLines().back(), "");
     EXPECT_EQ(console().getHistory(), (std::vector<std::string>{"set gravity 9", ""}));
     EXPECT_EQ(console().getHistoryCursor(), 2);
     EXPECT_EQ(console().getInput(), "");
@@ -160,8 +134,6 @@ TEST_F(ConsoleTest, SubmitEchoesRunsAndRemembersEvenEmptyLines)
 
 TEST_F(ConsoleTest, HistoryWalksBackAndForward)
 {
-    key("up");  // empty history: nothing happens
-    EXPECT_EQ(console().getInput(), "");
     for (const char* line : {"one", "two", "three"}) {
         type(line);
         key("return");
@@ -188,7 +160,7 @@ TEST_F(ConsoleTest, CompletionListsMatchesAndTakesTheShortestName)
     EXPECT_EQ(console().getMatchCount(), 4);
     EXPECT_EQ(console().getCompletion(), "con_colour");  // shortest, first in name order
     EXPECT_EQ(console().getInput(), "con_colour ");
-    const auto lines = texts();
+    const auto lines = consoleLines();
     const std::vector<std::string> expected = {
         "    Auto Complete For:  con_", "    Commands:",      "    Variables:",
         "    con_colour",               "    con_height",     "    con_showdebug",
@@ -199,67 +171,61 @@ TEST_F(ConsoleTest, CompletionListsMatchesAndTakesTheShortestName)
     type("cond");
     key("tab");
     EXPECT_EQ(console().getInput(), "condump ");
-    EXPECT_EQ(texts()[texts().size() - 2], "    1 Match For: cond");
+    EXPECT_EQ(consoleLines()[consoleLines().size() - 2], "    1 Match For: cond");
 
     console().clearInput();
-    const size_t before = texts().size();
+    const size_t before = consoleLines().size();
     type("zzz");
     key("tab");
     EXPECT_EQ(console().getMatchCount(), 0);
     EXPECT_EQ(console().getInput(), "zzz");
-    EXPECT_EQ(texts().size(), before);
+    EXPECT_EQ(consoleLines().size(), before);
 }
 
 TEST_F(ConsoleTest, DumpWritesEveryLineBetweenHeaderAndFooter)
 {
-    namespace fs = std::filesystem;
-    const fs::path file = fs::temp_directory_path() / "bq_condump_test.txt";
+    TempDir dir;
     console().print("first");
     console().printDebug("hidden on screen, kept in the dump");
-    CommandRegistry::instance().execute("condump " + file.string());
-    std::ifstream in(file);
-    std::stringstream text;
-    text << in.rdbuf();
-    const std::string dump = text.str();
+    run("condump dump.txt");
+    const std::string dump = TempDir::read("dump.txt");
     ASSERT_EQ(dump.rfind("=== BEGINNING OF CONSOLE DUMP ===\nTimeStamp: ", 0), 0u) << dump;
-    const size_t body = dump.find("\n\n\nfirst\n");
-    ASSERT_NE(body, std::string::npos) << dump;
+    ASSERT_NE(dump.find("\n\n\nfirst\n"), std::string::npos) << dump;
     EXPECT_NE(dump.find("first\nhidden on screen, kept in the dump\n\n\n=== END"), std::string::npos);
     EXPECT_EQ(dump.substr(dump.size() - 31), "\n\n\n=== END OF CONSOLE DUMP ===\n");
-    fs::remove(file);
 
     EXPECT_FALSE(console().dump("/nonexistent-dir/x/condump.txt"));
 }
 
 TEST_F(ConsoleTest, ConsoleCommands)
 {
-    CommandRegistry::instance().execute("tester");
-    auto lines = texts();
+    run("tester");
+    auto lines = consoleLines();
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[0], "Warning: test warning");
     EXPECT_TRUE(console().getLines()[1]->flags.hasFlag(ConLine::Debug));
 
-    CommandRegistry::instance().execute("time");
-    EXPECT_EQ(texts().back().size(), 24u);  // "Wed Jun 30 21:49:08 1993"
+    run("time");
+    EXPECT_EQ(consoleLines().back().size(), 24u);  // "Wed Jun 30 21:49:08 1993"
 
-    CommandRegistry::instance().execute("clear");
+    run("clear");
     EXPECT_TRUE(console().getLines().empty());
     console().print("after clear");
     EXPECT_EQ(console().getScrollLine(), console().getLastLine());
 
-    CommandRegistry::instance().execute("echo  two   words");
-    EXPECT_EQ(texts().back(), "two words");
+    run("echo  two   words");
+    EXPECT_EQ(consoleLines().back(), "two words");
     createVar("sensitivity", "1.5", "How far the cursor moves with the mouse");
-    CommandRegistry::instance().execute("help sensitivity");
-    EXPECT_EQ(texts().back(), "sensitivity = 1.5 : How far the cursor moves with the mouse");
-    CommandRegistry::instance().execute("help condump");
-    EXPECT_EQ(texts().back(), "condump : Dump the console");
-    CommandRegistry::instance().execute("help nosuchthing");
-    EXPECT_EQ(texts().back(), "No command or variable called nosuchthing");
+    run("help sensitivity");
+    EXPECT_EQ(consoleLines().back(), "sensitivity = 1.5 : How far the cursor moves with the mouse");
+    run("help condump");
+    EXPECT_EQ(consoleLines().back(), "condump : Dump the console");
+    run("help nosuchthing");
+    EXPECT_EQ(consoleLines().back(), "No command or variable called nosuchthing");
 
-    EXPECT_FALSE(game.isQuitting());
-    CommandRegistry::instance().execute("QUIT");
-    EXPECT_TRUE(game.isQuitting());
+    EXPECT_FALSE(game->isQuitting());
+    run("QUIT");
+    EXPECT_TRUE(game->isQuitting());
 }
 
 TEST_F(ConsoleTest, BandHeightIsClamped)

@@ -1,12 +1,16 @@
 #pragma once
 // A fresh scratch directory that the test runs in: created under /tmp, made
-// the working directory, and removed with its contents afterwards.
+// the working directory, and removed with its contents afterwards. Beside it,
+// the two things tests that write files most often need: reading one back
+// whole and catching what the code under test prints.
 #include <gtest/gtest.h>
 
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <sstream>
 #include <string>
 
 class TempDir {
@@ -48,8 +52,28 @@ public:
         return std::system(command.c_str()) == 0;
     }
 
+    // The whole of a file; "" when it cannot be read.
+    static std::string read(const std::string& name)
+    {
+        std::ifstream in(name, std::ios::binary);
+        std::ostringstream bytes;
+        bytes << in.rdbuf();
+        return bytes.str();
+    }
+
     std::string path;
 
 private:
     std::string previous;
 };
+
+// Runs `body` and returns what it wrote to standard output.
+template <class F>
+std::string stdoutOf(F body)
+{
+    std::fflush(stdout);
+    ::testing::internal::CaptureStdout();
+    body();
+    std::fflush(stdout);
+    return ::testing::internal::GetCapturedStdout();
+}
