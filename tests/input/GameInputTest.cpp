@@ -3,71 +3,33 @@
 
 #include <SDL.h>
 
-#include <cstdlib>
 #include <fstream>
+#include <map>
 #include <sstream>
-#include <string>
-#include <vector>
 
-#include "console/CommandRegistry.h"
-#include "console/Console.h"
-#include "console/VariableRegistry.h"
-#include "core/Game.h"
+#include "console/RegistryFixture.h"
 #include "input/GameInput.h"
-#include "render/NullRenderer.h"
-#include "sound/NullSound.h"
 
 namespace {
 // A headless game whose "game" target is a GameInput, with recording
-// commands "+hold"/"-hold", "+fire"/"-fire" and "say".
-class GameInputTest : public ::testing::Test {
+// commands "+hold"/"-hold", "+fire"/"-fire", "say" and "pause".
+class GameInputTest : public HeadlessGameFixture {
 protected:
     void SetUp() override
     {
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
-        CommandRegistry::instance().registerCommands();
-        VariableRegistry::instance().registerCommands();
+        HeadlessGameFixture::SetUp();
         for (const char* name : {"+hold", "-hold", "+fire", "-fire", "say", "pause"})
-            registerCommand("records the call", name, [this] {
-                const CommandRegistry& r = CommandRegistry::instance();
-                std::string call = r.commandName;
-                for (const std::string& a : r.arguments)
-                    call += " " + a;
-                calls.push_back(call);
-            });
-        game.installGameInput(std::make_unique<GameInput>());
-        game.getInputManager().setTarget("game");
+            record(name);
+        game->installGameInput(std::make_unique<GameInput>());
+        game->getInputManager().setTarget("game");
     }
-    void TearDown() override
-    {
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
-    }
-    GameInput& input() { return *game.getGameInput(); }
-    void run(const std::string& text) { CommandRegistry::instance().execute(text); }
-    std::string quietly(const std::string& text)
-    {
-        testing::internal::CaptureStdout();
-        run(text);
-        return testing::internal::GetCapturedStdout();
-    }
+    GameInput& input() { return *game->getGameInput(); }
     // Presses and releases a key by name, as the input manager would.
     void tap(const std::string& key)
     {
         input().keyDown(0, 0, key);
         input().keyUp(0, 0, key);
     }
-    std::vector<std::string> consoleText() const
-    {
-        std::vector<std::string> out;
-        for (const auto& line : game.getConsole()->getLines())
-            out.push_back(line->text);
-        return out;
-    }
-
-    Game game{std::make_unique<NullRenderer>(), std::make_unique<NullSound>()};
-    std::vector<std::string> calls;
 };
 }
 
@@ -78,34 +40,31 @@ TEST_F(GameInputTest, BindFoldsCaseOfKeyAndCommand)
     run("bind p SAY Hello   World");
     EXPECT_EQ(input().getBindings().at("p"), "say hello world");
     input().keyDown(SDLK_p, 'P', "P");
-    EXPECT_EQ(calls, (std::vector<std::string>{"say hello world"}));
-}
+    input().keyUp(SDLK_p, 'P', "P");
+    EXPECT_EQ(takeCalls(), (Calls{"say|hello|world"}));
 
-TEST_F(GameInputTest, BoundTextKeepsItsSemicolonsAndRunsWhole)
-{
+    // Bound text keeps its semicolons and runs whole.
     run("bind p say one; say two");
-    EXPECT_TRUE(calls.empty());  // binding runs nothing
+    EXPECT_TRUE(calls.empty());
     EXPECT_EQ(input().getBinding("p"), "say one; say two");
     tap("p");
-    EXPECT_EQ(calls, (std::vector<std::string>{"say one", "say two"}));
+    EXPECT_EQ(calls, (Calls{"say|one", "say|two"}));
 }
 
 TEST_F(GameInputTest, ReleaseRunsOnlyPlusSegmentsAsMinus)
 {
     run("bind a +hold;+fire 3;say x");
     input().keyDown(0, 0, "a");
-    EXPECT_EQ(calls, (std::vector<std::string>{"+hold", "+fire 3", "say x"}));
-    calls.clear();
+    EXPECT_EQ(takeCalls(), (Calls{"+hold", "+fire|3", "say|x"}));
     input().keyUp(0, 0, "a");
-    EXPECT_EQ(calls, (std::vector<std::string>{"-hold", "-fire 3"}));
+    EXPECT_EQ(takeCalls(), (Calls{"-hold", "-fire|3"}));
 
     // A segment with a leading blank is not a "+" segment on release.
-    calls.clear();
     run("bind b +hold; +fire");
     tap("b");
-    EXPECT_EQ(calls, (std::vector<std::string>{"+hold", "+fire", "-hold"}));
+    EXPECT_EQ(calls, (Calls{"+hold", "+fire", "-hold"}));
 
-    EXPECT_EQ(GameInput::releaseCommands("+a;;+b;c;+"), (std::vector<std::string>{"-a", "-b", "-"}));
+    EXPECT_EQ(GameInput::releaseCommands("+a;;+b;c;+"), (Calls{"-a", "-b", "-"}));
     EXPECT_TRUE(GameInput::releaseCommands("").empty());
 }
 
@@ -117,7 +76,7 @@ TEST_F(GameInputTest, AHeldKeysRepeatedPressesRunItsBindingOnce)
         input().keyDown(0, 0, "f12");
     input().keyUp(0, 0, "f12");
     input().keyDown(0, 0, "F12");
-    EXPECT_EQ(calls, (std::vector<std::string>{"say shot", "say shot"}));
+    EXPECT_EQ(calls, (Calls{"say|shot", "say|shot"}));
     // Losing the input forgets what was held: the next press counts.
     input().deactivate();
     input().keyDown(0, 0, "f12");
@@ -126,23 +85,17 @@ TEST_F(GameInputTest, AHeldKeysRepeatedPressesRunItsBindingOnce)
 
 TEST_F(GameInputTest, MouseButtonsAndWheelBindLikeKeys)
 {
-    run("bind mouse1 +hold");
-    run("bind MOUSE2 +fire 1");
-    run("bind mwheelup say up");
-    run("bind mwheeldown say down");
-    run("bind mouse3 say middle");
-    auto click = [&](int button) {
-        game.getInputManager().mouseButtonDown(5, 5, button);
-        game.getInputManager().mouseButtonUp(5, 5, button);
-    };
-    click(SDL_BUTTON_LEFT);
-    click(SDL_BUTTON_RIGHT);
-    click(SDL_BUTTON_MIDDLE);
-    click(SDL_BUTTON_WHEELUP);
-    click(SDL_BUTTON_WHEELDOWN);
-    click(9);  // unnamed: nothing
-    EXPECT_EQ(calls, (std::vector<std::string>{"+hold", "-hold", "+fire 1", "-fire 1", "say middle",
-                                               "say up", "say down"}));
+    for (const char* line :
+         {"bind mouse1 +hold", "bind MOUSE2 +fire 1", "bind mwheelup say up", "bind mwheeldown say down",
+          "bind mouse3 say middle"})
+        run(line);
+    // The last button has no name: nothing.
+    for (int button :
+         {SDL_BUTTON_LEFT, SDL_BUTTON_RIGHT, SDL_BUTTON_MIDDLE, SDL_BUTTON_WHEELUP, SDL_BUTTON_WHEELDOWN, 9}) {
+        game->getInputManager().mouseButtonDown(5, 5, button);
+        game->getInputManager().mouseButtonUp(5, 5, button);
+    }
+    EXPECT_EQ(calls, (Calls{"+hold", "-hold", "+fire|1", "-fire|1", "say|middle", "say|up", "say|down"}));
     EXPECT_EQ(input().mouseName(9), "");
 }
 
@@ -155,9 +108,9 @@ TEST_F(GameInputTest, UnbindKeepsTheKeyWithAnEmptyCommand)
     EXPECT_TRUE(calls.empty());
     ASSERT_EQ(input().getBindings().count("p"), 1u);
 
-    game.getConsole()->clearInput();
+    game->getConsole()->clearInput();
     run("listbinds");
-    const std::vector<std::string> text = consoleText();
+    const std::vector<std::string> text = consoleLines();
     ASSERT_GE(text.size(), 2u);
     EXPECT_EQ(text[text.size() - 2], "    Key Bindings");
     EXPECT_EQ(text.back(), "    k is say hi");
@@ -180,7 +133,7 @@ TEST_F(GameInputTest, BindQueriesAndUsage)
     run("bind q");
     run("unbind");
     run("bind unbound say never");
-    EXPECT_EQ(consoleText(), (std::vector<std::string>{"Usage: bind <key> <command>", "e.g.: bind p pause",
+    EXPECT_EQ(consoleLines(), (std::vector<std::string>{"Usage: bind <key> <command>", "e.g.: bind p pause",
                                                         "x is unbound", "q is say it", "Usage: unbind <key>",
                                                         "e.g.: unbind p"}));
     EXPECT_EQ(input().getBindings().count("unbound"), 0u);
@@ -204,11 +157,11 @@ TEST_F(GameInputTest, WrittenBindingsRestoreTheSameBindings)
     std::ostringstream out;
     input().writeBindings(out);
 
-    game.installGameInput(std::make_unique<GameInput>());
+    game->installGameInput(std::make_unique<GameInput>());
     std::istringstream lines(out.str());
     for (std::string line; std::getline(lines, line);)
         run(line);
-    EXPECT_EQ(game.getGameInput()->getBindings(),
+    EXPECT_EQ(game->getGameInput()->getBindings(),
               (std::map<std::string, std::string>{{"a", "+hold;+fire 2"}, {";", "say semi"}, {"p", "say a; say b"}}));
 }
 
@@ -216,7 +169,7 @@ TEST_F(GameInputTest, VirtualCursorFollowsScaledMotionAndStaysOnScreen)
 {
     setVar("sensitivity", "2");
     input().init();  // picks the variable up
-    InputManager& manager = game.getInputManager();
+    InputManager& manager = game->getInputManager();
     manager.mouseMotion(300, 200, 10, 5);
     EXPECT_FLOAT_EQ(input().getMouseX(), 20.0f);
     EXPECT_FLOAT_EQ(input().getMouseY(), 10.0f);
@@ -237,16 +190,16 @@ TEST_F(GameInputTest, VirtualCursorFollowsScaledMotionAndStaysOnScreen)
 
 TEST_F(GameInputTest, KeysReachBindingsOnlyWhileTheGameHasTheInput)
 {
-    ASSERT_TRUE(game.getInputManager().loadKeyNames(testSourceDir() + "/data/keymaps.xml"));
+    ASSERT_TRUE(game->getInputManager().loadKeyNames(testSourceDir() + "/data/keymaps.xml"));
     run("bind k say k");
-    InputManager& manager = game.getInputManager();
+    InputManager& manager = game->getInputManager();
     manager.keyEvent(true, SDLK_k, 'k');
     manager.keyUp(SDLK_k);
     manager.keyEvent(true, SDLK_BACKQUOTE, '`');  // console opens
     manager.keyEvent(true, SDLK_k, 'k');
     manager.keyEvent(true, SDLK_BACKQUOTE, '`');  // and closes
     manager.keyEvent(true, SDLK_k, 'k');
-    EXPECT_EQ(calls, (std::vector<std::string>{"say k", "say k"}));
+    EXPECT_EQ(calls, (Calls{"say|k", "say|k"}));
 }
 
 TEST_F(GameInputTest, ShippedDefaultsBindTheControlsAPlayerExpects)
@@ -255,30 +208,18 @@ TEST_F(GameInputTest, ShippedDefaultsBindTheControlsAPlayerExpects)
     ASSERT_TRUE(file.good());
     for (std::string line; std::getline(file, line);)
         run(line);
-    const GameInput& in = input();
-    EXPECT_EQ(in.getBinding("a"), "+moveleft");
-    EXPECT_EQ(in.getBinding("d"), "+moveright");
-    EXPECT_EQ(in.getBinding("w"), "+moveup");
-    EXPECT_EQ(in.getBinding("s"), "+movedown");
-    EXPECT_EQ(in.getBinding("left"), "+moveleft");
-    EXPECT_EQ(in.getBinding("right"), "+moveright");
-    EXPECT_EQ(in.getBinding("up"), "+moveup");
-    EXPECT_EQ(in.getBinding("down"), "+movedown");
-    EXPECT_EQ(in.getBinding("mouse1"), "+attack");
-    EXPECT_EQ(in.getBinding("mouse2"), "+fire 1");
-    EXPECT_EQ(in.getBinding("mwheelup"), "nextweap");
-    EXPECT_EQ(in.getBinding("mwheeldown"), "prevweap");
-    EXPECT_EQ(in.getBinding("1"), "useitem grapple");
-    EXPECT_EQ(in.getBinding("9"), "useitem lightninggun");
-    EXPECT_NE(in.findKeyFor("+showupgrades"), "unbound");
-    EXPECT_NE(in.findKeyFor("+showmap"), "unbound");
-    EXPECT_NE(in.findKeyFor("pause"), "unbound");
-    EXPECT_NE(in.findKeyFor("screenshot"), "unbound");
-    EXPECT_NE(in.findKeyFor("savegame quicksave"), "unbound");
-    EXPECT_NE(in.findKeyFor("loadgame quicksave"), "unbound");
-    // Escape and the console key keep their own jobs.
-    EXPECT_EQ(in.getBinding("escape"), "");
-    EXPECT_EQ(in.getBinding("`"), "");
+    const std::pair<const char*, const char*> bound[] = {
+        {"a", "+moveleft"}, {"d", "+moveright"}, {"w", "+moveup"}, {"s", "+movedown"},
+        {"left", "+moveleft"}, {"right", "+moveright"}, {"up", "+moveup"}, {"down", "+movedown"},
+        {"mouse1", "+attack"}, {"mouse2", "+fire 1"}, {"mwheelup", "nextweap"}, {"mwheeldown", "prevweap"},
+        {"1", "useitem grapple"}, {"9", "useitem lightninggun"},
+        // Escape and the console key keep their own jobs.
+        {"escape", ""}, {"`", ""}};
+    for (const auto& [key, command] : bound)
+        EXPECT_EQ(input().getBinding(key), command) << key;
+    for (const char* command :
+         {"+showupgrades", "+showmap", "pause", "screenshot", "savegame quicksave", "loadgame quicksave"})
+        EXPECT_NE(input().findKeyFor(command), "unbound") << command;
 }
 
 namespace {
@@ -293,8 +234,8 @@ TEST_F(GameInputTest, LosingTheInputReleasesHeldControls)
 {
     auto owned = std::make_unique<CountingInput>();
     CountingInput* counting = owned.get();
-    game.installGameInput(std::move(owned));
-    InputManager& manager = game.getInputManager();
+    game->installGameInput(std::move(owned));
+    InputManager& manager = game->getInputManager();
     ASSERT_EQ(manager.getCurrentTarget(), "game");
     manager.keyEvent(true, SDLK_BACKQUOTE, '`');
     EXPECT_EQ(counting->releases, 1);

@@ -4,8 +4,6 @@
 #include <SDL.h>
 
 #include <cctype>
-#include <cstdlib>
-#include <fstream>
 #include <set>
 #include <string>
 #include <vector>
@@ -20,10 +18,7 @@
 #include "sound/NullSound.h"
 
 namespace {
-std::string sourceFile(const std::string& rel)
-{
-    return testSourceDir() + "/" + rel;
-}
+const std::string keymaps = testSourceDir() + "/data/keymaps.xml";
 
 // Remembers what reached it, so tests can see where an event went.
 class RecordingTarget : public InputTarget {
@@ -52,7 +47,7 @@ class InputManagerTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(input().loadKeyNames(sourceFile("data/keymaps.xml")));
+        ASSERT_TRUE(input().loadKeyNames(keymaps));
         input().addTarget("game", &gameTarget);
     }
     InputManager& input() { return game.getInputManager(); }
@@ -73,31 +68,17 @@ protected:
 TEST(KeyMapTest, NamesEveryKeyInBindingStyle)
 {
     InputManager input;
-    ASSERT_TRUE(input.loadKeyNames(sourceFile("data/keymaps.xml")));
-    EXPECT_EQ(input.keyName(SDLK_RETURN), "return");
-    EXPECT_EQ(input.keyName(SDLK_KP_ENTER), "kp_enter");
-    EXPECT_EQ(input.keyName(SDLK_BACKSPACE), "backspace");
-    EXPECT_EQ(input.keyName(SDLK_PAGEUP), "pageup");
-    EXPECT_EQ(input.keyName(SDLK_PAGEDOWN), "pagedown");
-    EXPECT_EQ(input.keyName(SDLK_UP), "up");
-    EXPECT_EQ(input.keyName(SDLK_DOWN), "down");
-    EXPECT_EQ(input.keyName(SDLK_TAB), "tab");
-    EXPECT_EQ(input.keyName(SDLK_BACKQUOTE), "`");
-    EXPECT_EQ(input.keyName(SDLK_ESCAPE), "ESCAPE");
-    EXPECT_EQ(input.keyName(SDLK_SPACE), "space");
-    EXPECT_EQ(input.keyName(SDLK_QUOTEDBL), "\"");
-    EXPECT_EQ(input.keyName(SDLK_LESS), "<");
-    EXPECT_EQ(input.keyName(SDLK_F15), "f15");
-    EXPECT_EQ(input.keyName(SDLK_KP0), "kp0");
-    EXPECT_EQ(input.keyName(SDLK_LSHIFT), "lshift");
-    EXPECT_EQ(input.keyName(SDLK_WORLD_95), "world_95");
-    EXPECT_EQ(input.keyName(SDLK_UNKNOWN), "");
-    EXPECT_EQ(input.keyName(9999), "");
-
-    for (int c = 'a'; c <= 'z'; ++c)
-        EXPECT_EQ(input.keyName(c), std::string(1, static_cast<char>(c)));
-    for (int c = '0'; c <= '9'; ++c)
-        EXPECT_EQ(input.keyName(c), std::string(1, static_cast<char>(c)));
+    ASSERT_TRUE(input.loadKeyNames(keymaps));
+    const std::pair<int, const char*> named[] = {
+        {SDLK_RETURN, "return"}, {SDLK_KP_ENTER, "kp_enter"}, {SDLK_BACKSPACE, "backspace"},
+        {SDLK_PAGEUP, "pageup"}, {SDLK_PAGEDOWN, "pagedown"}, {SDLK_UP, "up"}, {SDLK_DOWN, "down"},
+        {SDLK_TAB, "tab"}, {SDLK_BACKQUOTE, "`"}, {SDLK_ESCAPE, "ESCAPE"}, {SDLK_SPACE, "space"},
+        {SDLK_QUOTEDBL, "\""}, {SDLK_LESS, "<"}, {SDLK_F15, "f15"}, {SDLK_KP0, "kp0"}, {SDLK_LSHIFT, "lshift"},
+        {SDLK_WORLD_95, "world_95"}, {SDLK_UNKNOWN, ""}, {9999, ""}};
+    for (const auto& [code, name] : named)
+        EXPECT_EQ(input.keyName(code), name) << code;
+    for (char c : std::string("abcdefghijklmnopqrstuvwxyz0123456789"))
+        EXPECT_EQ(input.keyName(c), std::string(1, c));
 
     // One name per key, usable as a single bind word, lower case but ESCAPE.
     std::set<std::string> seen;
@@ -124,10 +105,7 @@ TEST(KeyMapTest, MissingOrBrokenFilesLeaveKeysUnnamed)
     EXPECT_EQ(input.keyName(SDLK_a), "");
 
     TempDir dir;
-    {
-        std::ofstream f("broken_keymaps.xml");
-        f << "<keys><key sdlcode=\"97\" keyname=\"a\"";
-    }
+    dir.write("broken_keymaps.xml", "<keys><key sdlcode=\"97\" keyname=\"a\"");
     testing::internal::CaptureStdout();
     EXPECT_FALSE(input.loadKeyNames("broken_keymaps.xml"));
     EXPECT_NE(testing::internal::GetCapturedStdout().find("Could not load keymap file"), std::string::npos);
@@ -136,11 +114,8 @@ TEST(KeyMapTest, MissingOrBrokenFilesLeaveKeysUnnamed)
 TEST(KeyMapTest, LaterEntryForTheSameCodeWinsAndElementNamesAreFree)
 {
     TempDir dir;
-    {
-        std::ofstream f("dup_keymaps.xml");
-        f << "<anything><key sdlcode=\"97\" keyname=\"first\"/><k sdlcode=\"97\" keyname=\"second\"/>"
-             "<x keyname=\"nocode\"/></anything>";
-    }
+    dir.write("dup_keymaps.xml", "<anything><key sdlcode=\"97\" keyname=\"first\"/><k sdlcode=\"97\" "
+                                 "keyname=\"second\"/><x keyname=\"nocode\"/></anything>");
     InputManager input;
     ASSERT_TRUE(input.loadKeyNames("dup_keymaps.xml"));
     EXPECT_EQ(input.keyName(97), "second");
@@ -159,15 +134,6 @@ TEST(ModifierTest, SplitsTheSdlMaskIntoItsBits)
     input.setModifiers(KMOD_NONE);
     EXPECT_FALSE(input.getModifier(0));
     EXPECT_FALSE(input.getModifier(13));
-}
-
-TEST_F(InputManagerTest, StartsWithTheGuiAndItsStandIns)
-{
-    EXPECT_EQ(input().getCurrentTarget(), "gui");
-    EXPECT_EQ(input().getTarget("gui"), game.getGUIManager());
-    EXPECT_EQ(input().getTarget("console"), game.getConsole());
-    EXPECT_TRUE(game.getGUIManager()->isVisible());
-    EXPECT_FALSE(game.getConsole()->isVisible());
 }
 
 TEST_F(InputManagerTest, BackquoteOpensAndClosesTheConsoleAndReturnsToTheLastTarget)
@@ -191,8 +157,9 @@ TEST_F(InputManagerTest, BackquoteOpensAndClosesTheConsoleAndReturnsToTheLastTar
 
 TEST_F(InputManagerTest, EscapeOpensTheGuiStopsTheWorldAndIsNotPassedOn)
 {
+    // A level loaded from the menus hides them.
     loadEmptyLevel();
-    game.getGUIManager()->setVisible(false);
+    EXPECT_FALSE(game.getGUIManager()->isVisible());
     EXPECT_EQ(input().getCurrentTarget(), "game");
     gameTarget.events.clear();
 
@@ -231,21 +198,10 @@ TEST_F(InputManagerTest, LevelLoadedFromTheOpenConsoleGetsTheKeysWhenItCloses)
     EXPECT_EQ(input().getCurrentTarget(), "game");
 }
 
-TEST_F(InputManagerTest, FirstEscapeAfterALevelLoadedFromTheMenusShowsThem)
-{
-    loadEmptyLevel();
-    testing::internal::CaptureStdout();
-    press(SDLK_ESCAPE, 27);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Show GUI\n");
-    EXPECT_TRUE(game.getGUIManager()->isVisible());
-    EXPECT_EQ(input().getCurrentTarget(), "gui");
-}
-
 TEST_F(InputManagerTest, EscapeWithTheConsoleOpenGoesToTheConsole)
 {
     RecordingTarget console;
     loadEmptyLevel();
-    game.getGUIManager()->setVisible(false);
     press(SDLK_BACKQUOTE, '`');
     input().addTarget("console", &console);  // watch what the console gets
     press(SDLK_ESCAPE, 27);
@@ -254,10 +210,13 @@ TEST_F(InputManagerTest, EscapeWithTheConsoleOpenGoesToTheConsole)
     EXPECT_EQ(console.events, (std::vector<std::string>{"down 27 27 ESCAPE"}));
 }
 
-TEST_F(InputManagerTest, HideGuiNeedsALoadedLevel)
+TEST_F(InputManagerTest, StartsInTheGuiWhichCannotBeHiddenWithoutALevel)
 {
+    EXPECT_EQ(input().getTarget("gui"), game.getGUIManager());
+    EXPECT_EQ(input().getTarget("console"), game.getConsole());
+    EXPECT_FALSE(game.getConsole()->isVisible());
     testing::internal::CaptureStdout();
-    press(SDLK_ESCAPE, 27);  // GUI visible, no level: stays
+    press(SDLK_ESCAPE, 27);
     input().hideGUI();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_TRUE(game.getGUIManager()->isVisible());

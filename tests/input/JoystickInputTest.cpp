@@ -2,33 +2,24 @@
 
 #include <SDL.h>
 
-#include <string>
-#include <vector>
-
-#include "console/CommandRegistry.h"
 #include "console/RegistryFixture.h"
-#include "console/VariableRegistry.h"
-#include "core/Game.h"
 #include "input/GameInput.h"
 #include "input/InputManager.h"
-#include "render/NullRenderer.h"
-#include "sound/NullSound.h"
 
 namespace {
 // A headless game whose "game" target is a GameInput; synthetic SDL joystick
 // events go through the input manager as the event pump would hand them on.
-class JoystickInputTest : public RegistryFixture {
+class JoystickInputTest : public HeadlessGameFixture {
 protected:
     void SetUp() override
     {
-        RegistryFixture::SetUp();
+        HeadlessGameFixture::SetUp();
         for (const char* name : {"+left", "-left", "+right", "-right", "+up", "-up", "+fire", "-fire"})
-            registerCommand("records the call", name,
-                            [this] { calls.push_back(CommandRegistry::instance().commandName); });
-        game.installGameInput(std::make_unique<GameInput>());
-        game.getInputManager().setTarget("game");
+            record(name);
+        game->installGameInput(std::make_unique<GameInput>());
+        game->getInputManager().setTarget("game");
     }
-    bool feed(const SDL_Event& event) { return game.getInputManager().joystickEvent(event); }
+    bool feed(const SDL_Event& event) { return game->getInputManager().joystickEvent(event); }
     void button(int which, int number, bool down)
     {
         SDL_Event e{};
@@ -54,28 +45,7 @@ protected:
         e.jaxis.value = static_cast<Sint16>(value);
         EXPECT_TRUE(feed(e));
     }
-    std::vector<std::string> takeCalls()
-    {
-        std::vector<std::string> out;
-        out.swap(calls);
-        return out;
-    }
-
-    Game game{std::make_unique<NullRenderer>(), std::make_unique<NullSound>()};
 };
-
-using Calls = std::vector<std::string>;
-}
-
-TEST(JoystickNames, CountFromOneAndFirstHatIsUnnumbered)
-{
-    EXPECT_EQ(InputManager::joyButtonName(0, 0), "joy1_button1");
-    EXPECT_EQ(InputManager::joyButtonName(1, 11), "joy2_button12");
-    EXPECT_EQ(InputManager::joyHatName(0, 0, SDL_HAT_UP), "joy1_hat_up");
-    EXPECT_EQ(InputManager::joyHatName(0, 0, SDL_HAT_LEFT), "joy1_hat_left");
-    EXPECT_EQ(InputManager::joyHatName(2, 1, SDL_HAT_DOWN), "joy3_hat2_down");
-    EXPECT_EQ(InputManager::joyAxisName(0, 0, 1), "joy1_axis1_plus");
-    EXPECT_EQ(InputManager::joyAxisName(0, 5, -1), "joy1_axis6_minus");
 }
 
 TEST_F(JoystickInputTest, ButtonsPressAndReleaseTheirBindingPerPad)
@@ -145,10 +115,10 @@ TEST_F(JoystickInputTest, AxesPressPastTheDeadZoneAndSwitchSidesCleanly)
 TEST_F(JoystickInputTest, OnlyTheGameTargetHearsThePad)
 {
     run("bind joy1_button1 +fire");
-    game.getInputManager().setTarget("console");
+    game->getInputManager().setTarget("console");
     button(0, 0, true);
     EXPECT_TRUE(calls.empty());
-    game.getInputManager().setTarget("game");
+    game->getInputManager().setTarget("game");
     button(0, 0, false);
     EXPECT_EQ(takeCalls(), (Calls{"-fire"}));
 
@@ -161,7 +131,7 @@ TEST_F(JoystickInputTest, AimStickPointsTheWayItLastLeanedUntilTheMouseMoves)
 {
     createVar("joy_aimx", "4", "");
     createVar("joy_aimy", "5", "");
-    GameInput& input = *game.getGameInput();
+    GameInput& input = *game->getGameInput();
     Vector aim;
     EXPECT_FALSE(input.getAimStick(aim));
     axis(3, 8000);  // inside the dead zone: the mouse still aims
