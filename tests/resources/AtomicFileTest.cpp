@@ -6,20 +6,11 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "resources/AtomicFile.h"
 #include "resources/TempDir.h"
 
 namespace {
-std::string readFile(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
-
 bool writeText(const std::string& path, const std::string& text)
 {
     std::ofstream out(path, std::ios::binary);
@@ -33,11 +24,11 @@ TEST(AtomicFile, ReplacesTheFileAndLeavesNoTemporary)
     TempDir dir;
     dir.write("saves/a.xml", "old");
     EXPECT_TRUE(AtomicFile::replace("saves/a.xml", [](const std::string& t) { return writeText(t, "new"); }));
-    EXPECT_EQ(readFile("saves/a.xml"), "new");
+    EXPECT_EQ(TempDir::read("saves/a.xml"), "new");
     EXPECT_FALSE(std::filesystem::exists(AtomicFile::temporaryPath("saves/a.xml")));
     // A file that did not exist yet, in the working directory.
     EXPECT_TRUE(AtomicFile::replace("b.png", [](const std::string& t) { return writeText(t, "png"); }));
-    EXPECT_EQ(readFile("b.png"), "png");
+    EXPECT_EQ(TempDir::read("b.png"), "png");
 }
 
 TEST(AtomicFile, AWriterThatFailsHalfwayKeepsTheOldFile)
@@ -49,7 +40,7 @@ TEST(AtomicFile, AWriterThatFailsHalfwayKeepsTheOldFile)
         writeText(t, "<save><Obj");
         return false;
     }));
-    EXPECT_EQ(readFile("saves/a.xml"), "the old save");
+    EXPECT_EQ(TempDir::read("saves/a.xml"), "the old save");
     EXPECT_FALSE(std::filesystem::exists("saves/a.xml.tmp"));
     // A folder that does not exist cannot be written into.
     EXPECT_FALSE(AtomicFile::replace("nofolder/a.xml", [](const std::string& t) { return writeText(t, "x"); }));
@@ -76,10 +67,10 @@ TEST(AtomicFile, AProcessKilledMidWriteKeepsTheOldFile)
     ASSERT_EQ(waitpid(child, &status, 0), child);
     ASSERT_TRUE(WIFSIGNALED(status));
     EXPECT_EQ(WTERMSIG(status), SIGKILL);
-    EXPECT_EQ(readFile("saves/a.xml"), "the old save");
+    EXPECT_EQ(TempDir::read("saves/a.xml"), "the old save");
     // The next save clears the half-written leftover and succeeds.
     EXPECT_TRUE(std::filesystem::exists("saves/a.xml.tmp"));
     EXPECT_TRUE(AtomicFile::replace("saves/a.xml", [](const std::string& t) { return writeText(t, "new"); }));
-    EXPECT_EQ(readFile("saves/a.xml"), "new");
+    EXPECT_EQ(TempDir::read("saves/a.xml"), "new");
     EXPECT_FALSE(std::filesystem::exists("saves/a.xml.tmp"));
 }

@@ -47,11 +47,8 @@ TEST(FileOpsTest, MissingDirectoryIsReported)
     TempDir dir;
     ResourceManager::instance();  // its own start-up report is not ours
     std::vector<std::unique_ptr<FileSystemNode>> list;
-    std::fflush(stdout);
-    ::testing::internal::CaptureStdout();
-    EXPECT_FALSE(FileOps::getDirContents("nowhere", "*.xml", list));
-    std::fflush(stdout);
-    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "getDirContents error\n");
+    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(FileOps::getDirContents("nowhere", "*.xml", list)); }),
+              "getDirContents error\n");
     EXPECT_TRUE(list.empty());
 }
 

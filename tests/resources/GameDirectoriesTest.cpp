@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <string>
 
 #include "resources/GameDirectories.h"
@@ -14,25 +13,17 @@ namespace {
 class GameDirectoriesTest : public ::testing::Test {
 protected:
     std::string at(const std::string& rel) const { return dir.path + "/" + rel; }
-    GameDirectories resolveFor(const std::string& exeRel, const std::string& cwdRel = "elsewhere")
+    GameDirectories resolveFor(const std::string& exeRel, const std::string& cwdRel = "elsewhere",
+                               bool writable = true)
     {
         TempDir::run("mkdir -p '" + at(exeRel) + "' '" + at(cwdRel) + "'");
-        const std::string xdg = at("xdg");
-        return GameDirectories::resolve(at(exeRel), at(cwdRel), xdg.c_str(), at("home").c_str());
+        bool (*noWrites)(const std::string&) = [](const std::string&) { return false; };
+        return GameDirectories::resolve(at(exeRel), at(cwdRel), at("xdg").c_str(), at("home").c_str(),
+                                        writable ? GameDirectories::canWrite : noWrites);
     }
 
     TempDir dir;
 };
-
-template <class F>
-std::string logOf(F body)
-{
-    std::fflush(stdout);
-    ::testing::internal::CaptureStdout();
-    body();
-    std::fflush(stdout);
-    return ::testing::internal::GetCapturedStdout();
-}
 }
 
 TEST(UserDirectory, FollowsXdgDataHomeThenHome)
@@ -45,45 +36,37 @@ TEST(UserDirectory, FollowsXdgDataHomeThenHome)
     EXPECT_EQ(GameDirectories::userDirectory(nullptr, nullptr), "");
 }
 
-TEST_F(GameDirectoriesTest, GameDirectoryBesideTheBinaryKeepsItsFiles)
+TEST_F(GameDirectoriesTest, DataAndUserFilesGoWhereTheLayoutSays)
 {
-    dir.write("game/data/gamevars.xml", "<vars/>");
-    const GameDirectories dirs = resolveFor("game");
-    EXPECT_EQ(dirs.getDataDir(), at("game"));
-    EXPECT_EQ(dirs.getWriteDir(), at("game"));
-    EXPECT_FALSE(dirs.isSeparate());
-
-    // A data.zip alone makes a game directory too.
-    dir.write("zipgame/data.zip", "PK");
-    EXPECT_EQ(resolveFor("zipgame").getWriteDir(), at("zipgame"));
-}
-
-TEST_F(GameDirectoriesTest, InstalledGameWritesUnderTheUserDirectory)
-{
-    dir.write("prefix/share/brindlequay/data/gamevars.xml", "<vars/>");
-    const GameDirectories dirs = resolveFor("prefix/bin");
-    EXPECT_EQ(dirs.getDataDir(), at("prefix/share/brindlequay"));
-    EXPECT_EQ(dirs.getWriteDir(), at("xdg/brindlequay"));
-    EXPECT_NE(dirs.describe().find("User files go to " + at("xdg/brindlequay")), std::string::npos);
-}
-
-TEST_F(GameDirectoriesTest, ReadOnlyGameDirectoryWritesUnderTheUserDirectory)
-{
-    dir.write("game/data/gamevars.xml", "<vars/>");
-    TempDir::run("mkdir -p '" + at("elsewhere") + "'");
-    // The file system's answer stands in: root may write anywhere.
-    const GameDirectories dirs = GameDirectories::resolve(at("game"), at("elsewhere"), at("xdg").c_str(),
-                                                          at("home").c_str(),
-                                                          [](const std::string&) { return false; });
-    EXPECT_EQ(dirs.getDataDir(), at("game"));
-    EXPECT_EQ(dirs.getWriteDir(), at("xdg/brindlequay"));
-}
-
-TEST_F(GameDirectoriesTest, WithoutDataBesideTheBinaryTheWorkingDirectoryServes)
-{
-    const GameDirectories dirs = resolveFor("bin", "work");
-    EXPECT_EQ(dirs.getDataDir(), at("work"));
-    EXPECT_EQ(dirs.getWriteDir(), at("work"));
+    const struct {
+        const char* file;  // what marks the layout's data
+        const char* exe;
+        const char* cwd;
+        bool writable;
+        const char* data;
+        const char* write;
+    } layouts[] = {
+        {"game/data/gamevars.xml", "game", "elsewhere", true, "game", "game"},
+        // A data.zip alone makes a game directory too.
+        {"zipgame/data.zip", "zipgame", "elsewhere", true, "zipgame", "zipgame"},
+        {"prefix/share/brindlequay/data/gamevars.xml", "prefix/bin", "elsewhere", true, "prefix/share/brindlequay",
+         "xdg/brindlequay"},
+        // The file system's answer stands in: root may write anywhere.
+        {"readonly/data/gamevars.xml", "readonly", "elsewhere", false, "readonly", "xdg/brindlequay"},
+        // Without data beside the binary the working directory serves.
+        {"", "bin", "work", true, "work", "work"},
+    };
+    for (const auto& l : layouts) {
+        SCOPED_TRACE(l.exe);
+        if (*l.file)
+            dir.write(l.file, "PK");
+        const GameDirectories dirs = resolveFor(l.exe, l.cwd, l.writable);
+        EXPECT_EQ(dirs.getDataDir(), at(l.data));
+        EXPECT_EQ(dirs.getWriteDir(), at(l.write));
+        EXPECT_EQ(dirs.isSeparate(), std::string(l.data) != l.write);
+    }
+    EXPECT_NE(resolveFor("prefix/bin").describe().find("User files go to " + at("xdg/brindlequay")),
+              std::string::npos);
 }
 
 TEST_F(GameDirectoriesTest, EnteringCreatesTheUserDirectoryAndPlayerFilesComeFirst)
@@ -104,7 +87,7 @@ TEST_F(GameDirectoriesTest, EnteringCreatesTheUserDirectoryAndPlayerFilesComeFir
     dir.write("xdg/brindlequay/data/default.cfg", "mine");
     std::string installed;
     std::string mine;
-    const std::string log = logOf([&] {
+    const std::string log = stdoutOf([&] {
         mine = resources.readText("data/default.cfg");
         installed = resources.readText("maps/test.xml");
     });

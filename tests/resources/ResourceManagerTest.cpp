@@ -2,7 +2,6 @@
 
 #include <tinyxml.h>
 
-#include <cstdio>
 #include <string>
 
 #include "resources/ResourceManager.h"
@@ -17,17 +16,6 @@ protected:
         for (int i = 0; i < 300; ++i)
             text += "line " + std::to_string(i * 7919 % 1000) + " of the test script; set x " +
                     std::to_string(i) + "\n";
-    }
-
-    // Runs `body` and returns what it wrote to standard output.
-    template <class F>
-    static std::string logOf(F body)
-    {
-        std::fflush(stdout);
-        ::testing::internal::CaptureStdout();
-        body();
-        std::fflush(stdout);
-        return ::testing::internal::GetCapturedStdout();
     }
 
     static std::string bytesOf(ResourceManager& rm, const std::string& path, bool& error)
@@ -91,11 +79,11 @@ TEST_F(ResourceManagerTest, DiskComesBeforeTheArchive)
     ASSERT_TRUE(rm.addArchive("data.zip"));
 
     std::string got;
-    const std::string log = logOf([&] { got = rm.readText("data/a.txt"); });
+    const std::string log = stdoutOf([&] { got = rm.readText("data/a.txt"); });
     EXPECT_EQ(got, "from disk");
     EXPECT_EQ(log, "Found on disk: data/a.txt\n");
 
-    const std::string log2 = logOf([&] { got = rm.readText("data/only.txt"); });
+    const std::string log2 = stdoutOf([&] { got = rm.readText("data/only.txt"); });
     EXPECT_EQ(got, "only archived");
     EXPECT_EQ(log2, "NOT Found on disk: data/only.txt\n");
 }
@@ -112,7 +100,7 @@ TEST_F(ResourceManagerTest, ArchiveNamesMatchExactly)
 
     bool error = false;
     std::string got;
-    const std::string log = logOf([&] { got = bytesOf(rm, "data/sub/file.txt", error); });
+    const std::string log = stdoutOf([&] { got = bytesOf(rm, "data/sub/file.txt", error); });
     EXPECT_EQ(got, "<null>");
     EXPECT_TRUE(error);
     EXPECT_EQ(log, "NOT Found on disk: data/sub/file.txt\nNot in any archive: data/sub/file.txt\n");
@@ -141,27 +129,27 @@ TEST_F(ResourceManagerTest, ArchivesThatCannotBeUsedAreReported)
     dir.write("headonly.zip", std::string("PK\x03\x04", 4) + "nothing else here");
     dir.write("tiny.zip", "PK");
 
-    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.addArchive("missing.zip")); }),
+    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("missing.zip")); }),
               "couldn't open file, exiting\nFailed to load missing.zip\n");
-    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.addArchive("notzip.zip")); }),
+    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("notzip.zip")); }),
               "file is not a valid zip, exiting\nFailed to load notzip.zip\n");
-    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.addArchive("prefixed.zip")); }),
+    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("prefixed.zip")); }),
               "file is not a valid zip, exiting\nFailed to load prefixed.zip\n");
-    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.addArchive("tiny.zip")); }),
+    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("tiny.zip")); }),
               "file is not a valid zip, exiting\nFailed to load tiny.zip\n");
-    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.addArchive("headonly.zip")); }),
+    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("headonly.zip")); }),
               "couldn't find central directory, exiting\nFailed to load headonly.zip\n");
     EXPECT_FALSE(rm.addArchive("data"));  // a directory is no archive
     EXPECT_TRUE(rm.getArchives().empty());
 
     // No data.zip is a data tree on disk, not a failure; a damaged one is.
-    EXPECT_EQ(logOf([] { EXPECT_TRUE(ResourceManager(true).getArchives().empty()); }), "");
+    EXPECT_EQ(stdoutOf([] { EXPECT_TRUE(ResourceManager(true).getArchives().empty()); }), "");
     dir.write("data.zip", "PK");
-    EXPECT_EQ(logOf([] { EXPECT_TRUE(ResourceManager(true).getArchives().empty()); }),
+    EXPECT_EQ(stdoutOf([] { EXPECT_TRUE(ResourceManager(true).getArchives().empty()); }),
               "file is not a valid zip, exiting\nFailed to load data.zip\n");
 
     // A good archive is one line, not a listing of every member.
-    EXPECT_EQ(logOf([&] { EXPECT_TRUE(rm.addArchive("real.zip")); }), "Opened real.zip: 1 files\n");
+    EXPECT_EQ(stdoutOf([&] { EXPECT_TRUE(rm.addArchive("real.zip")); }), "Opened real.zip: 1 files\n");
 }
 
 TEST_F(ResourceManagerTest, DirectoriesAndMissingFilesAreNotFoundOnDisk)
@@ -192,16 +180,16 @@ TEST_F(ResourceManagerTest, DocumentsParseOrSayWhyNot)
     ASSERT_NE(good.FirstChildElement("root"), nullptr);
 
     TiXmlDocument bad("data/bad.xml");
-    const std::string badLog = logOf([&] { EXPECT_FALSE(rm.loadDocument(bad, "data/bad.xml")); });
+    const std::string badLog = stdoutOf([&] { EXPECT_FALSE(rm.loadDocument(bad, "data/bad.xml")); });
     EXPECT_NE(badLog.find("Failed to parse: data/bad.xml Error: "), std::string::npos) << badLog;
 
     TiXmlDocument missing;
-    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.loadDocument(missing, "data/none.xml")); }),
+    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.loadDocument(missing, "data/none.xml")); }),
               "NOT Found on disk: data/none.xml\nNot in any archive: data/none.xml\n"
               "Error reading bytes for: data/none.xml\nReason:  Error NULL filedata numBytes==0\n");
 
     TiXmlDocument empty;
-    EXPECT_EQ(logOf([&] { EXPECT_FALSE(rm.loadDocument(empty, "data/empty.xml")); }),
+    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.loadDocument(empty, "data/empty.xml")); }),
               "Found on disk: data/empty.xml\nError reading bytes for: data/empty.xml\n"
               "Reason:  numBytes==0\n");
 
@@ -209,9 +197,9 @@ TEST_F(ResourceManagerTest, DocumentsParseOrSayWhyNot)
     // whole character, past the end of the text, into the zeros after it.
     dir.write("data/utf8end.xml", "<root a=\"25\xea\xea\xea\xea\n");
     TiXmlDocument cut("data/utf8end.xml");
-    logOf([&] { EXPECT_FALSE(rm.loadDocument(cut, "data/utf8end.xml")); });
+    stdoutOf([&] { EXPECT_FALSE(rm.loadDocument(cut, "data/utf8end.xml")); });
 
     TiXmlDocument deepDoc("data/deep.xml");
-    const std::string deepLog = logOf([&] { EXPECT_FALSE(rm.loadDocument(deepDoc, "data/deep.xml")); });
+    const std::string deepLog = stdoutOf([&] { EXPECT_FALSE(rm.loadDocument(deepDoc, "data/deep.xml")); });
     EXPECT_NE(deepLog.find("Failed to parse: data/deep.xml Error: "), std::string::npos) << deepLog;
 }
