@@ -8,6 +8,30 @@
 #include "render/NullRenderer.h"
 #include "resources/TempDir.h"
 #include "sound/NullSound.h"
+#include "world/body/Body.h"
+
+namespace {
+// Remembers how the game drives the sound system.
+class ListeningSound : public NullSound {
+public:
+    void update(const Vector& listener) override
+    {
+        ++updates;
+        lastListener = listener;
+    }
+    void closeAudio() override { ++*closes; }
+    int play(const std::string& name, int, int) override
+    {
+        lastPlayed = name;
+        return -1;
+    }
+
+    int updates = 0;
+    int* closes = nullptr;  // outlives this sound, which shutdown deletes
+    Vector lastListener;
+    std::string lastPlayed;
+};
+}
 
 class GameLoopTest : public ::testing::Test {
 protected:
@@ -16,7 +40,10 @@ protected:
         Clock::install(&clock);
         dir.write("maps/empty.xml", "<level><Objects/></level>");
         dir.write("maps/next.xml", "<level><Objects/></level>");
-        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
+        auto listening = std::make_unique<ListeningSound>();
+        sound = listening.get();
+        sound->closes = &closes;
+        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::move(listening));
         game->getTimer().start();
         game->loadLevel("empty", "");
     }
@@ -32,7 +59,9 @@ protected:
     }
     TempDir dir;
     ManualClock clock{5000};
+    int closes = 0;
     std::unique_ptr<Game> game;
+    ListeningSound* sound = nullptr;
 };
 
 TEST_F(GameLoopTest, LongFrameIsClampedToTenSteps)
@@ -89,7 +118,7 @@ TEST_F(GameLoopTest, ConsoleAndMenusHoldTheWorldWithoutPausing)
     EXPECT_EQ(game->getStepCount(), steps + 2);
 }
 
-TEST_F(GameLoopTest, LevelRequestWaitsForARunningLevel)
+TEST_F(GameLoopTest, WithoutALevelFramesCountButNothingStepsAndRequestsWait)
 {
     game->unloadLevel();
     game->requestLevel("next", "start");
@@ -97,6 +126,8 @@ TEST_F(GameLoopTest, LevelRequestWaitsForARunningLevel)
     frameAfter(30);
     EXPECT_TRUE(game->isLevelPending());
     EXPECT_FALSE(game->isLevelLoaded());
+    EXPECT_EQ(game->getFrameCount(), 2u);
+    EXPECT_EQ(game->getStepCount(), 0u);
 }
 
 TEST_F(GameLoopTest, LevelRequestIsCarriedOutAtTheNextFrame)
@@ -107,15 +138,6 @@ TEST_F(GameLoopTest, LevelRequestIsCarriedOutAtTheNextFrame)
     EXPECT_FALSE(game->isLevelPending());
     EXPECT_EQ(game->getCurrentLevel(), "next");
     EXPECT_EQ(game->getStepCount(), 0u);  // the change takes the whole frame
-}
-
-TEST_F(GameLoopTest, FramesAreCountedEvenWithoutALevel)
-{
-    game->unloadLevel();
-    frameAfter(16);
-    frameAfter(16);
-    EXPECT_EQ(game->getFrameCount(), 2u);
-    EXPECT_EQ(game->getStepCount(), 0u);
 }
 
 TEST(GameCommandLine, PlusWordsStartCommands)
@@ -173,4 +195,36 @@ TEST_F(GameLoopTest, RequestForAMissingLevelIsReportedOnceAndPlayGoesOn)
     game->requestLevel("next", "start");
     frameAfter(30);
     EXPECT_EQ(game->getCurrentLevel(), "next");
+}
+
+TEST_F(GameLoopTest, TheListenerIsUpdatedEveryFrameInMenusInTheWorldAndWhilePaused)
+{
+    game->unloadLevel();
+    frameAfter(20);
+    EXPECT_EQ(sound->updates, 1) << "no level: channel counts still refresh";
+
+    game->loadLevel("empty", "");
+    Body listener;
+    listener.setPosition(Vector(300, 40));
+    game->setPlayer(&listener);
+    frameAfter(20);
+    EXPECT_EQ(sound->updates, 2);
+    EXPECT_FLOAT_EQ(sound->lastListener.x, 300.0f);
+    EXPECT_FLOAT_EQ(sound->lastListener.y, 40.0f);
+
+    game->pause();
+    EXPECT_EQ(sound->lastPlayed, "data/sounds/events/Off3.wav");
+    frameAfter(20);
+    EXPECT_EQ(sound->updates, 3);
+    game->unpause();
+    EXPECT_EQ(sound->lastPlayed, "data/sounds/events/On3.wav");
+    game->setPlayer(nullptr);
+}
+
+TEST_F(GameLoopTest, ShutdownClosesAudioAndLeavesSilenceBehind)
+{
+    game->shutdown();
+    EXPECT_EQ(closes, 1);
+    ASSERT_NE(game->getSound(), nullptr);
+    EXPECT_EQ(game->getSound()->play("anything.wav", 0, 100), -1);
 }

@@ -2,37 +2,17 @@
 // player sees them in the console.
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 
-#include "console/CommandRegistry.h"
-#include "console/ConLine.h"
-#include "console/Console.h"
 #include "console/RegistryFixture.h"
-#include "console/VariableRegistry.h"
-#include "core/Game.h"
 #include "gameplay/DefaultGameplay.h"
 #include "gui/GUIManager.h"
-#include "render/NullRenderer.h"
-#include "resources/TempDir.h"
-#include "sound/NullSound.h"
 #include "world/body/Body.h"
 
 namespace {
-class GameStartupTest : public RegistryFixture {
+class GameStartupTest : public HeadlessGameFixture {
 protected:
-    void SetUp() override
-    {
-        RegistryFixture::SetUp();
-        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
-    }
-    void TearDown() override
-    {
-        game.reset();
-        RegistryFixture::TearDown();
-    }
     GameVar* intVar(const std::string& name, const std::string& value)
     {
         GameVar* v = createVar(name, value, "");
@@ -43,13 +23,12 @@ protected:
     std::string consoleText() const
     {
         std::string text;
-        for (const auto& line : game->getConsole()->getLines())
-            text += line->text + "\n";
+        for (const std::string& line : consoleLines())
+            text += line + "\n";
         return text;
     }
 
     TempDir scratch;
-    std::unique_ptr<Game> game;
 };
 }
 
@@ -61,13 +40,12 @@ TEST_F(GameStartupTest, ScriptsRunInOrderAndDefaultsOnlyBeforeTheFirstConfig)
     GameVar* flip = intVar("flip", "0");
     game->runStartupScripts();
     // The user's script runs twice, so a toggle in it cancels itself.
-    EXPECT_EQ(calls, (std::vector<std::string>{"rec|default", "rec|user", "rec|user", "rec|autoexec"}));
+    EXPECT_EQ(takeCalls(), (Calls{"rec|default", "rec|user", "rec|user", "rec|autoexec"}));
     EXPECT_EQ(flip->intValue, 0);
 
-    calls.clear();
     scratch.write("data/config.txt", "bind a +moveleft\nrec config\n");
     game->runStartupScripts();
-    EXPECT_EQ(calls, (std::vector<std::string>{"rec|config", "rec|user", "rec|user", "rec|autoexec"}));
+    EXPECT_EQ(takeCalls(), (Calls{"rec|config", "rec|user", "rec|user", "rec|autoexec"}));
 }
 
 TEST_F(GameStartupTest, AConfigWithoutBindingsStillGetsTheDefaults)
@@ -76,31 +54,25 @@ TEST_F(GameStartupTest, AConfigWithoutBindingsStillGetsTheDefaults)
     scratch.write("data/default.cfg", "rec default\n");
     scratch.write("data/config.txt", "//key bindings\n\n//variables\nrec config\n");
     game->runStartupScripts();
-    EXPECT_EQ(calls, (std::vector<std::string>{"rec|default", "rec|config"}));
+    EXPECT_EQ(takeCalls(), (Calls{"rec|default", "rec|config"}));
 
     // Every key unbound by the player is still the player's choice.
-    calls.clear();
     scratch.write("data/config.txt", "bind k \nbind a \nrec config\n");
     game->runStartupScripts();
-    EXPECT_EQ(calls, (std::vector<std::string>{"rec|config"}));
+    EXPECT_EQ(takeCalls(), (Calls{"rec|config"}));
 
     // So is a config written after "unbindall": no key left at all.
-    calls.clear();
     scratch.write("data/config.txt", "//key bindings\n\nunbindall\n\n//variables\nrec config\n");
     game->runStartupScripts();
-    EXPECT_EQ(calls, (std::vector<std::string>{"rec|config"}));
+    EXPECT_EQ(takeCalls(), (Calls{"rec|config"}));
 }
 
 TEST_F(GameStartupTest, ScriptsThePlayerHasNotWrittenAreNoFailure)
 {
     // A first start: no config.txt, no userconfig.txt, no autoexec.txt.
     scratch.write("data/default.cfg", "rec default\n");
-    std::fflush(stdout);
-    ::testing::internal::CaptureStdout();
-    game->runStartupScripts();
-    std::fflush(stdout);
-    const std::string log = ::testing::internal::GetCapturedStdout();
-    EXPECT_EQ(calls, (std::vector<std::string>{"rec|default"}));
+    const std::string log = stdoutOf([&] { game->runStartupScripts(); });
+    EXPECT_EQ(takeCalls(), (Calls{"rec|default"}));
     EXPECT_EQ(consoleText().find("Couldn't"), std::string::npos) << consoleText();
     EXPECT_EQ(log.find("NOT Found"), std::string::npos) << log;
 }
@@ -115,14 +87,12 @@ TEST_F(GameStartupTest, RegistryMessagesReachTheConsole)
     run("listvars al");
     run("listcmds exe");
     const std::string text = consoleText();
-    EXPECT_NE(text.find("Couldn't exec data/missing.txt\n"), std::string::npos) << text;
-    EXPECT_NE(text.find("Usage: exec <filename>\n"), std::string::npos);
-    EXPECT_NE(text.find("Invalid Usage! Proper Usage: set varname value\n"), std::string::npos);
-    EXPECT_NE(text.find("Invalid Usage! Proper Usage: toggle varname\n"), std::string::npos);
-    EXPECT_NE(text.find("    alpha = 3 : \n"), std::string::npos);
-    EXPECT_NE(text.find("    Found 1 Variables\n"), std::string::npos);
-    EXPECT_NE(text.find("    exec : execute a script file\n"), std::string::npos);
-    EXPECT_NE(text.find("    Found 1 Commands\n"), std::string::npos);
+    for (const char* line :
+         {"Couldn't exec data/missing.txt\n", "Usage: exec <filename>\n",
+          "Invalid Usage! Proper Usage: set varname value\n", "Invalid Usage! Proper Usage: toggle varname\n",
+          "    alpha = 3 : \n", "    Found 1 Variables\n", "    exec : execute a script file\n",
+          "    Found 1 Commands\n"})
+        EXPECT_NE(text.find(line), std::string::npos) << line << text;
 }
 
 class VideoRestartTest : public GameStartupTest {
@@ -193,9 +163,7 @@ TEST_F(VideoRestartTest, ResdbgLeavesThePlayersVideoSettingsAlone)
     EXPECT_EQ(body->textureId, -1);
     scratch.write("data/.keep", "");
     game->writeConfig("data/config.txt", true);
-    std::ifstream in("data/config.txt");
-    std::stringstream written;
-    written << in.rdbuf();
-    EXPECT_NE(written.str().find("vidwidth 1920\n"), std::string::npos);
-    EXPECT_NE(written.str().find("vidfullscreen 1\n"), std::string::npos);
+    const std::string written = TempDir::read("data/config.txt");
+    EXPECT_NE(written.find("vidwidth 1920\n"), std::string::npos);
+    EXPECT_NE(written.find("vidfullscreen 1\n"), std::string::npos);
 }

@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
-#include <sstream>
 
 #include "core/SaveInfo.h"
 #include "gameplay/GameplayFixture.h"
@@ -50,15 +49,10 @@ protected:
 TEST_F(SaveInfoTest, RealSavesListNewestFirstWithTitleDatePlayTimeAndKind)
 {
     loadLevel();
-    {
-        // The level names its title; saves take it with them.
-        std::ifstream in("maps/gameplaytest.xml");
-        std::stringstream text;
-        text << in.rdbuf();
-        std::string level = text.str();
-        level.replace(0, 7, "<level title=\"Crane &amp; Yard &gt; North\">");
-        std::ofstream("maps/gameplaytest.xml") << level;
-    }
+    // The level names its title; saves take it with them.
+    std::string level = TempDir::read("maps/gameplaytest.xml");
+    level.replace(0, 7, "<level title=\"Crane &amp; Yard &gt; North\">");
+    std::ofstream("maps/gameplaytest.xml") << level;
     frames(65 * 40);  // 65 s of play
     const long long before = std::time(nullptr);
     save("first run");
