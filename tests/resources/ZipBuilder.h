@@ -65,46 +65,40 @@ inline std::string buildZip(const std::vector<ZipMember>& members,
                             std::vector<std::size_t>* centralAt = nullptr)
 {
     std::string image;
+    // From the flags to the extra field's length, local and directory records agree.
+    auto common = [&image](const ZipMember& m) {
+        putLE16(image, 0);
+        putLE16(image, m.method);
+        putLE32(image, 0);  // time and date
+        putLE32(image, 0);  // CRC, which the reader does not check
+        putLE32(image, static_cast<uint32_t>(m.data.size()));
+        putLE32(image, m.uncompressedSize);
+        putLE16(image, static_cast<uint32_t>(m.name.size()));
+        putLE16(image, 0);
+    };
     std::vector<uint32_t> offsets;
     for (const ZipMember& m : members) {
         offsets.push_back(static_cast<uint32_t>(image.size()));
         putLE32(image, 0x04034B50);
         putLE16(image, 20);
-        putLE16(image, 0);
-        putLE16(image, m.method);
-        putLE16(image, 0);
-        putLE16(image, 0);
-        putLE32(image, 0);
-        putLE32(image, static_cast<uint32_t>(m.data.size()));
-        putLE32(image, m.uncompressedSize);
-        putLE16(image, static_cast<uint32_t>(m.name.size()));
-        putLE16(image, 0);
+        common(m);
         image += m.name;
         image += m.data;
     }
     const uint32_t directory = static_cast<uint32_t>(image.size());
     for (std::size_t i = 0; i < members.size(); ++i) {
-        const ZipMember& m = members[i];
         if (centralAt)
             centralAt->push_back(image.size());
         putLE32(image, 0x02014B50);
         putLE16(image, 20);
         putLE16(image, 20);
-        putLE16(image, 0);
-        putLE16(image, m.method);
-        putLE16(image, 0);
-        putLE16(image, 0);
-        putLE32(image, 0);
-        putLE32(image, static_cast<uint32_t>(m.data.size()));
-        putLE32(image, m.uncompressedSize);
-        putLE16(image, static_cast<uint32_t>(m.name.size()));
-        putLE16(image, 0);
-        putLE16(image, 0);
-        putLE16(image, 0);
-        putLE16(image, 0);
-        putLE32(image, 0);
+        common(members[i]);
+        putLE16(image, 0);  // comment length
+        putLE16(image, 0);  // disk
+        putLE16(image, 0);  // internal attributes
+        putLE32(image, 0);  // external attributes
         putLE32(image, offsets[i]);
-        image += m.name;
+        image += members[i].name;
     }
     const uint32_t directorySize = static_cast<uint32_t>(image.size()) - directory;
     putLE32(image, 0x06054B50);
