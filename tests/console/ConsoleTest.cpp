@@ -184,7 +184,6 @@ TEST_F(ConsoleTest, CompletionListsMatchesAndTakesTheShortestName)
 
 TEST_F(ConsoleTest, DumpWritesEveryLineBetweenHeaderAndFooter)
 {
-    TempDir dir;
     console().print("first");
     console().printDebug("hidden on screen, kept in the dump");
     run("condump dump.txt");

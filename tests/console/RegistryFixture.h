@@ -1,8 +1,9 @@
 #pragma once
 // Shared set-up for tests of the registries and of what runs on them: both
 // registries start empty with their own commands registered, plus "rec",
-// which records every call with its arguments. HeadlessGameFixture adds a game
-// with null renderer and sound.
+// which records every call with its arguments; files are read from a scratch
+// directory, not from an archive. HeadlessGameFixture adds a game with null
+// renderer and sound.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -14,6 +15,7 @@
 #include "console/VariableRegistry.h"
 #include "core/Game.h"
 #include "render/NullRenderer.h"
+#include "resources/ResourceManager.h"
 #include "resources/TempDir.h"
 #include "sound/NullSound.h"
 
@@ -27,12 +29,14 @@ protected:
         VariableRegistry::instance().clearVariables();
         CommandRegistry::instance().registerCommands();
         VariableRegistry::instance().registerCommands();
+        ResourceManager::instance().clearArchives();
         record("rec");
     }
     void TearDown() override
     {
         CommandRegistry::instance().reset();
         VariableRegistry::instance().clearVariables();
+        ResourceManager::instance().clearArchives();
     }
 
     // Registers `name` as a command that notes each call as "name|arg|arg".
@@ -61,6 +65,7 @@ protected:
         return out;
     }
 
+    TempDir dir;
     Calls calls;
 };
 

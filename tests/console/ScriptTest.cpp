@@ -1,21 +1,6 @@
 #include "console/RegistryFixture.h"
 
-#include "resources/ResourceManager.h"
-
-class ScriptTest : public RegistryFixture {
-protected:
-    void SetUp() override
-    {
-        RegistryFixture::SetUp();
-        ResourceManager::instance().clearArchives();
-    }
-    void TearDown() override
-    {
-        ResourceManager::instance().clearArchives();
-        RegistryFixture::TearDown();
-    }
-    TempDir dir;
-};
+class ScriptTest : public RegistryFixture {};
 
 TEST_F(ScriptTest, LinesRunInOrderWithTheirOwnComments)
 {

@@ -126,17 +126,11 @@ TEST_F(VariableRegistryTest, ConfigLinesFollowTheTypeAndReadBack)
 
 class GameVarsFileTest : public RegistryFixture {
 protected:
-    void SetUp() override
-    {
-        RegistryFixture::SetUp();
-        ResourceManager::instance().clearArchives();
-    }
     std::string load(const std::string& xml)
     {
         dir.write("data/vars.xml", xml);
         return stdoutOf([] { VariableRegistry::instance().loadVariables("data/vars.xml"); });
     }
-    TempDir dir;
 };
 
 TEST_F(GameVarsFileTest, DeclarationsGiveValueTypeAndHelp)

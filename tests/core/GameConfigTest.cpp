@@ -13,8 +13,6 @@ protected:
         HeadlessGameFixture::SetUp();
         game->installGameInput(std::make_unique<GameInput>());
     }
-    // Scripts and written files stay in a private directory.
-    TempDir scratch;
 };
 
 class GameCommandsTest : public GameConfigTest {

@@ -27,23 +27,21 @@ protected:
             text += line + "\n";
         return text;
     }
-
-    TempDir scratch;
 };
 }
 
 TEST_F(GameStartupTest, ScriptsRunInOrderAndDefaultsOnlyBeforeTheFirstConfig)
 {
-    scratch.write("data/default.cfg", "rec default\n");
-    scratch.write("data/userconfig.txt", "rec user\ntoggle flip\n");
-    scratch.write("data/autoexec.txt", "rec autoexec\n");
+    dir.write("data/default.cfg", "rec default\n");
+    dir.write("data/userconfig.txt", "rec user\ntoggle flip\n");
+    dir.write("data/autoexec.txt", "rec autoexec\n");
     GameVar* flip = intVar("flip", "0");
     game->runStartupScripts();
     // The user's script runs twice, so a toggle in it cancels itself.
     EXPECT_EQ(takeCalls(), (Calls{"rec|default", "rec|user", "rec|user", "rec|autoexec"}));
     EXPECT_EQ(flip->intValue, 0);
 
-    scratch.write("data/config.txt", "bind a +moveleft\nrec config\n");
+    dir.write("data/config.txt", "bind a +moveleft\nrec config\n");
     game->runStartupScripts();
     EXPECT_EQ(takeCalls(), (Calls{"rec|config", "rec|user", "rec|user", "rec|autoexec"}));
 }
@@ -51,18 +49,18 @@ TEST_F(GameStartupTest, ScriptsRunInOrderAndDefaultsOnlyBeforeTheFirstConfig)
 TEST_F(GameStartupTest, AConfigWithoutBindingsStillGetsTheDefaults)
 {
     // As a start on unreadable data used to write it: variables, no keys.
-    scratch.write("data/default.cfg", "rec default\n");
-    scratch.write("data/config.txt", "//key bindings\n\n//variables\nrec config\n");
+    dir.write("data/default.cfg", "rec default\n");
+    dir.write("data/config.txt", "//key bindings\n\n//variables\nrec config\n");
     game->runStartupScripts();
     EXPECT_EQ(takeCalls(), (Calls{"rec|default", "rec|config"}));
 
     // Every key unbound by the player is still the player's choice.
-    scratch.write("data/config.txt", "bind k \nbind a \nrec config\n");
+    dir.write("data/config.txt", "bind k \nbind a \nrec config\n");
     game->runStartupScripts();
     EXPECT_EQ(takeCalls(), (Calls{"rec|config"}));
 
     // So is a config written after "unbindall": no key left at all.
-    scratch.write("data/config.txt", "//key bindings\n\nunbindall\n\n//variables\nrec config\n");
+    dir.write("data/config.txt", "//key bindings\n\nunbindall\n\n//variables\nrec config\n");
     game->runStartupScripts();
     EXPECT_EQ(takeCalls(), (Calls{"rec|config"}));
 }
@@ -70,7 +68,7 @@ TEST_F(GameStartupTest, AConfigWithoutBindingsStillGetsTheDefaults)
 TEST_F(GameStartupTest, ScriptsThePlayerHasNotWrittenAreNoFailure)
 {
     // A first start: no config.txt, no userconfig.txt, no autoexec.txt.
-    scratch.write("data/default.cfg", "rec default\n");
+    dir.write("data/default.cfg", "rec default\n");
     const std::string log = stdoutOf([&] { game->runStartupScripts(); });
     EXPECT_EQ(takeCalls(), (Calls{"rec|default"}));
     EXPECT_EQ(consoleText().find("Couldn't"), std::string::npos) << consoleText();
@@ -161,7 +159,7 @@ TEST_F(VideoRestartTest, ResdbgLeavesThePlayersVideoSettingsAlone)
     expectEveryoneKnowsTheSize(1024, 768);
     EXPECT_FALSE(game->getRenderer()->isFullscreen());
     EXPECT_EQ(body->textureId, -1);
-    scratch.write("data/.keep", "");
+    dir.write("data/.keep", "");
     game->writeConfig("data/config.txt", true);
     const std::string written = TempDir::read("data/config.txt");
     EXPECT_NE(written.find("vidwidth 1920\n"), std::string::npos);
