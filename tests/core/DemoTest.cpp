@@ -35,7 +35,7 @@ std::string readError(const std::string& content)
     return demo.read(in, error) ? "" : error;
 }
 
-TEST(DemoFileTest, WritesAndReadsEveryRecordBitForBit)
+TEST(DemoFileTest, WritesAndReadsEveryRecordAndThePlayersStateBitForBit)
 {
     Demo demo;
     demo.level = "enemies";
@@ -51,6 +51,19 @@ TEST(DemoFileTest, WritesAndReadsEveryRecordBitForBit)
     // Awkward floats: a float's every bit must come back.
     demo.aims = {{0, 0.1f, -1.0e-30f}, {40, 123456.789f, 3.0e38f}, {41, -0.0f, 1.17549435e-38f}};
     demo.checkpoints = {{40, 0xfedcba9876543210ull, {{1, 0xdeadbeefu}, {57, 0u}}}, {81, 1u, {}}};
+    // The player's state carried into the level.
+    Demo::PlayerState state;
+    state.health = 87;
+    state.armour = 20;
+    state.cash = 120;
+    state.upgrade = 2;
+    state.healthLevel = 2;
+    state.armourLevel = 1;
+    state.swarmLevel = 3;
+    state.weapon = 4;
+    state.owns = {1, 2, 4, 10};
+    state.ammo = {{0, -1}, {3, 12}, {9, -1}};
+    demo.player = state;
 
     std::istringstream in(text(demo));
     Demo back;
@@ -70,6 +83,8 @@ TEST(DemoFileTest, WritesAndReadsEveryRecordBitForBit)
     ASSERT_EQ(back.checkpoints.size(), 2u);
     EXPECT_EQ(back.checkpoints[0].hash, 0xfedcba9876543210ull);
     EXPECT_EQ(back.checkpoints[0].bodies[1].id, 57);
+    ASSERT_TRUE(back.player.has_value());
+    EXPECT_TRUE(*back.player == state) << back.player->text();
 
     // Windows line ends and blank lines are tolerated.
     std::string crlf;
@@ -78,35 +93,11 @@ TEST(DemoFileTest, WritesAndReadsEveryRecordBitForBit)
     std::istringstream in2(crlf);
     ASSERT_TRUE(back.read(in2, error)) << error;
     EXPECT_EQ(text(back), text(demo));
-}
 
-TEST(DemoFileTest, ThePlayersCarriedStateComesBackWhole)
-{
-    Demo demo;
-    demo.level = "armoury";
-    demo.steps = 3;
-    Demo::PlayerState state;
-    state.health = 87;
-    state.armour = 20;
-    state.cash = 120;
-    state.upgrade = 2;
-    state.healthLevel = 2;
-    state.armourLevel = 1;
-    state.swarmLevel = 3;
-    state.weapon = 4;
-    state.owns = {1, 2, 4, 10};
-    state.ammo = {{0, -1}, {3, 12}, {9, -1}};
-    demo.player = state;
-    std::istringstream in(text(demo));
-    Demo back;
-    std::string error;
-    ASSERT_TRUE(back.read(in, error)) << error;
-    ASSERT_TRUE(back.player.has_value());
-    EXPECT_TRUE(*back.player == state) << back.player->text();
-    // Without the line a demo starts with a new player.
+    // Without the player line a demo starts with a new player.
     demo.player.reset();
-    std::istringstream in2(text(demo));
-    ASSERT_TRUE(back.read(in2, error)) << error;
+    std::istringstream in3(text(demo));
+    ASSERT_TRUE(back.read(in3, error)) << error;
     EXPECT_FALSE(back.player.has_value());
 }
 
@@ -209,27 +200,22 @@ protected:
         player = dynamic_cast<Player*>(game->getPlayer());
         const uint64_t first = game->getStepCount();
         const uint32_t frameMs[] = {16, 33, 7, 16, 16, 51, 12};
+        // The frames at which a key goes down or up; a jump every 90 frames besides.
+        const struct {
+            int frame;
+            const char* key;
+            bool down;
+        } keys[] = {{5, "d", true}, {60, "mouse1", true}, {120, "d", false}, {150, "a", true},
+                    {200, "a", false}, {250, "mouse1", false}, {300, "d", true}, {350, "mouse1", true},
+                    {400, "e", true}, {400, "e", false}, {420, "d", false}, {600, "mouse1", false}};
         for (int i = 0; i < 700; ++i) {
-            if (i == 5 || i == 300)
-                press("d");
-            if (i == 120 || i == 420)
-                release("d");
+            for (const auto& k : keys)
+                if (k.frame == i)
+                    k.down ? press(k.key) : release(k.key);
             if (i % 90 == 30)
                 press("w");
             if (i % 90 == 40)
                 release("w");
-            if (i == 150)
-                press("a");
-            if (i == 200)
-                release("a");
-            if (i == 60 || i == 350)
-                press("mouse1");
-            if (i == 250 || i == 600)
-                release("mouse1");
-            if (i == 400) {
-                press("e");
-                release("e");
-            }
             player->mouseWorldPos = player->pos + Vector(200.0f, static_cast<float>(i % 50) - 25.0f);
             frame(frameMs[i % 7]);
         }
@@ -283,13 +269,7 @@ TEST_F(DemoPlayTest, ADemoThatGoesItsOwnWayNamesTheStepAndTheBodies)
 {
     recordPlay();
     // Without its first move the player is elsewhere from the start.
-    std::string content;
-    {
-        std::ifstream in("demos/arena.dem");
-        std::stringstream all;
-        all << in.rdbuf();
-        content = all.str();
-    }
+    std::string content = TempDir::read("demos/arena.dem");
     const size_t at = content.find(" +moveright\n");
     ASSERT_NE(at, std::string::npos);
     const size_t start = content.rfind('\n', at) + 1;
