@@ -203,3 +203,34 @@ TEST_F(ResourceManagerTest, DocumentsParseOrSayWhyNot)
     const std::string deepLog = stdoutOf([&] { EXPECT_FALSE(rm.loadDocument(deepDoc, "data/deep.xml")); });
     EXPECT_NE(deepLog.find("Failed to parse: data/deep.xml Error: "), std::string::npos) << deepLog;
 }
+
+TEST_F(ResourceManagerTest, NestingLimitCountsOpenElements)
+{
+    const auto nest = [](int depth, const std::string& inside) {
+        std::string text;
+        for (int i = 0; i < depth; ++i)
+            text += "<a>";
+        text += inside;
+        for (int i = 0; i < depth; ++i)
+            text += "</a>";
+        return text;
+    };
+    // Inside a root element: one level is already taken.
+    const int room = ResourceManager::maxXmlDepth - 1;
+    const struct {
+        std::string body;
+        bool loads;
+    } cases[] = {
+        {nest(room, ""), true},
+        {nest(room - 1, "<b/><b/><b />"), true},
+        {nest(room, "<b/>"), false},
+        {nest(room, "<?pi?><!-- c -->x/y"), true},
+        {nest(room / 2, "") + nest(room, ""), true},
+        {nest(room + 1, ""), false},
+    };
+    for (const auto& c : cases) {
+        dir.write("data/nest.xml", "<r>" + c.body + "</r>");
+        TiXmlDocument document;
+        logOf([&] { EXPECT_EQ(rm.loadDocument(document, "data/nest.xml"), c.loads) << c.body.substr(0, 40); });
+    }
+}
