@@ -29,7 +29,10 @@ void ParticleSystem::init()
 {
     deleteParticles();
     maxParticles = std::max(0, std::min(maxParticles, ParticleSystemParams::maxPoolSize));
-    pool.resize(static_cast<size_t>(maxParticles));
+    // Slots are made as they are first needed: most systems never come near
+    // their cap, and building the whole pool up front cost more than the
+    // effect itself. The room is taken whole so particles never move.
+    pool.reserve(static_cast<size_t>(maxParticles));
     activeCount = 0;
     alive = true;
     if (params && !params->texture.empty()) {
@@ -67,6 +70,8 @@ Particle* ParticleSystem::addParticle(const Vector& at, const Vector& to, const 
 {
     if (activeCount >= maxParticles)
         return nullptr;
+    if (static_cast<size_t>(activeCount) == pool.size() && pool.size() < pool.capacity())
+        pool.emplace_back();
     if (static_cast<size_t>(activeCount) >= pool.size()) {
         std::printf("NULL PARTICLE, eh?? %d\n", activeCount);
         return nullptr;

@@ -65,6 +65,23 @@ TEST_F(ParticleSystemTest, FullPoolEmitsNothingUntilAParticleDies)
     EXPECT_EQ(s.getParticleCount(), 4);
 }
 
+TEST_F(ParticleSystemTest, ParticlesStayWhereTheyWereHandedOutAsThePoolFills)
+{
+    auto p = steadyParams(0, 300, 10.0f);
+    ParticleSystem s;
+    configure(s, *p);
+    const auto add = [&s] {
+        return s.addParticle(Vector(), Vector(), Vector(), Vector(), Dimension(1, 1), Dimension(1, 1),
+                             RGBAColour(), RGBAColour(), 1.0f);
+    };
+    Particle* const first = add();
+    for (int i = 1; i < 300; ++i)
+        ASSERT_NE(add(), nullptr) << i;
+    EXPECT_EQ(add(), nullptr);
+    EXPECT_EQ(first, &s.getParticle(0));
+    EXPECT_EQ(s.getParticleCount(), 300);
+}
+
 TEST_F(ParticleSystemTest, StopEndsTheSystemAfterItsDelayEvenWithLiveParticles)
 {
     auto p = steadyParams(100, 64, -1.0f);
