@@ -273,8 +273,11 @@ void Body::attachParticleSystem(ParticleSystem* system)
 void Body::detachParticleSystem(ParticleSystem* system)
 {
     const auto it = std::find(attachedSystems.begin(), attachedSystems.end(), system);
-    if (it != attachedSystems.end())
+    if (it != attachedSystems.end()) {
         attachedSystems.erase(it);
+        // A detached system may outlive the body: it must not tell it later.
+        system->removeObserver(particleObserver.get());
+    }
 }
 
 void Body::detachAllParticleSystems()

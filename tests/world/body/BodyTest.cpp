@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "world/WorldTestHelpers.h"
+#include "particles/ParticleSystem.h"
 #include "world/body/Body.h"
 
 namespace {
@@ -264,4 +265,20 @@ TEST(BodyTest, SavedStateRoundTrip)
     EXPECT_FLOAT_EQ(c.nextthink, 0.0f);
     EXPECT_FALSE(c.inliquid);
     EXPECT_FLOAT_EQ(c.gravitymultiplier, 0.0f);
+}
+
+TEST(BodyTest, DetachedParticleSystemNoLongerKnowsTheBody)
+{
+    // A pickup lets its glow fade on after detaching it, then the level is
+    // unloaded: the glow ending must not reach the deleted body.
+    ParticleSystem system;
+    {
+        Body body;
+        body.attachParticleSystem(&system);
+        ASSERT_EQ(system.getObservers().size(), 1u);
+        body.detachParticleSystem(&system);
+        EXPECT_TRUE(system.getObservers().empty());
+        EXPECT_EQ(body.getAttachedParticleSystemCount(), 0);
+    }
+    system.notifyObservers();
 }
