@@ -259,20 +259,30 @@ double processSeconds()
     return static_cast<double>(t.tv_sec) + 1e-9 * static_cast<double>(t.tv_nsec);
 }
 
+// The game with a shipped level loaded and run for a second, so the frames
+// measured after it are the ones a player sees, not the first uploads.
+Game* levelAtStart(benchmark::State& state, const std::string& name)
+{
+    Game* game = gameOrSkip(state);
+    if (!game)
+        return nullptr;
+    game->loadLevel(name, "");
+    for (int i = 0; i < 60 && !Game::terminateRequested(); ++i) {
+        game->pumpEvents();
+        game->runFrame();
+    }
+    return game;
+}
+
 // A game frame of a level where its player starts, as the game runs it
 // (glow and reuse as configured), beside the full-screen quad frame measured
 // between its frames: "quads" is one in the other, in process CPU time.
 // Registered per level in main, as "BM_LevelFrame/<level>".
 void BM_LevelFrame(benchmark::State& state, const std::string& name)
 {
-    Game* game = gameOrSkip(state);
+    Game* game = levelAtStart(state, name);
     if (!game)
         return;
-    game->loadLevel(name, "");
-    for (int i = 0; i < 60 && !Game::terminateRequested(); ++i) {
-        game->pumpEvents();
-        game->runFrame();
-    }
     IRenderer& r = *game->getRenderer();
     double level = 0.0, quad = 0.0;
     for (auto _ : state) {
@@ -418,14 +428,9 @@ BENCHMARK(BM_FramePasses)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->MinTim
 // Registered per level in main, as "BM_LevelPasses/<level>".
 void BM_LevelPasses(benchmark::State& state, const std::string& name)
 {
-    Game* game = gameOrSkip(state);
+    Game* game = levelAtStart(state, name);
     if (!game)
         return;
-    game->loadLevel(name, "");
-    for (int i = 0; i < 60 && !Game::terminateRequested(); ++i) {
-        game->pumpEvents();
-        game->runFrame();
-    }
     framePasses(state, game, true);
     game->loadLevel("test", "");
 }
