@@ -14,10 +14,9 @@ std::string RGBAColour::toString() const
 
 void RGBAColour::fromString(const std::string& text)
 {
-    const auto tokens = splitTokens(text, ",");
-    if (tokens.size() != 4)
-        return;
-    set(parseFloat(tokens[0]), parseFloat(tokens[1]), parseFloat(tokens[2]), parseFloat(tokens[3]));
+    float c[4];
+    if (readFloatList(text.c_str(), c, 4) == 4)
+        set(c[0], c[1], c[2], c[3]);
 }
 
 void RGBAColour::set(float nr, float ng, float nb)

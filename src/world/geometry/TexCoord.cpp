@@ -6,9 +6,9 @@ std::string TexCoord::toString() const { return formatFloat(u) + "," + formatFlo
 
 void TexCoord::fromString(const std::string& text)
 {
-    const auto tokens = splitTokens(text, ",");
-    if (tokens.size() != 2)
+    float uv[2];
+    if (readFloatList(text.c_str(), uv, 2) != 2)
         return;
-    u = parseFloat(tokens[0]);
-    v = parseFloat(tokens[1]);
+    u = uv[0];
+    v = uv[1];
 }

@@ -33,3 +33,21 @@ float parseFloat(const std::string& token)
 {
     return static_cast<float>(std::atof(token.c_str()));
 }
+
+int readFloatList(const char* text, float* out, int most)
+{
+    int count = 0;
+    for (const char* p = text; p && *p;) {
+        if (*p == ',') {
+            ++p;
+            continue;
+        }
+        // strtod stops at the comma, so it reads exactly what atof reads of the item.
+        if (count < most)
+            out[count] = static_cast<float>(std::strtod(p, nullptr));
+        ++count;
+        while (*p && *p != ',')
+            ++p;
+    }
+    return count;
+}

@@ -12,3 +12,9 @@ std::string formatFloat(float value);
 
 // atof semantics: text that is not a number reads as 0.
 float parseFloat(const std::string& token);
+
+// A comma-separated list read where it stands, empty items dropped and each
+// item read as parseFloat reads it: the first `most` go to `out`, and the
+// result is how many items the text holds. Levels hold thousands of these,
+// and a string per item cost more than parsing the file.
+int readFloatList(const char* text, float* out, int most);

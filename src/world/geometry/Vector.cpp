@@ -14,13 +14,14 @@ const std::string& Vector::toString()
 
 void Vector::fromString(const std::string& value)
 {
-    const auto tokens = splitTokens(value, ",");
-    if (tokens.size() < 2)
+    float c[3];
+    const int count = readFloatList(value.c_str(), c, 3);
+    if (count < 2)
         return;
-    x = parseFloat(tokens[0]);
-    y = parseFloat(tokens[1]);
-    if (tokens.size() >= 3)
-        z = parseFloat(tokens[2]);
+    x = c[0];
+    y = c[1];
+    if (count >= 3)
+        z = c[2];
 }
 
 void Vector::assign(const Vector& other) { set(other.x, other.y, other.z); }

@@ -32,59 +32,22 @@ const TiXmlElement* firstChild(const TiXmlElement* parent, const char* name)
     return parent ? parent->FirstChildElement(name) : nullptr;
 }
 
-// The first `most` numbers of a comma-separated list, empty items skipped,
-// read where they stand (strtod stops at a comma, so each reads exactly its
-// item); how many there were. Levels hold thousands of vertices, and
-// splitting each into strings cost more than the parse of the file.
+// The first `most` numbers of a comma-separated list, a non-finite one read
+// as 0 the way readFloat reads it; how many there were.
 int readNumberList(const char* text, float* out, int most)
 {
-    int count = 0;
-    for (const char* p = text; p && *p && count < most;) {
-        if (*p == ',') {
-            ++p;
-            continue;
-        }
-        out[count++] = readFloat(p);
-        while (*p && *p != ',')
-            ++p;
-    }
+    const int count = std::min(readFloatList(text, out, most), most);
+    for (int i = 0; i < count; ++i)
+        if (!std::isfinite(out[i]))
+            out[i] = 0.0f;
     return count;
 }
 
-// What fromString makes of "a,b,...": exactly `n` non-empty items, each
-// read as atof reads it, else nothing changes. Read in place, since a
-// string per item cost more than the parse of the file.
-bool readExactList(const char* text, float* out, int n)
-{
-    int items = 0;
-    for (const char* p = text; *p;) {
-        if (*p == ',') {
-            ++p;
-            continue;
-        }
-        ++items;
-        while (*p && *p != ',')
-            ++p;
-    }
-    if (items != n)
-        return false;
-    int i = 0;
-    for (const char* p = text; *p;) {
-        if (*p == ',') {
-            ++p;
-            continue;
-        }
-        out[i++] = static_cast<float>(std::strtod(p, nullptr));
-        while (*p && *p != ',')
-            ++p;
-    }
-    return true;
-}
-
+// What RGBAColour::fromString makes of the text, without a string per attribute.
 void readColour(const char* text, RGBAColour& colour)
 {
     float c[4];
-    if (readExactList(text, c, 4))
+    if (readFloatList(text, c, 4) == 4)
         colour.set(c[0], c[1], c[2], c[3]);
 }
 
@@ -220,7 +183,7 @@ bool LevelLoader::readVertices(Body& body, const TiXmlElement* element)
             if (const char* text = v->Attribute("texcoords")) {
                 coord.emplace();
                 float uv[2];
-                if (readExactList(text, uv, 2)) {
+                if (readFloatList(text, uv, 2) == 2) {
                     coord->u = uv[0];
                     coord->v = uv[1];
                 }
