@@ -263,7 +263,7 @@ TEST_F(GameSaveTest, UnusableSavesLeaveTheGameAsItIs)
     const int nextId = game->getNextBodyId();
     for (const auto& [name, notice] : refusals) {
         SCOPED_TRACE(name);
-        const std::string out = stdoutOf([&] { run("loadgame " + name); });
+        const std::string out = stdoutOf([&, name = name] { run("loadgame " + name); });
         EXPECT_NE(out.find("Can't load save file: saves/" + name + ".xml\n"), std::string::npos) << out;
         EXPECT_EQ(game->currentNotice(), notice);
         EXPECT_EQ(out.find("Loading save game"), std::string::npos) << out;

@@ -32,7 +32,8 @@ TEST(BodyFactoryTest, TypeTableHoldsEveryNameOnceInOrderAndEachCreatesItsTypeSil
         const std::string out = captured([&] { body = factory.create(name); });
         ASSERT_NE(body, nullptr) << name;
         EXPECT_EQ(body->type, name);
-        EXPECT_NE(typeid(*body), typeid(Body)) << name << " has no class of its own";
+        const Body& made = *body;
+        EXPECT_NE(typeid(made), typeid(Body)) << name << " has no class of its own";
         EXPECT_EQ(out, "") << name;
         EXPECT_NE(body.get(), factory.findPrototype(name)) << "a fresh clone, not the prototype";
     }
@@ -49,10 +50,12 @@ TEST(BodyFactoryTest, NamesAreCaseSensitiveAndUnknownOnesDefault)
 
     EXPECT_EQ(captured([&] { capital = factory.create("Shotgun"); }), "Defaulting to Body for: Shotgun\n");
     EXPECT_EQ(capital->type, "default");
-    EXPECT_EQ(typeid(*capital), typeid(Body));
+    const Body& defaulted = *capital;
+    EXPECT_EQ(typeid(defaulted), typeid(Body));
 
     EXPECT_EQ(captured([&] { plain = factory.create("default"); }), "") << "the game's own prototype";
-    EXPECT_EQ(typeid(*plain), typeid(Body));
+    const Body& own = *plain;
+    EXPECT_EQ(typeid(own), typeid(Body));
 
     EXPECT_EQ(captured([&] { empty = factory.create(""); }), "Defaulting to Body for: \n");
     EXPECT_EQ(empty->type, "default");
