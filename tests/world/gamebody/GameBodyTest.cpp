@@ -219,20 +219,23 @@ TEST_F(GameBodyTest, OwnershipFollowsDeathAndDeletion)
     EXPECT_EQ(owner.numalive, 1);
 }
 
-TEST_F(GameBodyTest, LevelAttributesHealthAndLives)
+TEST_F(GameBodyTest, LevelAttributesHealthLivesAndGlow)
 {
     GameBody b;
-    b.readAttributes({{"Health", "50"}, {"LIVES", "3"}, {"glow", "true"}});
+    b.readAttributes({{"Health", "50"}, {"LIVES", "3"}, {"GLOW", "true"}, {"GlowSteps", "4"}, {"unknown", "x"}});
     EXPECT_EQ(b.health, 50);
     EXPECT_EQ(b.maxhealth, 50);
     EXPECT_EQ(b.initialhealth, 50);
     EXPECT_EQ(b.numlives, 3);
-    EXPECT_TRUE(b.hasGlow) << "Body's attributes are read first";
+    EXPECT_TRUE(b.hasGlow) << "Body's attributes are read too, names in any case";
+    EXPECT_EQ(b.glowsteps, 4);
 
     GameBody absurd;
-    absurd.readAttributes({{"health", "99999999999999999999"}, {"lives", "many"}});
+    absurd.hasGlow = true;
+    absurd.readAttributes({{"health", "99999999999999999999"}, {"lives", "many"}, {"glow", "TRUE"}});
     EXPECT_EQ(absurd.health, 2147483647);
     EXPECT_EQ(absurd.numlives, 0);
+    EXPECT_FALSE(absurd.hasGlow) << "only a lower-case true turns the glow on";
 }
 
 TEST_F(GameBodyTest, SavedStateRoundTripInKeyOrder)

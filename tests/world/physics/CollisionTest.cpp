@@ -114,6 +114,8 @@ TEST(CollisionTest, OnePairInOneStep)
             continue;
         EXPECT_EQ(m.last.other, &o);
         EXPECT_EQ(o.last.other, &m);
+        EXPECT_EQ(m.last.self, &m);
+        EXPECT_EQ(o.last.self, &o);
         EXPECT_NEAR(m.last.normal.x, c.normal.x, 1e-6f);
         EXPECT_NEAR(m.last.normal.y, c.normal.y, 1e-6f);
         EXPECT_TRUE(o.last.normal.equals(m.last.normal));
