@@ -27,28 +27,7 @@ TEST(Geometry, RandomHelpersStayInRange)
     }
 }
 
-TEST(Geometry, PointAlongSegmentClampsAndReports)
-{
-    Vector out;
-    EXPECT_TRUE(pointAlongSegment({0, 0}, {10, 0}, 0.5f, out));
-    EXPECT_FLOAT_EQ(out.x, 5);
-    EXPECT_FALSE(pointAlongSegment({0, 0}, {10, 0}, -1.0f, out));
-    EXPECT_FLOAT_EQ(out.x, 0);
-    EXPECT_FALSE(pointAlongSegment({0, 0}, {10, 0}, 2.0f, out));
-    EXPECT_FLOAT_EQ(out.x, 10);
-}
-
-TEST(Geometry, ClosestPointClampsToEnds)
-{
-    EXPECT_FLOAT_EQ(closestPointOnSegment({0, 0}, {10, 0}, {-5, 3}).x, 0);
-    EXPECT_FLOAT_EQ(closestPointOnSegment({0, 0}, {10, 0}, {15, 3}).x, 10);
-    EXPECT_FLOAT_EQ(closestPointOnSegment({0, 0}, {10, 0}, {4, 3}).x, 4);
-    // A zero-length segment yields its point, not NaN.
-    const Vector p = closestPointOnSegment({2, 2}, {2, 2}, {5, 5});
-    EXPECT_FLOAT_EQ(p.x, 2);
-}
-
-TEST(Geometry, PointInConvexPolygonEitherWinding)
+TEST(Geometry, PointInConvexPolygonEitherWindingAndCircleTouches)
 {
     for (bool cw : {false, true}) {
         const auto poly = square(1.0f, cw);
@@ -64,10 +43,7 @@ TEST(Geometry, PointInConvexPolygonEitherWinding)
     EXPECT_TRUE(pointInConvexPolygon({0.8f, 0.1f}, hexagon));
     EXPECT_FALSE(pointInConvexPolygon({0.95f, 0.5f}, hexagon));
     EXPECT_FALSE(pointInConvexPolygon({0, 0}, {{0, 0}, {1, 1}}));
-}
 
-TEST(Geometry, CircleTouchesPolygon)
-{
     const auto poly = square(1.0f);
     EXPECT_TRUE(circleTouchesPolygon({0, 0}, 0.1f, poly));
     EXPECT_TRUE(circleTouchesPolygon({2, 0}, 1.0f, poly));
@@ -76,21 +52,32 @@ TEST(Geometry, CircleTouchesPolygon)
     EXPECT_TRUE(circleTouchesPolygon({2, 2}, 1.42f, poly));
 }
 
-TEST(Geometry, SegmentIntersectionFraction)
+// Points along and nearest a segment clamp to its ends; a zero-length
+// segment yields its point, not NaN.
+TEST(Geometry, SegmentAndRayQueries)
 {
+    Vector out;
+    EXPECT_TRUE(pointAlongSegment({0, 0}, {10, 0}, 0.5f, out));
+    EXPECT_FLOAT_EQ(out.x, 5);
+    EXPECT_FALSE(pointAlongSegment({0, 0}, {10, 0}, -1.0f, out));
+    EXPECT_FLOAT_EQ(out.x, 0);
+    EXPECT_FALSE(pointAlongSegment({0, 0}, {10, 0}, 2.0f, out));
+    EXPECT_FLOAT_EQ(out.x, 10);
+
+    EXPECT_FLOAT_EQ(closestPointOnSegment({0, 0}, {10, 0}, {-5, 3}).x, 0);
+    EXPECT_FLOAT_EQ(closestPointOnSegment({0, 0}, {10, 0}, {15, 3}).x, 10);
+    EXPECT_FLOAT_EQ(closestPointOnSegment({0, 0}, {10, 0}, {4, 3}).x, 4);
+    EXPECT_FLOAT_EQ(closestPointOnSegment({2, 2}, {2, 2}, {5, 5}).x, 2);
+
     float t = -1;
     EXPECT_TRUE(segmentsIntersect({0, 0}, {10, 0}, {2.5f, -1}, {2.5f, 1}, t));
     EXPECT_NEAR(t, 0.25f, 1e-6f);
     EXPECT_FALSE(segmentsIntersect({0, 0}, {10, 0}, {11, -1}, {11, 1}, t));
     EXPECT_FALSE(segmentsIntersect({0, 0}, {10, 0}, {0, 1}, {10, 1}, t));  // parallel
-}
 
-TEST(Geometry, RayPlane)
-{
     Plane p;
     p.normal = Vector(0, 1);
     p.distance = 5;
-    float t = 0;
     EXPECT_TRUE(rayPlaneIntersection({0, 0}, {0, 2}, p, t));
     EXPECT_FLOAT_EQ(t, 2.5f);
     EXPECT_FALSE(rayPlaneIntersection({0, 0}, {1, 0}, p, t));
