@@ -161,7 +161,8 @@ TEST_F(WorldStepTest, RemovalDuringTheMovePassKeepsTheWalkValid)
 
 TEST_F(WorldStepTest, EnemiesFarFromThePlayerAreFrozen)
 {
-    game->setGravityOverride(0.0f);
+    // With no gravity variable nothing falls.
+    game->clearGravityOverride();
     Body* player = spawnBox(0, 0, 16, 16, 100);
     game->setPlayer(player);
     Body* nearEnemy = spawnBox(500, 0, 16, 16, 10);
@@ -175,17 +176,6 @@ TEST_F(WorldStepTest, EnemiesFarFromThePlayerAreFrozen)
     EXPECT_FLOAT_EQ(farEnemy->pos.y, 0.0f);
     EXPECT_FLOAT_EQ(farCrate->pos.y, 1.0f);
     game->setPlayer(nullptr);
-}
-
-TEST_F(WorldStepTest, WithoutAGravityVariableNothingFalls)
-{
-    Game bare(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
-    bare.getQuadTree().build(Vector(0, 0), 1024, 2);
-    Body* b = new Body();
-    b->makeRectangle(4, 4);
-    bare.spawnBody(b);
-    bare.applyGravity(dt);
-    EXPECT_TRUE(b->vel.isZero());
 }
 
 namespace {
