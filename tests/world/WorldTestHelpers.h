@@ -10,7 +10,7 @@
 #include <cstdio>
 #include <fstream>
 #include <functional>
-#include <sstream>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -52,9 +52,7 @@ inline std::string captured(const std::function<void()>& action)
 inline std::string readFile(const std::string& path)
 {
     std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
+    return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 // The directory's files, hidden ones left out, in name order; empty when it

@@ -290,26 +290,25 @@ TEST_F(GameBodyTest, SavedStateRoundTripInKeyOrder)
 
 TEST_F(GameBodyTest, BeforeTargetsLinksTheSavedOwner)
 {
-    auto* owner = new GameBody;
-    owner->autoid = 5;
-    auto* other = new GameBody;
-    other->autoid = 6;
-    auto* child = new GameBody;
-    child->ownerid = 5;
-    game.addBody(other, false);
-    game.addBody(owner, false);
-    game.addBody(child, false);
+    const auto add = [&](int autoid, int ownerid) {
+        auto* b = new GameBody;
+        b->autoid = autoid;
+        b->ownerid = ownerid;
+        game.addBody(b, false);
+        return b;
+    };
+    add(6, 0);
+    GameBody* owner = add(5, 0);
+    GameBody* child = add(0, 5);
+    GameBody* stray = add(0, 99);
     child->beforeTargets();
+    stray->beforeTargets();
     EXPECT_EQ(child->getOwner(), owner);
     EXPECT_EQ(owner->getOwned(), (std::vector<GameBody*>{child}));
-
-    auto* stray = new GameBody;
-    stray->ownerid = 99;
-    game.addBody(stray, false);
-    stray->beforeTargets();
     EXPECT_EQ(stray->getOwner(), nullptr);
 
     child->ownerid = 0;
     child->beforeTargets();
     EXPECT_EQ(child->getOwner(), nullptr);
+    EXPECT_TRUE(owner->getOwned().empty());
 }
