@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "particles/ParticleSystem.h"
+#include "world/WorldTestHelpers.h"
 #include "world/body/Body.h"
 
 TEST(BodyTest, SpeedIsCappedAndImmovableBodiesIgnorePushes)
@@ -115,9 +116,7 @@ TEST(BodyTest, CentroidOfLevelPolygons)
 TEST(BodyTest, BoundsAndSweepFollowTheMotion)
 {
     Body b;
-    b.setPosition(Vector(100, 50));
-    b.makeRectangle(10, 20);
-    b.updateBounds();
+    worldtest::shapeBox(b, 100, 50, 10, 20);
     EXPECT_NEAR(b.radius, std::sqrt(125.0f), 1e-4f);
     EXPECT_FLOAT_EQ(b.bounds->minX, 95.0f);
     EXPECT_FLOAT_EQ(b.bounds->maxY, 60.0f);
@@ -138,15 +137,10 @@ TEST(BodyTest, BoundsAndSweepFollowTheMotion)
 
     // Strict overlap: boxes that share an edge do not overlap.
     Body a, c;
-    a.makeRectangle(2, 2);
-    a.updateBounds();
-    c.setPosition(Vector(2, 0));
-    c.makeRectangle(2, 2);
-    c.updateBounds();
+    worldtest::shapeBox(a, 0, 0, 2, 2);
+    worldtest::shapeBox(c, 2, 0, 2, 2);
     EXPECT_FALSE(a.boundsOverlap(c));
-    c.setPosition(Vector(1.9f, 0));
-    c.transform();
-    c.updateBounds();
+    worldtest::shapeBox(c, 1.9f, 0, 2, 2);
     EXPECT_TRUE(a.boundsOverlap(c));
 }
 
