@@ -21,6 +21,13 @@ std::unique_ptr<Body> box(float x, float y, float w, float h, float mass = 0.0f)
     return b;
 }
 
+void moveTo(Body& b, const Vector& to)
+{
+    b.setPosition(to);
+    b.transform();
+    b.updateBounds();
+}
+
 class QuadTreeTest : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(tree.build(Vector(0, 0), 1024, 2)); }
@@ -58,18 +65,15 @@ TEST_F(QuadTreeTest, ContainmentIncludesEdgesAndStraddlersStayInTheParent)
     Body* mover = add(box(-400, 400, 10, 10, 1));
     ASSERT_TRUE(tree.insert(mover));
     QuadTree* first = mover->quadTreeNode;
-    mover->setPosition(Vector(400, -400));
-    mover->transform();
+    moveTo(*mover, Vector(400, -400));
     ASSERT_TRUE(tree.update(mover));
     EXPECT_NE(mover->quadTreeNode, first);
     EXPECT_EQ(std::count(first->getBodies().begin(), first->getBodies().end(), mover), 0);
-    mover->setPosition(Vector(4000, 0));
-    mover->transform();
+    moveTo(*mover, Vector(4000, 0));
     EXPECT_FALSE(tree.update(mover));
     EXPECT_EQ(mover->quadTreeNode, nullptr);
     EXPECT_EQ(tree.countAllBodies(), 3);
-    mover->setPosition(Vector(-300, -300));
-    mover->transform();
+    moveTo(*mover, Vector(-300, -300));
     ASSERT_TRUE(tree.update(mover));
     EXPECT_TRUE(mover->quadTreeNode->contains(*mover));
     EXPECT_TRUE(mover->quadTreeNode->getChildren().empty());
@@ -251,27 +255,17 @@ void referenceTrace(const QuadTree& node, const Ray& ray, std::vector<std::pair<
         referenceTrace(*c, ray, out);
 }
 
-void preorder(const QuadTree& node, std::vector<const QuadTree*>& out)
-{
-    out.push_back(&node);
-    for (const auto& c : node.getChildren())
-        preorder(*c, out);
-}
-
 // The candidates spelt out plainly, in the order the pair tests run them
 // (the simulation's result depends on it): depth first, children in order,
 // each node's bodies in list order, live boxes, no two immovable bodies.
-std::vector<Body*> referenceCandidates(const QuadTree& tree, const Body& probe)
+void referenceCandidates(const QuadTree& node, const Body& probe, std::vector<Body*>& want)
 {
-    std::vector<const QuadTree*> nodes;
-    preorder(tree, nodes);
-    std::vector<Body*> want;
-    for (const QuadTree* node : nodes)
-        if (node->overlaps(probe))
-            for (Body* b : node->getBodies())
-                if (probe.boundsOverlap(*b) && (probe.isMovable() || b->isMovable()))
-                    want.push_back(b);
-    return want;
+    if (node.overlaps(probe))
+        for (Body* b : node.getBodies())
+            if (probe.boundsOverlap(*b) && (probe.isMovable() || b->isMovable()))
+                want.push_back(b);
+    for (const auto& c : node.getChildren())
+        referenceCandidates(*c, probe, want);
 }
 }
 
@@ -352,9 +346,7 @@ TEST_F(QuadTreeTest, ATreeGoneFirstLeavesItsBodiesBoxesAlone)
         ASSERT_TRUE(shortLived.insert(survivor));
     }
     EXPECT_EQ(survivor->quadTreeNode, nullptr);
-    survivor->setPosition(Vector(20, 20));
-    survivor->transform();
-    survivor->updateBounds();
+    moveTo(*survivor, Vector(20, 20));
     EXPECT_FLOAT_EQ(survivor->bounds->minX, 18.0f);
 }
 
@@ -385,9 +377,10 @@ TEST_F(QuadTreeTest, CandidatesMatchThePlainOverlapTestThroughChanges)
 
     const auto check = [&](const char* stage) {
         for (Body* probe : probes) {
-            std::vector<Body*> got;
+            std::vector<Body*> got, want;
             tree.candidates(*probe, got, 0.025f);
-            ASSERT_EQ(got, referenceCandidates(tree, *probe))
+            referenceCandidates(tree, *probe, want);
+            ASSERT_EQ(got, want)
                 << stage << ", probe at " << probe->pos.x << "," << probe->pos.y;
         }
     };
@@ -406,9 +399,7 @@ TEST_F(QuadTreeTest, CandidatesMatchThePlainOverlapTestThroughChanges)
     // Moved without a re-index, then some re-indexed (to the end of a list)
     // and some taken out.
     for (size_t i = 1; i < all.size(); i += 4) {
-        all[i]->setPosition(Vector(coord(rng), coord(rng)));
-        all[i]->transform();
-        all[i]->updateBounds();
+        moveTo(*all[i], Vector(coord(rng), coord(rng)));
     }
     check("moved");
     for (size_t i = 2; i < all.size(); i += 5)
@@ -421,9 +412,7 @@ TEST_F(QuadTreeTest, CandidatesMatchThePlainOverlapTestThroughChanges)
     // out leaves the other.
     Body* twice = all[3];
     ASSERT_TRUE(tree.insert(twice));
-    twice->setPosition(probes[0]->pos);
-    twice->transform();
-    twice->updateBounds();
+    moveTo(*twice, probes[0]->pos);
     check("listed twice");
     twice->quadTreeNode->remove(twice);
     check("one entry taken out");
