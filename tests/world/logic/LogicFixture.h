@@ -71,10 +71,7 @@ protected:
     {
         auto* recorder = new TriggerRecorder();
         recorder->id = id;
-        recorder->makeRectangle(8.0f, 8.0f);
-        recorder->setPosition(Vector(-900.0f, 500.0f));
-        game->spawnBody(recorder);
-        return recorder;
+        return spawn(recorder, -900.0f, 500.0f, 8.0f);
     }
 
     // Sets the level clock to `ms` after the level start.
@@ -88,14 +85,6 @@ protected:
     {
         at(ms);
         body.think(0.025f);
-    }
-
-    static void touch(Body& self, Body& other)
-    {
-        TouchInfo info;
-        info.self = &self;
-        info.other = &other;
-        self.onTouch(info);
     }
 
     static std::string lastHudMessage()
