@@ -29,18 +29,29 @@ protected:
     }
 };
 
-TEST_F(MoversTest, DoorOpensWaitsAndClosesWithoutOvershooting)
+TEST_F(MoversTest, DoorsOpenWaitAndCloseWithoutOvershootingOrStayOpenAndPassClips)
 {
-    loadLevel(box("door", "door", -16, 100, 16, 132, "mass=\"0\" solid=\"true\" entity=\"true\"",
-                  attribute("openoffset", "0,64") + attribute("speed", "32") + attribute("timeopen", "3000")));
+    const std::string solid = "mass=\"0\" solid=\"true\" entity=\"true\"";
+    loadLevel(box("door", "door", -16, 100, 16, 132, solid,
+                  attribute("openoffset", "0,64") + attribute("speed", "32") + attribute("timeopen", "3000")) +
+              box("door", "gate", 400, 100, 432, 132, solid,
+                  attribute("openoffset", "64,0") + attribute("speed", "640")) +
+              box("clip", "clip", 300, 300, 308, 308, solid));
     auto* door = find<Door>("door");
-    ASSERT_NE(door, nullptr);
+    auto* gate = find<Door>("gate");
+    auto* clip = find<Clip>("clip");
+    ASSERT_TRUE(door && gate && clip);
+    EXPECT_FALSE(gate->collidesWith(clip));
+    EXPECT_TRUE(gate->collidesWith(player));
+    EXPECT_FALSE(clip->visible);
+    EXPECT_TRUE(clip->solid);
     player->setPosition(Vector(-200.0f, 20.0f));
-    const float startY = door->pos.y;
+    const float startY = door->pos.y, startX = gate->pos.x;
     EXPECT_FLOAT_EQ(door->startpoint.y, startY);
 
     const float t0 = levelTime();
     door->onTriggered(nullptr);
+    gate->onTriggered(nullptr);
     EXPECT_TRUE(door->isopening);
     float openedAt = -1, closingAt = -1, closedAt = -1;
     for (int i = 0; i < 400 && closedAt < 0; ++i) {
@@ -62,6 +73,10 @@ TEST_F(MoversTest, DoorOpensWaitsAndClosesWithoutOvershooting)
     EXPECT_NEAR(closedAt - closingAt, 2000.0f, 150.0f);
     EXPECT_FLOAT_EQ(door->pos.y, startY);
     EXPECT_FALSE(door->isopening || door->isclosing);
+    // Without a time open the gate stays open.
+    EXPECT_TRUE(gate->isopen);
+    EXPECT_FALSE(gate->isclosing);
+    EXPECT_FLOAT_EQ(gate->pos.x, startX + 64.0f);
 }
 
 // A door read from a saved game keeps the start point it saved, not the
@@ -76,27 +91,6 @@ TEST_F(MoversTest, ARestoredDoorKeepsItsSavedStartPoint)
     door.setPosition(Vector(10.0f, 84.0f));
     door.afterTargets();
     EXPECT_FLOAT_EQ(door.startpoint.y, 20.0f);
-}
-
-TEST_F(MoversTest, DoorWithoutTimeopenStaysOpenAndPassesClips)
-{
-    loadLevel(box("door", "door", -16, 100, 16, 132, "mass=\"0\" solid=\"true\" entity=\"true\"",
-                  attribute("openoffset", "64,0") + attribute("speed", "640")) +
-              box("clip", "clip", 300, 300, 308, 308, "mass=\"0\" solid=\"true\" entity=\"true\""));
-    auto* door = find<Door>("door");
-    auto* clip = find<Clip>("clip");
-    ASSERT_TRUE(door && clip);
-    EXPECT_FALSE(door->collidesWith(clip));
-    EXPECT_TRUE(door->collidesWith(player));
-    EXPECT_FALSE(clip->visible);
-    EXPECT_TRUE(clip->solid);
-    player->setPosition(Vector(-200.0f, 20.0f));
-    const float startX = door->pos.x;
-    door->onTriggered(nullptr);
-    frames(200);
-    EXPECT_TRUE(door->isopen);
-    EXPECT_FALSE(door->isclosing);
-    EXPECT_FLOAT_EQ(door->pos.x, startX + 64.0f);
 }
 
 TEST_F(MoversTest, AlphaDoorVanishesAndReturnsAfterTheLastFiring)
