@@ -213,13 +213,11 @@ TEST_F(MoversTest, PainBodyHurtsWhileOnAndTriggerTurnsItOff)
     ASSERT_TRUE(zap && pulse);
     GameBody* victim = addVictim(-500, 500);
     victim->health = 100;
-    at(1);
-    touch(*zap, *victim);
-    at(50);
-    touch(*zap, *victim);
-    at(102);
-    touch(*zap, *victim);
-    EXPECT_EQ(victim->health, 86);
+    for (const float ms : {1.0f, 50.0f, 102.0f}) {
+        at(ms);
+        touch(*zap, *victim);
+    }
+    EXPECT_EQ(victim->health, 86);  // at 1 and 102 ms
     zap->onTriggered(nullptr);
     EXPECT_FALSE(zap->on);
     thinkAt(*zap, 1000);  // reverttimer 0: stays off
