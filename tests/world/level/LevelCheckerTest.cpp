@@ -87,21 +87,6 @@ protected:
     LevelSchema schema{factories.plain};
 };
 
-TEST_F(LevelCheckerTest, CleanLevelHasNoProblems)
-{
-    const std::string good =
-        body("door", "gate", square(40, 0) + attribute("openoffset", "0,64")) +
-        body("switch", "lever", square(80, 0) + attribute("triggeredimage", "data/images/ok.png"),
-             "entity=\"true\" targets=\"gate\" texture=\"data/images/ok.png\"") +
-        body("soundbody", "hum", square(120, 0) + attribute("sound", "data/sounds/hum.wav")) +
-        body("particlesystembody", "fx", square(140, 0) + attribute("SYSTEMID", "steam")) +
-        body("skyinfo", "skies", square(160, 0) + attribute("skies", "day") + attribute("music", "harbour")) +
-        body("levelchange", "exit2", square(180, 0) + attribute("leveltarget", "next") +
-                                         attribute("targetspawn", "door"));
-    for (const auto& p : check(level(good)))
-        ADD_FAILURE() << p.line << ": " << p.message;
-}
-
 TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
 {
     // Lines below the body's first: its params are on the next, its vertices and attributes after.
@@ -203,7 +188,7 @@ TEST_F(LevelCheckerTest, LevelWideRules)
     EXPECT_TRUE(check("<level noexit=\"true\">" + noExit.substr(7)).empty());
 }
 
-TEST_F(LevelCheckerTest, UnreadableFilesExitStatusAndFuzzSeeds)
+TEST_F(LevelCheckerTest, CleanAndUnreadableFilesExitStatusAndFuzzSeeds)
 {
     LevelChecker checker(schema);
     bool readable = true;
@@ -212,7 +197,17 @@ TEST_F(LevelCheckerTest, UnreadableFilesExitStatusAndFuzzSeeds)
     checker.checkText("", readable);
     EXPECT_FALSE(readable);
 
-    dir.write("clean.xml", level(""));
+    // Every kind of reference, each found.
+    const std::string good =
+        body("door", "gate", square(40, 0) + attribute("openoffset", "0,64")) +
+        body("switch", "lever", square(80, 0) + attribute("triggeredimage", "data/images/ok.png"),
+             "entity=\"true\" targets=\"gate\" texture=\"data/images/ok.png\"") +
+        body("soundbody", "hum", square(120, 0) + attribute("sound", "data/sounds/hum.wav")) +
+        body("particlesystembody", "fx", square(140, 0) + attribute("SYSTEMID", "steam")) +
+        body("skyinfo", "skies", square(160, 0) + attribute("skies", "day") + attribute("music", "harbour")) +
+        body("levelchange", "exit2", square(180, 0) + attribute("leveltarget", "next") +
+                                         attribute("targetspawn", "door"));
+    dir.write("clean.xml", level(good));
     dir.write("bad.xml", level(body("Shotgun", "gun", square(40, 0))));
     dir.write("broken.xml", "<level>");
     std::FILE* sink = std::tmpfile();

@@ -67,13 +67,6 @@ protected:
                 return b;
         return nullptr;
     }
-    bool isActive(const Body* b)
-    {
-        for (Body* a : game.getActiveBodies())
-            if (a == b)
-                return true;
-        return false;
-    }
 
     TempDir dir;
     Game game{std::make_unique<NullRenderer>(), std::make_unique<NullSound>()};

@@ -121,6 +121,8 @@ TEST_F(LevelLoaderTest, MassThresholdsTheActiveListAndEntityNumbers)
                              body("default", "negative", "mass=\"-5\"", rect(40, 0, 48, 8)) +
                              body("spawnpoint", "second", "entity=\"true\"", rect(50, 0, 58, 8)));
     ASSERT_TRUE(loader.loadLevelFile("masses", game.getQuadTree()));
+    const auto& active = game.getActiveBodies();
+    const auto isActive = [&](const Body* b) { return std::count(active.begin(), active.end(), b) == 1; };
     for (const char* id : {"zero", "tiny", "negative"}) {
         Body* b = find(id);
         ASSERT_NE(b, nullptr) << id;
