@@ -8,27 +8,13 @@
 #include <string>
 #include <vector>
 
-#include "resources/TempDir.h"
-#include "world/WorldTestHelpers.h"
-#include "world/body/Body.h"
-#include "world/level/BodyFactory.h"
 #include "world/level/GameBodyFactory.h"
 #include "world/level/LevelChecker.h"
+#include "world/level/LevelFixture.h"
 #include "world/level/LevelSchema.h"
 #include "world/level/TiledProject.h"
 
 namespace {
-struct Factories {
-    Factories()
-    {
-        game.registerPrototypes();
-        plain.registerPrototypes();
-        plain.setFallbackFactory(&game);
-    }
-    GameBodyFactory game;
-    BodyFactory plain;
-};
-
 std::string square(float x, float y, float size = 16.0f)
 {
     auto v = [](float vx, float vy) {
@@ -37,8 +23,8 @@ std::string square(float x, float y, float size = 16.0f)
     return "<verts>" + v(x, y) + v(x + size, y) + v(x + size, y + size) + v(x, y + size) + "</verts>";
 }
 
-std::string body(const std::string& type, const std::string& id, const std::string& inner,
-                 const std::string& params = "entity=\"true\"")
+std::string object(const std::string& type, const std::string& id, const std::string& inner,
+                   const std::string& params = "entity=\"true\"")
 {
     return "<P type=\"" + type + "\" idname=\"" + id + "\">\n<params " + params + "/>\n" + inner + "\n</P>\n";
 }
@@ -49,22 +35,23 @@ std::string attribute(const std::string& name, const std::string& value)
 }
 
 // Line 1 is the root; bodies follow, each starting on its own line.
-std::string level(const std::string& bodies)
+std::string levelOf(const std::string& bodies)
 {
     return "<level><Objects>\n" +
-           body("default", "floor", square(-100, -100, 400), "solid=\"true\" entity=\"false\"") +
-           body("spawnpoint", "start", square(0, 0)) +
-           body("levelchange", "exit", square(200, 0) + attribute("leveltarget", "next")) + bodies +
+           object("default", "floor", square(-100, -100, 400), "solid=\"true\" entity=\"false\"") +
+           object("spawnpoint", "start", square(0, 0)) +
+           object("levelchange", "exit", square(200, 0) + attribute("leveltarget", "next")) + bodies +
            "</Objects></level>\n";
 }
 // The line of the first body after the three of every test level.
 const int firstExtraLine = 2 + 3 * 4;
 }
 
-class LevelCheckerTest : public ::testing::Test {
+class LevelCheckerTest : public LevelFixture {
 protected:
     void SetUp() override
     {
+        LevelFixture::SetUp();
         dir.write("maps/next.xml", "<level><Objects><P type=\"spawnpoint\" idname=\"door\"/></Objects></level>");
         dir.write("data/images/ok.png", "png");
         dir.write("data/sky/day.xml", "<sky/>");
@@ -82,9 +69,7 @@ protected:
         return problems;
     }
 
-    TempDir dir;
-    Factories factories;
-    LevelSchema schema{factories.plain};
+    LevelSchema schema{*game.getBodyFactory()};
 };
 
 TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
@@ -92,15 +77,15 @@ TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
     // Lines below the body's first: its params are on the next, its vertices and attributes after.
     const int params = 1, inner = 2;
     const auto with = [](const std::string& type, const std::string& id, const std::string& name,
-                         const std::string& value) { return body(type, id, square(40, 0) + attribute(name, value)); };
+                         const std::string& value) { return object(type, id, square(40, 0) + attribute(name, value)); };
     const auto withParams = [](const std::string& type, const std::string& id, const std::string& extra) {
-        return body(type, id, square(40, 0), "entity=\"true\" " + extra);
+        return object(type, id, square(40, 0), "entity=\"true\" " + extra);
     };
     const auto polygon = [](const std::string& id, std::initializer_list<const char*> origins) {
         std::string verts;
         for (const char* origin : origins)
             verts += "<v origin=\"" + std::string(origin) + "\"/>";
-        return body("default", id, "<verts>" + verts + "</verts>", "entity=\"false\"");
+        return object("default", id, "<verts>" + verts + "</verts>", "entity=\"false\"");
     };
     struct Case {
         const char* rule;
@@ -109,7 +94,7 @@ TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
         const char* expected;
     };
     const Case cases[] = {
-        {"unknown type", body("Shotgun", "gun", square(40, 0)), 0,
+        {"unknown type", object("Shotgun", "gun", square(40, 0)), 0,
          "body \"gun\" (Shotgun): unknown type \"Shotgun\" (did you mean \"shotgun\"?)"},
         {"misspelt attribute", with("door", "gate", "opnoffset", "0,64"), inner,
          "body \"gate\" (door): unknown attribute \"opnoffset\" (did you mean \"openoffset\"?)"},
@@ -146,7 +131,8 @@ TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
         {"level change to no level", with("levelchange", "l", "leveltarget", "nxt"), inner,
          "\"leveltarget\" names no level: \"nxt\""},
         {"entry spawn point of the next level",
-         body("levelchange", "l", square(40, 0) + attribute("leveltarget", "next") + attribute("targetspawn", "dor")),
+         object("levelchange", "l",
+                square(40, 0) + attribute("leveltarget", "next") + attribute("targetspawn", "dor")),
          inner, "\"targetspawn\" names no spawn point of level \"next\": \"dor\""},
         {"too few vertices", polygon("bit", {"0,0", "1,0"}), 0, "body \"bit\" (default): polygon has 2 vertices"},
         {"degenerate polygon", polygon("line", {"0,0", "5,0", "9,0"}), 0, "polygon is degenerate"},
@@ -156,16 +142,16 @@ TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
          "vertex origin \"zero\" is not x,y or x,y,z"},
         {"infinite vertex", polygon("inf", {"0,0", "10,0", "10,10", "1e999,0"}), inner,
          "vertex origin \"1e999,0\" is not a finite number"},
-        {"overlapping spawn points", body("spawnpoint", "start2", square(8, 8)), 0,
+        {"overlapping spawn points", object("spawnpoint", "start2", square(8, 8)), 0,
          "body \"start2\" (spawnpoint): overlaps spawn point \"start\""},
-        {"outside the level", body("health", "far", square(900, 0)), 0,
+        {"outside the level", object("health", "far", square(900, 0)), 0,
          "body \"far\" (health): lies outside the level"},
-        {"beyond loadable coordinates", body("default", "huge", square(2e6f, 0), "entity=\"false\""), 0,
+        {"beyond loadable coordinates", object("default", "huge", square(2e6f, 0), "entity=\"false\""), 0,
          "lies beyond the coordinates the game can load"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.rule);
-        const auto problems = check(level(c.bodies));
+        const auto problems = check(levelOf(c.bodies));
         ASSERT_EQ(problems.size(), 1u) << (problems.empty() ? "" : problems[0].message);
         EXPECT_NE(problems[0].message.find(c.expected), std::string::npos) << problems[0].message;
         EXPECT_EQ(problems[0].line, firstExtraLine + c.line) << problems[0].message;
@@ -174,13 +160,13 @@ TEST_F(LevelCheckerTest, EachRuleReportsItsProblemOnceOnItsLine)
 
 TEST_F(LevelCheckerTest, LevelWideRules)
 {
-    const std::string floor = "<level><Objects>\n" + body("default", "floor", square(0, 0, 100), "entity=\"false\"");
-    auto problems = check(floor + body("levelchange", "exit", square(10, 10) + attribute("leveltarget", "next")) +
+    const std::string floor = "<level><Objects>\n" + object("default", "floor", square(0, 0, 100), "entity=\"false\"");
+    auto problems = check(floor + object("levelchange", "exit", square(10, 10) + attribute("leveltarget", "next")) +
                           "</Objects></level>");
     ASSERT_EQ(problems.size(), 1u);
     EXPECT_NE(problems[0].message.find("no spawn point"), std::string::npos);
 
-    const std::string noExit = floor + body("spawnpoint", "start", square(10, 10)) + "</Objects></level>";
+    const std::string noExit = floor + object("spawnpoint", "start", square(10, 10)) + "</Objects></level>";
     problems = check(noExit);
     ASSERT_EQ(problems.size(), 1u);
     EXPECT_NE(problems[0].message.find("no exit"), std::string::npos);
@@ -199,16 +185,16 @@ TEST_F(LevelCheckerTest, CleanAndUnreadableFilesExitStatusAndFuzzSeeds)
 
     // Every kind of reference, each found.
     const std::string good =
-        body("door", "gate", square(40, 0) + attribute("openoffset", "0,64")) +
-        body("switch", "lever", square(80, 0) + attribute("triggeredimage", "data/images/ok.png"),
+        object("door", "gate", square(40, 0) + attribute("openoffset", "0,64")) +
+        object("switch", "lever", square(80, 0) + attribute("triggeredimage", "data/images/ok.png"),
              "entity=\"true\" targets=\"gate\" texture=\"data/images/ok.png\"") +
-        body("soundbody", "hum", square(120, 0) + attribute("sound", "data/sounds/hum.wav")) +
-        body("particlesystembody", "fx", square(140, 0) + attribute("SYSTEMID", "steam")) +
-        body("skyinfo", "skies", square(160, 0) + attribute("skies", "day") + attribute("music", "harbour")) +
-        body("levelchange", "exit2", square(180, 0) + attribute("leveltarget", "next") +
-                                         attribute("targetspawn", "door"));
-    dir.write("clean.xml", level(good));
-    dir.write("bad.xml", level(body("Shotgun", "gun", square(40, 0))));
+        object("soundbody", "hum", square(120, 0) + attribute("sound", "data/sounds/hum.wav")) +
+        object("particlesystembody", "fx", square(140, 0) + attribute("SYSTEMID", "steam")) +
+        object("skyinfo", "skies", square(160, 0) + attribute("skies", "day") + attribute("music", "harbour")) +
+        object("levelchange", "exit2", square(180, 0) + attribute("leveltarget", "next") +
+                                           attribute("targetspawn", "door"));
+    dir.write("clean.xml", levelOf(good));
+    dir.write("bad.xml", levelOf(object("Shotgun", "gun", square(40, 0))));
     dir.write("broken.xml", "<level>");
     std::FILE* sink = std::tmpfile();
     ASSERT_NE(sink, nullptr);
