@@ -210,24 +210,6 @@ TEST_F(LevelLoaderTest, ListTextReadsAsTheValueReadersDo)
     }
 }
 
-TEST_F(LevelLoaderTest, AttributesAreCollectedAndRead)
-{
-    auto doc = parse(level(body("gamebody", "boss", "entity=\"true\"",
-                                rect(0, 0, 8, 8) +
-                                    "<attributes><a name=\"health\" value=\"10\"/><a name=\"lives\" value=\"2\"/>"
-                                    "</attributes><attributes><a name=\"health\" value=\"50\"/>"
-                                    "<a name=\"note\" value=\"hi\"/><a/></attributes>")));
-    auto b = entityLoader.loadBody(firstP(*doc), false);
-    auto* g = dynamic_cast<GameBody*>(b.get());
-    ASSERT_NE(g, nullptr);
-    EXPECT_EQ(g->attributes.at("health"), "50") << "a later pair replaces an earlier one";
-    EXPECT_EQ(g->attributes.at("note"), "hi");
-    EXPECT_EQ(g->health, 50);
-    EXPECT_EQ(g->maxhealth, 50);
-    EXPECT_EQ(g->initialhealth, 50);
-    EXPECT_EQ(g->numlives, 2);
-}
-
 TEST_F(LevelLoaderTest, BrokenBodiesAreReportedAndSkipped)
 {
     std::string many = "<verts>";
@@ -344,16 +326,25 @@ TEST_F(LevelLoaderTest, UnreadableLevelsFailWithMessages)
     EXPECT_TRUE(loader.loadLevelFile("bare", game.getQuadTree()));
 }
 
-TEST_F(LevelLoaderTest, WrittenObjectsRestoreEntitiesWithoutTheLevelCopies)
+TEST_F(LevelLoaderTest, AttributesAndWrittenObjectsRestoreEntitiesWithoutTheLevelCopies)
 {
     writeLevel("saved", body("default", "floor", plainParams, rect(-100, -16, 100, 0)) +
                             body("gamebody", "keeper", "entity=\"true\" mass=\"10\" outlinewidth=\"2\"",
-                                 rect(0, 0, 16, 16) + "<attributes><a name=\"note\" value=\"x\"/></attributes>") +
+                                 rect(0, 0, 16, 16) +
+                                     "<attributes><a name=\"health\" value=\"10\"/><a name=\"lives\" value=\"2\"/>"
+                                     "</attributes><attributes><a name=\"health\" value=\"50\"/>"
+                                     "<a name=\"note\" value=\"x\"/><a/></attributes>") +
                             body("gamebody", "victim", "entity=\"true\"", rect(20, 0, 36, 16)) +
                             body("gamebody", "minion", "entity=\"true\"", rect(40, 0, 56, 16)));
     ASSERT_TRUE(entityLoader.loadLevelFile("saved", game.getQuadTree()));
     auto* keeper = dynamic_cast<GameBody*>(find("keeper"));
     ASSERT_NE(keeper, nullptr);
+    // Attributes from every group, a later pair replacing an earlier one, read by the body.
+    EXPECT_EQ(keeper->attributes.at("health"), "50");
+    EXPECT_EQ(keeper->health, 50);
+    EXPECT_EQ(keeper->maxhealth, 50);
+    EXPECT_EQ(keeper->initialhealth, 50);
+    EXPECT_EQ(keeper->numlives, 2);
     keeper->adopt(dynamic_cast<GameBody*>(find("minion")));
     find("victim")->cancleanup = true;
     game.moveBodies(0.0f);
