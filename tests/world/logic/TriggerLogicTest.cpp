@@ -71,23 +71,28 @@ TEST_F(TriggerLogicTest, BatterySlotTakesOnlyABatteryAndKeepsIt)
     EXPECT_TRUE(battery->hasGlow);
 }
 
-TEST_F(TriggerLogicTest, TargetGroupPassesTheSwitchOnAsActivator)
+TEST_F(TriggerLogicTest, TargetGroupsPassTheSwitchOnAndFireEachTargetOnceWhenTheyLoop)
 {
     loadLevel(entity("switch", "sw", 0, 200,
                      attribute("untriggeredimage", "data/images/techpanel1.png") +
                          attribute("triggeredimage", "data/images/techpanel2.png") +
                          attribute("untriggertimer", "500"),
                      "group") +
-              entity("targetgroup", "group", 0, 300, "", "a,b"));
+              entity("targetgroup", "group", 0, 300) + entity("targetgroup", "self", 0, 400, "", "self") +
+              entity("targetgroup", "g1", 0, 500, "", "g2") + entity("targetgroup", "g2", 0, 600, "", "g1,g2"));
     auto* sw = find<Switch>("sw");
-    ASSERT_NE(sw, nullptr);
+    auto* group = find<TargetGroup>("group");
+    auto* self = find<TargetGroup>("self");
+    auto* g1 = find<TargetGroup>("g1");
+    ASSERT_TRUE(sw && group && self && g1);
     EXPECT_EQ(sw->texture, "data/images/techpanel1.png");
     TriggerRecorder* a = addRecorder("a");
     TriggerRecorder* b = addRecorder("b");
-    auto* group = find<TargetGroup>("group");
-    ASSERT_NE(group, nullptr);
+    TriggerRecorder* rec = addRecorder("rec");
     group->addTarget(a);
     group->addTarget(b);
+    self->addTarget(rec);
+    g1->addTarget(rec);
 
     at(0);
     touch(*sw, *player);
@@ -102,25 +107,12 @@ TEST_F(TriggerLogicTest, TargetGroupPassesTheSwitchOnAsActivator)
     EXPECT_FALSE(sw->triggered);
     EXPECT_EQ(sw->texture, "data/images/techpanel1.png");
     EXPECT_EQ(sw->textureId, -1);
-}
 
-TEST_F(TriggerLogicTest, TargetGroupsNamingThemselvesOrEachOtherFireEachTargetOnce)
-{
-    loadLevel(entity("targetgroup", "self", 0, 200, "", "self,rec") +
-              entity("targetgroup", "g1", 0, 300, "", "g2,rec") +
-              entity("targetgroup", "g2", 0, 400, "", "g1,g2"));
-    TriggerRecorder* rec = addRecorder("rec");
-    auto* self = find<TargetGroup>("self");
-    auto* g1 = find<TargetGroup>("g1");
-    ASSERT_TRUE(self && g1);
-    self->addTarget(rec);
-    g1->addTarget(rec);
-
+    // Groups naming themselves or each other end the chain, and fire again next time.
     self->onTriggered(player);
     EXPECT_EQ(rec->activators.size(), 1u);
     g1->onTriggered(player);
     EXPECT_EQ(rec->activators.size(), 2u);
-    // The chain ended cleanly: the groups fire again next time.
     g1->onTriggered(player);
     EXPECT_EQ(rec->activators.size(), 3u);
 }
@@ -165,12 +157,6 @@ TEST_F(TriggerLogicTest, DeathAfterACheckpointGoesBackToItsSaveUntilTheLevelIsLo
                               entity("checkpoint", "cp", -200, 8, attribute("triggeronce", "true"));
     loadLevel(level);
     game->setPendingSaveName("my run");
-    auto placeAt = [this](float x) {
-        player->setPosition(Vector(x, 8.0f));
-        player->transform();
-        player->updateBounds();
-        game->getQuadTree().update(player);
-    };
     auto dieAndWait = [this] {
         player->die();
         const TextHudItem* notice = GameplaySingleton::get().hud->positionedMessage;
@@ -182,7 +168,7 @@ TEST_F(TriggerLogicTest, DeathAfterACheckpointGoesBackToItsSaveUntilTheLevelIsLo
     EXPECT_EQ(dieAndWait(), "You died - restart in 2 s");
     EXPECT_NEAR(player->pos.x, -500.0f, 1.0f);
 
-    placeAt(-200.0f);
+    placePlayer(-200.0f, 8.0f);
     auto* cp = find<Checkpoint>("cp");
     ASSERT_NE(cp, nullptr);
     EXPECT_TRUE(cp->isTraceThrough());
@@ -195,7 +181,7 @@ TEST_F(TriggerLogicTest, DeathAfterACheckpointGoesBackToItsSaveUntilTheLevelIsLo
     EXPECT_TRUE(game->hasCheckpoint());
     EXPECT_TRUE(std::filesystem::exists("saves/my run.xml"));
     for (int death = 0; death < 2; ++death) {
-        placeAt(600.0f);
+        placePlayer(600.0f, 8.0f);
         EXPECT_EQ(dieAndWait(), "You died - checkpoint in 2 s");
         EXPECT_FALSE(player->dead);
         EXPECT_NEAR(player->pos.x, -200.0f, 1.0f) << death;
@@ -205,7 +191,7 @@ TEST_F(TriggerLogicTest, DeathAfterACheckpointGoesBackToItsSaveUntilTheLevelIsLo
 
     loadLevel(level);
     EXPECT_FALSE(game->hasCheckpoint());
-    placeAt(600.0f);
+    placePlayer(600.0f, 8.0f);
     EXPECT_EQ(dieAndWait(), "You died - restart in 2 s");
     EXPECT_NEAR(player->pos.x, -500.0f, 1.0f);
 }
