@@ -21,13 +21,15 @@ protected:
     }
 };
 
-TEST_F(SpawnerWaveTest, MaxSpawnedZeroSpawnsOnePerAcceptedTriggerOnly)
+TEST_F(SpawnerWaveTest, MaxSpawnedZeroSpawnsOnePerAcceptedTriggerOnlyAndUnknownTypesArePlain)
 {
     loadLevel(entity("spawner", "sp", 0, 200,
                      attribute("spawnedtype", "battery") + attribute("maxalive", "5") +
-                         attribute("untriggertimer", "1000")));
+                         attribute("untriggertimer", "1000")) +
+              entity("spawner", "odd", 0, 300, attribute("spawnedtype", "nosuchthing")));
     auto* spawner = find<Spawner>("sp");
-    ASSERT_NE(spawner, nullptr);
+    auto* odd = find<Spawner>("odd");
+    ASSERT_TRUE(spawner && odd);
     at(0);
     spawner->onTriggered(nullptr);
     EXPECT_EQ(count("battery"), 1);
@@ -44,6 +46,13 @@ TEST_F(SpawnerWaveTest, MaxSpawnedZeroSpawnsOnePerAcceptedTriggerOnly)
     for (GameBody* child : spawner->getOwned())
         EXPECT_EQ(child->getOwner(), spawner);
     EXPECT_EQ(std::count(sound->ids.begin(), sound->ids.end(), 19), 2) << ::testing::PrintToString(sound->ids);
+
+    // An unknown type gives plain bodies, which no spawner owns.
+    Body* made = odd->spawn();
+    ASSERT_NE(made, nullptr);
+    EXPECT_EQ(dynamic_cast<GameBody*>(made), nullptr);
+    EXPECT_TRUE(odd->getOwned().empty());
+    EXPECT_FLOAT_EQ(made->pos.y, odd->pos.y);
 }
 
 TEST_F(SpawnerWaveTest, ThinkKeepsMaxAliveAndTriggersAddBeyondIt)
@@ -75,18 +84,6 @@ TEST_F(SpawnerWaveTest, ThinkKeepsMaxAliveAndTriggersAddBeyondIt)
     thinkAt(*spawner, 3000);
     EXPECT_EQ(spawner->numalive, 0);
     EXPECT_EQ(spawner->numspawned, 3);
-}
-
-TEST_F(SpawnerWaveTest, UnknownSpawnedTypeGivesUnownedPlainBodies)
-{
-    loadLevel(entity("spawner", "sp", 0, 200, attribute("spawnedtype", "nosuchthing")));
-    auto* spawner = find<Spawner>("sp");
-    ASSERT_NE(spawner, nullptr);
-    Body* made = spawner->spawn();
-    ASSERT_NE(made, nullptr);
-    EXPECT_EQ(dynamic_cast<GameBody*>(made), nullptr);
-    EXPECT_TRUE(spawner->getOwned().empty());
-    EXPECT_FLOAT_EQ(made->pos.x, spawner->pos.x);
 }
 
 TEST_F(SpawnerWaveTest, WaveFileFiresInTimeOrderAndFileOrderForTies)
