@@ -22,12 +22,9 @@ using worldtest::captured;
 
 class LevelFixture : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        CommandRegistry::instance().reset();
-        VariableRegistry::instance().clearVariables();
-    }
-    void TearDown() override
+    void SetUp() override { resetRegistries(); }
+    void TearDown() override { resetRegistries(); }
+    static void resetRegistries()
     {
         CommandRegistry::instance().reset();
         VariableRegistry::instance().clearVariables();

@@ -16,11 +16,6 @@
 #include "world/quadtree/QuadTree.h"
 
 namespace {
-const char* const plainParams =
-    "targets=\"\" solid=\"true\" outlined=\"true\" outlinecolour=\"0,0,0,255\" outlinewidth=\"1\" "
-    "texhscale=\"1\" texhshift=\"0\" texvscale=\"1\" texvshift=\"0\" texrotate=\"0\" texture=\"\" "
-    "textured=\"false\" visible=\"true\" z-shift=\"0\" mass=\"0\"";
-
 std::unique_ptr<TiXmlDocument> parse(const std::string& text)
 {
     auto doc = std::make_unique<TiXmlDocument>();
@@ -56,7 +51,7 @@ TEST_F(LevelLoaderTest, PathRule)
     EXPECT_EQ(LevelLoader::levelPath(""), "maps/.xml");
     EXPECT_EQ(LevelLoader::resourcePath("maps/episode1\\start.xml"), "maps/episode1/start.xml");
     // Levels in sub-folders load through both.
-    dir.write("maps/episode1/start.xml", level(body("default", "floor", plainParams, rect(0, 0, 64, 16))));
+    dir.write("maps/episode1/start.xml", level(body("default", "floor", "mass=\"0\"", rect(0, 0, 64, 16))));
     EXPECT_TRUE(loader.loadLevelFile("episode1/start", game.getQuadTree()));
     EXPECT_NE(find("floor"), nullptr);
 }
@@ -328,7 +323,7 @@ TEST_F(LevelLoaderTest, UnreadableLevelsFailWithMessages)
 
 TEST_F(LevelLoaderTest, AttributesAndWrittenObjectsRestoreEntitiesWithoutTheLevelCopies)
 {
-    writeLevel("saved", body("default", "floor", plainParams, rect(-100, -16, 100, 0)) +
+    writeLevel("saved", body("default", "floor", "mass=\"0\"", rect(-100, -16, 100, 0)) +
                             body("gamebody", "keeper", "entity=\"true\" mass=\"10\" outlinewidth=\"2\"",
                                  rect(0, 0, 16, 16) +
                                      "<attributes><a name=\"health\" value=\"10\"/><a name=\"lives\" value=\"2\"/>"

@@ -149,8 +149,6 @@ TEST_F(TriggerLogicTest, MessageBodyFiredByAnotherArmsSilentlyAndMessagesNameThe
     EXPECT_EQ(lastHudMessage(), "Save: F5");
 }
 
-// A checkpoint asks for a save and says so; death after it goes back to that
-// save until the level is loaded afresh.
 TEST_F(TriggerLogicTest, DeathAfterACheckpointGoesBackToItsSaveUntilTheLevelIsLoadedAfresh)
 {
     const std::string level = spawnPoint("start", -500, 8, true) +
