@@ -166,53 +166,38 @@ TEST_F(MoversTest, PadsSetOrAddVelocityAndTeleportersMoveToTheirTarget)
     EXPECT_FLOAT_EQ(player->vel.y, -300.0f);
 }
 
-TEST_F(MoversTest, WaterSplashesOnEntryOnlyAndLavaBurnsEvery200ms)
+TEST_F(MoversTest, WaterSplashesOnEntryLavaBurnsEvery200msAndPainZonesHurtWhileOn)
 {
-    loadLevel(entity("water", "pool", 0, 200) + entity("lava", "pit", 0, 300));
+    loadLevel(entity("water", "pool", 0, 200) + entity("lava", "pit", 0, 300) +
+              entity("painbody", "zap", 0, 400, attribute("on", "true") + attribute("pain", "7")) +
+              entity("painbody", "pulse", 0, 500, attribute("pain", "5") + attribute("reverttimer", "500")));
     auto* pool = find<Water>("pool");
     auto* pit = find<Lava>("pit");
-    ASSERT_TRUE(pool && pit);
-    EXPECT_TRUE(pool->isLiquid());
-
-    GameBody* diver = addVictim(-500, 500);
-    diver->inliquidlastframe = false;
-    touch(*pool, *diver);
-    diver->inliquidlastframe = true;
-    touch(*pool, *diver);
-    EXPECT_EQ(sound->ids, std::vector<int>{11});
-    EXPECT_TRUE(diver->inliquid);
-    EXPECT_FLOAT_EQ(diver->liquidfriction, 0.8f);
-
-    diver->health = 100;
-    diver->nextpaintime = 0.0f;
-    for (int t = 1; t <= 1000; ++t) {
-        at(static_cast<float>(t));
-        touch(*pit, *diver);
-    }
-    // Strictly after the last burn's 200 ms: at 1, 202, 403, 604 and 805 ms.
-    EXPECT_EQ(diver->health, 50);
-    EXPECT_FLOAT_EQ(diver->nextpaintime, 1005.0f);
-}
-
-TEST_F(MoversTest, LiquidPhaseAdvancesOncePerLevelTime)
-{
-    LiquidPhase forwards(true), backwards(false);
-    EXPECT_FLOAT_EQ(forwards.advance(100.0f, 0.5f), 101.0f);  // reset to now + s, then one move
-    EXPECT_FLOAT_EQ(forwards.advance(100.0f, 0.5f), 101.0f);
-    EXPECT_FLOAT_EQ(forwards.advance(125.0f, 0.5f), 101.5f);
-    EXPECT_FLOAT_EQ(backwards.advance(100.0f, 0.5f), 100.0f);
-    EXPECT_FLOAT_EQ(backwards.advance(125.0f, 0.5f), 99.5f);
-}
-
-TEST_F(MoversTest, PainBodyHurtsWhileOnAndTriggerTurnsItOff)
-{
-    loadLevel(entity("painbody", "zap", 0, 200, attribute("on", "true") + attribute("pain", "7")) +
-              entity("painbody", "pulse", 0, 300, attribute("pain", "5") + attribute("reverttimer", "500")));
     auto* zap = find<PainBody>("zap");
     auto* pulse = find<PainBody>("pulse");
-    ASSERT_TRUE(zap && pulse);
+    ASSERT_TRUE(pool && pit && zap && pulse);
+
     GameBody* victim = addVictim(-500, 500);
+    victim->inliquidlastframe = false;
+    touch(*pool, *victim);
+    victim->inliquidlastframe = true;
+    touch(*pool, *victim);
+    EXPECT_EQ(sound->ids, std::vector<int>{11});
+    EXPECT_TRUE(victim->inliquid);
+    EXPECT_FLOAT_EQ(victim->liquidfriction, 0.8f);
+
     victim->health = 100;
+    victim->nextpaintime = 0.0f;
+    for (int t = 1; t <= 1000; ++t) {
+        at(static_cast<float>(t));
+        touch(*pit, *victim);
+    }
+    // Strictly after the last burn's 200 ms: at 1, 202, 403, 604 and 805 ms.
+    EXPECT_EQ(victim->health, 50);
+    EXPECT_FLOAT_EQ(victim->nextpaintime, 1005.0f);
+
+    victim->health = 100;
+    victim->nextpaintime = 0.0f;
     for (const float ms : {1.0f, 50.0f, 102.0f}) {
         at(ms);
         touch(*zap, *victim);
@@ -230,6 +215,16 @@ TEST_F(MoversTest, PainBodyHurtsWhileOnAndTriggerTurnsItOff)
     EXPECT_EQ(victim->health, 81);
     thinkAt(*pulse, 1501);
     EXPECT_FALSE(pulse->on);
+}
+
+TEST_F(MoversTest, LiquidPhaseAdvancesOncePerLevelTime)
+{
+    LiquidPhase forwards(true), backwards(false);
+    EXPECT_FLOAT_EQ(forwards.advance(100.0f, 0.5f), 101.0f);  // reset to now + s, then one move
+    EXPECT_FLOAT_EQ(forwards.advance(100.0f, 0.5f), 101.0f);
+    EXPECT_FLOAT_EQ(forwards.advance(125.0f, 0.5f), 101.5f);
+    EXPECT_FLOAT_EQ(backwards.advance(100.0f, 0.5f), 100.0f);
+    EXPECT_FLOAT_EQ(backwards.advance(125.0f, 0.5f), 99.5f);
 }
 
 TEST_F(MoversTest, AttractorPullsMovableBodiesInRangeByItsForce)
