@@ -41,7 +41,7 @@ protected:
     LevelLoader entityLoader{game, entities};
 };
 
-TEST_F(LevelLoaderTest, PathRule)
+TEST_F(LevelLoaderTest, PathRuleAndUnreadableLevels)
 {
     EXPECT_EQ(LevelLoader::levelPath("test"), "maps/test.xml");
     EXPECT_EQ(LevelLoader::levelPath("test.xml"), "maps/test.xml");
@@ -50,6 +50,19 @@ TEST_F(LevelLoaderTest, PathRule)
     EXPECT_EQ(LevelLoader::levelPath("old.xml.bak"), "maps/old.xml.bak") << ".xml anywhere: no second suffix";
     EXPECT_EQ(LevelLoader::levelPath(""), "maps/.xml");
     EXPECT_EQ(LevelLoader::resourcePath("maps/episode1\\start.xml"), "maps/episode1/start.xml");
+    std::string out = captured([&] { EXPECT_FALSE(loader.loadLevelFile("missing", game.getQuadTree())); });
+    EXPECT_NE(out.find("Could not load level file: maps/missing.xml"), std::string::npos);
+    dir.write("maps/garbage.xml", "<level><Objects><P type=");
+    out = captured([&] { EXPECT_FALSE(loader.loadLevelFile("garbage", game.getQuadTree())); });
+    EXPECT_NE(out.find("Could not load level file: maps/garbage.xml"), std::string::npos);
+    dir.write("maps/empty.xml", "");
+    EXPECT_FALSE(loader.loadLevelFile("empty", game.getQuadTree()));
+    EXPECT_TRUE(game.getBodies().empty());
+
+    // A root without "Objects" is an empty level, not an error.
+    dir.write("maps/bare.xml", "<level/>");
+    EXPECT_TRUE(loader.loadLevelFile("bare", game.getQuadTree()));
+
     // Levels in sub-folders load through both.
     dir.write("maps/episode1/start.xml", level(body("default", "floor", "mass=\"0\"", rect(0, 0, 64, 16))));
     EXPECT_TRUE(loader.loadLevelFile("episode1/start", game.getQuadTree()));
@@ -303,22 +316,6 @@ TEST_F(LevelLoaderTest, LevelDebugDumpsTheWorldBetweenTwoRules)
     ASSERT_LT(first, last) << out;
     for (const char* id : {" id: a", " id: b"})
         EXPECT_TRUE(out.find(id) > first && out.find(id) < last) << id;
-}
-
-TEST_F(LevelLoaderTest, UnreadableLevelsFailWithMessages)
-{
-    std::string out = captured([&] { EXPECT_FALSE(loader.loadLevelFile("missing", game.getQuadTree())); });
-    EXPECT_NE(out.find("Could not load level file: maps/missing.xml"), std::string::npos);
-    dir.write("maps/garbage.xml", "<level><Objects><P type=");
-    out = captured([&] { EXPECT_FALSE(loader.loadLevelFile("garbage", game.getQuadTree())); });
-    EXPECT_NE(out.find("Could not load level file: maps/garbage.xml"), std::string::npos);
-    dir.write("maps/empty.xml", "");
-    EXPECT_FALSE(loader.loadLevelFile("empty", game.getQuadTree()));
-    EXPECT_TRUE(game.getBodies().empty());
-
-    // A root without "Objects" is an empty level, not an error.
-    dir.write("maps/bare.xml", "<level/>");
-    EXPECT_TRUE(loader.loadLevelFile("bare", game.getQuadTree()));
 }
 
 TEST_F(LevelLoaderTest, AttributesAndWrittenObjectsRestoreEntitiesWithoutTheLevelCopies)
