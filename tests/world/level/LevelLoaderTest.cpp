@@ -15,26 +15,19 @@
 #include "world/level/LevelFixture.h"
 #include "world/quadtree/QuadTree.h"
 
-namespace {
-std::unique_ptr<TiXmlDocument> parse(const std::string& text)
-{
-    auto doc = std::make_unique<TiXmlDocument>();
-    doc->Parse(text.c_str());
-    return doc;
-}
-
-const TiXmlElement* firstP(const TiXmlDocument& doc)
-{
-    return doc.RootElement()->FirstChildElement("Objects")->FirstChildElement("P");
-}
-}
-
 class LevelLoaderTest : public LevelFixture {
 protected:
     LevelLoaderTest()
     {
         entities.addPrototype(std::make_unique<GameBody>());
         entities.setFallbackFactory(game.getBodyFactory());
+    }
+    // The one body `p` describes, read the way a level file's are.
+    static std::unique_ptr<Body> loadOne(LevelLoader& with, const std::string& p)
+    {
+        TiXmlDocument doc;
+        doc.Parse(level(p).c_str());
+        return with.loadBody(doc.RootElement()->FirstChildElement("Objects")->FirstChildElement("P"), false);
     }
     // Knows the plain game body besides the game's own types.
     BodyFactory entities;
@@ -106,8 +99,7 @@ TEST_F(LevelLoaderTest, ParamsAreReadAndMissingOnesKeepDefaults)
          "z-shift=0 mass=100/0.01"},
     };
     for (const auto& c : cases) {
-        auto doc = parse(level(c.xml));
-        auto b = loader.loadBody(firstP(*doc), false);
+        auto b = loadOne(loader, c.xml);
         ASSERT_NE(b, nullptr) << c.want;
         EXPECT_EQ(params(*b), c.want);
         // Centred on its vertices.
@@ -150,13 +142,9 @@ TEST_F(LevelLoaderTest, MassThresholdsTheActiveListAndEntityNumbers)
 
 TEST_F(LevelLoaderTest, VerticesAndTextureCoordinates)
 {
-    auto doc = parse(level(body("default", "tri", "",
-                                "<verts><v origin=\"0,0\" texcoords=\"2,3\"/><v origin=\"8,0\"/></verts>"
-                                "<verts><v origin=\"8,8\" texcoords=\"4,5\"/></verts>") +
-                           body("gamebody", "tri2", "",
-                                "<verts><v origin=\"0,0\" texcoords=\"2,3\"/><v origin=\"8,0\" texcoords=\"3,7\"/>"
-                                "<v origin=\"8,8\" texcoords=\"4,5\"/></verts>")));
-    auto b = loader.loadBody(firstP(*doc), false);
+    auto b = loadOne(loader, body("default", "tri", "",
+                                  "<verts><v origin=\"0,0\" texcoords=\"2,3\"/><v origin=\"8,0\"/></verts>"
+                                  "<verts><v origin=\"8,8\" texcoords=\"4,5\"/></verts>"));
     ASSERT_NE(b, nullptr);
     ASSERT_EQ(b->worldVertices.size(), 3u) << "several verts elements are read in order";
     ASSERT_EQ(b->texCoords.size(), 3u) << "texture coordinates stay parallel to the vertices";
@@ -165,7 +153,9 @@ TEST_F(LevelLoaderTest, VerticesAndTextureCoordinates)
     EXPECT_FLOAT_EQ(b->texCoords[2].v, 5.0f);
 
     // Entity classes shift the coordinates so the smallest u and v are 0.
-    auto g = entityLoader.loadBody(firstP(*doc)->NextSiblingElement("P"), false);
+    auto g = loadOne(entityLoader, body("gamebody", "tri2", "",
+                                        "<verts><v origin=\"0,0\" texcoords=\"2,3\"/><v origin=\"8,0\" "
+                                        "texcoords=\"3,7\"/><v origin=\"8,8\" texcoords=\"4,5\"/></verts>"));
     ASSERT_NE(g, nullptr);
     EXPECT_FLOAT_EQ(g->texCoords[0].u, 0.0f);
     EXPECT_FLOAT_EQ(g->texCoords[0].v, 0.0f);
@@ -199,8 +189,7 @@ TEST_F(LevelLoaderTest, ListTextReadsAsTheValueReadersDo)
         const std::string text = c.text;
         const std::string verts = "<verts><v origin=\"" + text + "\" colour=\"" + text + "\" texcoords=\"" + text +
                                   "\"/><v origin=\"200,200\"/><v origin=\"-200,200\"/></verts>";
-        auto doc = parse(level(body("default", "b", "outlinecolour=\"" + text + "\"", verts)));
-        auto b = loader.loadBody(firstP(*doc), false);
+        auto b = loadOne(loader, body("default", "b", "outlinecolour=\"" + text + "\"", verts));
         ASSERT_NE(b, nullptr);
         EXPECT_FLOAT_EQ(b->worldVertices[0].x, c.x);
         EXPECT_FLOAT_EQ(b->worldVertices[0].y, c.y);

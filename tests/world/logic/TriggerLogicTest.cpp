@@ -15,21 +15,24 @@
 
 class TriggerLogicTest : public LogicFixture {};
 
-TEST_F(TriggerLogicTest, TriggersFireForThePlayerAndRearmAfterTheirTimerAndAThink)
+TEST_F(TriggerLogicTest, TriggersFireForThePlayerAndRearmAfterTheirTimerAndSlotsTakeOnlyABattery)
 {
     loadLevel(entity("trigger", "t", 0, 200, attribute("untriggertimer", "1000")) +
               entity("trigger", "once", 0, 300, attribute("triggeronce", "true")) +
-              entity("trigger", "plain", 0, 400) + entity("battery", "bat", 50, 50));
+              entity("trigger", "plain", 0, 400) + entity("batteryslot", "slot", 0, 500) +
+              entity("battery", "bat", 50, 50));
     auto* trigger = find<Trigger>("t");
     auto* once = find<Trigger>("once");
     auto* plain = find<Trigger>("plain");
+    auto* slot = find<BatterySlot>("slot");
     Body* battery = find<Body>("bat");
-    ASSERT_TRUE(trigger && once && plain && battery);
+    ASSERT_TRUE(trigger && once && plain && slot && battery);
     TriggerRecorder* rec = addRecorder("rec");
     TriggerRecorder* other = addRecorder("other");
     trigger->addTarget(rec);
     once->addTarget(other);
     plain->addTarget(other);
+    slot->addTarget(other);
 
     touch(*trigger, *battery);
     EXPECT_TRUE(rec->activators.empty()) << "only the player sets one off";
@@ -51,22 +54,13 @@ TEST_F(TriggerLogicTest, TriggersFireForThePlayerAndRearmAfterTheirTimerAndAThin
     thinkAt(*plain, 100001);
     touch(*plain, *player);
     EXPECT_EQ(other->activators.size(), 3u);
-}
 
-TEST_F(TriggerLogicTest, BatterySlotTakesOnlyABatteryAndKeepsIt)
-{
-    loadLevel(entity("batteryslot", "slot", 0, 200) + entity("battery", "bat", 50, 50));
-    auto* slot = find<BatterySlot>("slot");
-    Body* battery = find<Body>("bat");
-    ASSERT_TRUE(slot && battery);
-    TriggerRecorder* rec = addRecorder("rec");
-    slot->addTarget(rec);
-
+    // A slot takes a battery, never the player, and keeps it.
     touch(*slot, *player);
     EXPECT_FALSE(slot->triggered);
     touch(*slot, *battery);
     EXPECT_TRUE(slot->triggered);
-    EXPECT_EQ(rec->activators.size(), 1u);
+    EXPECT_EQ(other->activators.size(), 4u);
     EXPECT_FALSE(battery->cancleanup);
     EXPECT_TRUE(battery->hasGlow);
 }
