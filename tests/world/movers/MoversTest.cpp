@@ -29,18 +29,20 @@ protected:
     }
 };
 
-TEST_F(MoversTest, DoorsOpenWaitAndCloseWithoutOvershootingOrStayOpenAndPassClips)
+TEST_F(MoversTest, DoorsOpenWaitAndCloseWithoutOvershootingOrStayOpenAndForceFieldsVanish)
 {
     const std::string solid = "mass=\"0\" solid=\"true\" entity=\"true\"";
     loadLevel(box("door", "door", -16, 100, 16, 132, solid,
                   attribute("openoffset", "0,64") + attribute("speed", "32") + attribute("timeopen", "3000")) +
               box("door", "gate", 400, 100, 432, 132, solid,
                   attribute("openoffset", "64,0") + attribute("speed", "640")) +
-              box("clip", "clip", 300, 300, 308, 308, solid));
+              box("clip", "clip", 300, 300, 308, 308, solid) +
+              entity("alphadoor", "field", 0, 400, attribute("timeopen", "1000")));
     auto* door = find<Door>("door");
     auto* gate = find<Door>("gate");
     auto* clip = find<Clip>("clip");
-    ASSERT_TRUE(door && gate && clip);
+    auto* field = find<AlphaDoor>("field");
+    ASSERT_TRUE(door && gate && clip && field);
     EXPECT_FALSE(gate->collidesWith(clip));
     EXPECT_TRUE(gate->collidesWith(player));
     EXPECT_FALSE(clip->visible);
@@ -77,6 +79,20 @@ TEST_F(MoversTest, DoorsOpenWaitAndCloseWithoutOvershootingOrStayOpenAndPassClip
     EXPECT_TRUE(gate->isopen);
     EXPECT_FALSE(gate->isclosing);
     EXPECT_FLOAT_EQ(gate->pos.x, startX + 64.0f);
+
+    // A force field vanishes when fired and returns a time open after the last firing.
+    EXPECT_TRUE(field->visible);
+    at(0);
+    field->onTriggered(nullptr);
+    EXPECT_FALSE(field->visible);
+    EXPECT_FALSE(field->solid);
+    at(800);
+    field->onTriggered(nullptr);
+    thinkAt(*field, 1500);
+    EXPECT_FALSE(field->visible);
+    thinkAt(*field, 1801);
+    EXPECT_TRUE(field->visible);
+    EXPECT_TRUE(field->solid);
 }
 
 // A door read from a saved game keeps the start point it saved, not the
@@ -91,25 +107,6 @@ TEST_F(MoversTest, ARestoredDoorKeepsItsSavedStartPoint)
     door.setPosition(Vector(10.0f, 84.0f));
     door.afterTargets();
     EXPECT_FLOAT_EQ(door.startpoint.y, 20.0f);
-}
-
-TEST_F(MoversTest, AlphaDoorVanishesAndReturnsAfterTheLastFiring)
-{
-    loadLevel(entity("alphadoor", "field", 0, 200, attribute("timeopen", "1000")));
-    auto* field = find<AlphaDoor>("field");
-    ASSERT_NE(field, nullptr);
-    EXPECT_TRUE(field->visible);
-    at(0);
-    field->onTriggered(nullptr);
-    EXPECT_FALSE(field->visible);
-    EXPECT_FALSE(field->solid);
-    at(800);
-    field->onTriggered(nullptr);  // pushes the revert back
-    thinkAt(*field, 1500);
-    EXPECT_FALSE(field->visible);
-    thinkAt(*field, 1801);
-    EXPECT_TRUE(field->visible);
-    EXPECT_TRUE(field->solid);
 }
 
 TEST_F(MoversTest, PadsSetOrAddVelocityAndTeleportersMoveToTheirTarget)
