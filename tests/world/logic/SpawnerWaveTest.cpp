@@ -21,15 +21,20 @@ protected:
     }
 };
 
-TEST_F(SpawnerWaveTest, MaxSpawnedZeroSpawnsOnePerAcceptedTriggerOnlyAndUnknownTypesArePlain)
+TEST_F(SpawnerWaveTest, SpawnersKeepTheirLimitsAndUnknownTypesArePlain)
 {
     loadLevel(entity("spawner", "sp", 0, 200,
                      attribute("spawnedtype", "battery") + attribute("maxalive", "5") +
                          attribute("untriggertimer", "1000")) +
+              entity("spawner", "refill", 0, 250,
+                     attribute("spawnedtype", "battery") + attribute("maxalive", "1") +
+                         attribute("maxspawned", "3") + attribute("spawndelay", "100")) +
               entity("spawner", "odd", 0, 300, attribute("spawnedtype", "nosuchthing")));
     auto* spawner = find<Spawner>("sp");
+    auto* refill = find<Spawner>("refill");
     auto* odd = find<Spawner>("odd");
-    ASSERT_TRUE(spawner && odd);
+    ASSERT_TRUE(spawner && refill && odd);
+    // Max spawned 0: one per accepted trigger, however long it thinks.
     at(0);
     spawner->onTriggered(nullptr);
     EXPECT_EQ(count("battery"), 1);
@@ -53,37 +58,30 @@ TEST_F(SpawnerWaveTest, MaxSpawnedZeroSpawnsOnePerAcceptedTriggerOnlyAndUnknownT
     EXPECT_EQ(dynamic_cast<GameBody*>(made), nullptr);
     EXPECT_TRUE(odd->getOwned().empty());
     EXPECT_FLOAT_EQ(made->pos.y, odd->pos.y);
-}
 
-TEST_F(SpawnerWaveTest, ThinkKeepsMaxAliveAndTriggersAddBeyondIt)
-{
-    loadLevel(entity("spawner", "sp", 0, 200,
-                     attribute("spawnedtype", "battery") + attribute("maxalive", "1") +
-                         attribute("maxspawned", "3") + attribute("spawndelay", "100")));
-    auto* spawner = find<Spawner>("sp");
-    ASSERT_NE(spawner, nullptr);
-    thinkAt(*spawner, 0);
-    EXPECT_EQ(count("battery"), 0);  // not active before its first trigger
-    spawner->onTriggered(nullptr);
-    EXPECT_EQ(spawner->numalive, 1);
-    thinkAt(*spawner, 1000);
-    EXPECT_EQ(spawner->numalive, 1);
-    spawner->onTriggered(nullptr);  // a trigger ignores maxalive
-    EXPECT_EQ(spawner->numalive, 2);
-    EXPECT_EQ(spawner->numspawned, 2);
+    // Thinking keeps max alive, a trigger adds beyond it, and max spawned holds for both.
+    thinkAt(*refill, 0);
+    EXPECT_EQ(refill->numspawned, 0);  // not active before its first trigger
+    refill->onTriggered(nullptr);
+    EXPECT_EQ(refill->numalive, 1);
+    thinkAt(*refill, 1000);
+    EXPECT_EQ(refill->numalive, 1);
+    refill->onTriggered(nullptr);  // a trigger ignores maxalive
+    EXPECT_EQ(refill->numalive, 2);
+    EXPECT_EQ(refill->numspawned, 2);
 
     // Both die for good: the think refills one, and stops at maxspawned.
-    const std::vector<GameBody*> owned = spawner->getOwned();
+    const std::vector<GameBody*> owned = refill->getOwned();
     for (GameBody* child : owned)
         child->die();
-    EXPECT_EQ(spawner->numalive, 0);
-    thinkAt(*spawner, 2000);
-    EXPECT_EQ(spawner->numalive, 1);
-    EXPECT_EQ(spawner->numspawned, 3);
-    spawner->getOwned().front()->die();
-    thinkAt(*spawner, 3000);
-    EXPECT_EQ(spawner->numalive, 0);
-    EXPECT_EQ(spawner->numspawned, 3);
+    EXPECT_EQ(refill->numalive, 0);
+    thinkAt(*refill, 2000);
+    EXPECT_EQ(refill->numalive, 1);
+    EXPECT_EQ(refill->numspawned, 3);
+    refill->getOwned().front()->die();
+    thinkAt(*refill, 3000);
+    EXPECT_EQ(refill->numalive, 0);
+    EXPECT_EQ(refill->numspawned, 3);
 }
 
 TEST_F(SpawnerWaveTest, WaveFilesFireInTimeOrderAndFileOrderForTiesAndResumeAfterALoad)
