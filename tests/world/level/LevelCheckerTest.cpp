@@ -220,7 +220,7 @@ TEST_F(LevelCheckerTest, CleanAndUnreadableFilesExitStatusAndFuzzSeeds)
     std::fclose(sink);
 }
 
-TEST_F(LevelCheckerTest, SchemaCoversEveryTypeWithTheAttributesItReads)
+TEST_F(LevelCheckerTest, SchemaAndTiledProjectCoverEveryTypeWithTheAttributesItReads)
 {
     // Every name some type's code compares against has a kind and help.
     EXPECT_TRUE(schema.undocumentedNames().empty()) << schema.undocumentedNames().front();
@@ -242,10 +242,8 @@ TEST_F(LevelCheckerTest, SchemaCoversEveryTypeWithTheAttributesItReads)
     // An unknown type reads what a plain body reads.
     EXPECT_NE(schema.findAttribute("Shotgun", "glow"), nullptr);
     EXPECT_EQ(schema.findAttribute("Shotgun", "ammo"), nullptr);
-}
 
-TEST_F(LevelCheckerTest, TiledProjectHasEveryTypeAsAClass)
-{
+    // The Tiled project has every type as a class, with its attributes.
     const std::string project = TiledProject::projectJson(schema, "/ext", "/maps");
     for (const std::string& type : schema.typeNames())
         EXPECT_NE(project.find("\"name\": \"" + type + "\",\n            \"type\": \"class\""), std::string::npos)

@@ -19,6 +19,7 @@ bool finite(const Vector& v) { return std::isfinite(v.x) && std::isfinite(v.y); 
 
 class LevelFilesTest : public LevelFixture {
 protected:
+    LevelFilesTest() { game.setGravityOverride(-80.0f); }
     void step(int count)
     {
         for (int i = 0; i < count; ++i) {
@@ -35,8 +36,6 @@ TEST_F(LevelFilesTest, TestLevelLoadsCleanlyAndSettles)
     const std::string text = readFile(testSourceDir() + "/maps/test.xml");
     ASSERT_FALSE(text.empty());
     dir.write("maps/test.xml", text);
-    game.setGravityOverride(-80.0f);
-
     std::string out = captured([&] { game.loadLevel("test.xml", ""); });
     ASSERT_TRUE(game.isLevelLoaded()) << out;
     EXPECT_EQ(out.find("Defaulting to Body"), std::string::npos) << out;
@@ -76,7 +75,6 @@ TEST_F(LevelFilesTest, EveryFuzzSeedLoadsOrIsRefusedSafely)
     const std::vector<std::string> seeds = worldtest::filesIn(corpus);
     ASSERT_GE(seeds.size(), 5u) << corpus;
 
-    game.setGravityOverride(-80.0f);
     for (const std::string& seed : seeds) {
         SCOPED_TRACE(seed);
         dir.write("maps/fuzz.xml", readFile(corpus + "/" + seed));
@@ -98,7 +96,6 @@ TEST_F(LevelFilesTest, EveryFuzzSeedLoadsOrIsRefusedSafely)
 TEST_F(LevelFilesTest, LogicLevelDrawsNoPlainWhiteBoxes)
 {
     dir.write("maps/logic.xml", readFile(testSourceDir() + "/maps/logic.xml"));
-    game.setGravityOverride(-80.0f);
     captured([&] { game.loadLevel("logic.xml", ""); });
     ASSERT_TRUE(game.isLevelLoaded());
     std::vector<Body*> spawned;
