@@ -43,6 +43,7 @@ TEST_F(MoversTest, DoorsOpenWaitAndCloseWithoutOvershootingOrStayOpenAndForceFie
     auto* clip = find<Clip>("clip");
     auto* field = find<AlphaDoor>("field");
     ASSERT_TRUE(door && gate && clip && field);
+    // Clips stop everything but doors, unseen.
     EXPECT_FALSE(gate->collidesWith(clip));
     EXPECT_TRUE(gate->collidesWith(player));
     EXPECT_FALSE(clip->visible);
