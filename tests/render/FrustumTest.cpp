@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "render/Frustum.h"
 
 namespace {
@@ -10,28 +8,6 @@ void aimCamera(Frustum& f, float cx, float cy)
 {
     f.setCameraInternals(90.0f, 4.0f / 3.0f, 0.1f, 4096.0f);
     f.setCameraDefinition(Vector(cx, cy, 256.0f), Vector(cx, cy, 0.0f), Vector(0.0f, 1.0f, 0.0f));
-}
-
-// Column-major identity with a translation, and a gluPerspective matrix.
-void translation(float m[16], float x, float y, float z)
-{
-    for (int i = 0; i < 16; ++i)
-        m[i] = (i % 5 == 0) ? 1.0f : 0.0f;
-    m[12] = x;
-    m[13] = y;
-    m[14] = z;
-}
-
-void perspective(float m[16], float fovy, float aspect, float zNear, float zFar)
-{
-    const float f = 1.0f / std::tan(fovy * 3.1415927f / 360.0f);
-    for (int i = 0; i < 16; ++i)
-        m[i] = 0.0f;
-    m[0] = f / aspect;
-    m[5] = f;
-    m[10] = (zFar + zNear) / (zNear - zFar);
-    m[11] = -1.0f;
-    m[14] = 2.0f * zFar * zNear / (zNear - zFar);
 }
 }
 
@@ -80,12 +56,11 @@ TEST(FrustumTest, BoxesAreInsideIntersectingOrOutside)
 TEST(FrustumTest, MatrixPlanesAgreeWithGeometricPlanes)
 {
     // The renderer's world transform: scale 0.015, then the camera translation.
-    const float scale = 0.015f;
-    float mv[16];
-    translation(mv, -30.0f * scale, -40.0f * scale, -256.0f * scale);
-    mv[0] = mv[5] = mv[10] = scale;
-    float pr[16];
-    perspective(pr, 90.0f, 4.0f / 3.0f, 0.1f, 4096.0f);
+    const float k = 0.015f;
+    const float mv[16] = {k, 0, 0, 0, 0, k, 0, 0, 0, 0, k, 0, -30.0f * k, -40.0f * k, -256.0f * k, 1};
+    // gluPerspective(90, 4 / 3, 0.1, 4096).
+    const float n = 0.1f, f = 4096.0f;
+    const float pr[16] = {0.75f, 0, 0, 0, 0, 1, 0, 0, 0, 0, (f + n) / (n - f), -1, 0, 0, 2 * f * n / (n - f), 0};
 
     Frustum fromMatrices;
     fromMatrices.setFromMatrices(mv, pr);

@@ -143,7 +143,9 @@ TEST_F(GameHUDTest, UpgradeScreenShowsLevelCashAndDimsWhatIsOutOfReach)
 }
 
 // Every glyph of the HUD inside the window, and inside the panel its item
-// belongs to, at the window sizes players use.
+// belongs to, at the window sizes players use. The message line shares its
+// height with the status column (health, armour, swarm): a long message
+// wraps beside the column, never over it.
 TEST_F(GameHUDTest, TextStaysOnScreenAndInsideItsPanels)
 {
     NullRenderer renderer;
@@ -155,12 +157,33 @@ TEST_F(GameHUDTest, TextStaysOnScreenAndInsideItsPanels)
     player->giveCash(80);
     run("+showupgrades");
     frame();
-    for (auto [w, h] : {std::pair{640, 480}, {1024, 768}, {1920, 1080}}) {
-        SCOPED_TRACE(std::to_string(w) + "x" + std::to_string(h));
-        renderer.setVideoMode(w, h, false);
-        hud().resize(w, h);
+    auto glyphSpan = [&](HudItem& item) {
+        fonts->glyphs.clear();
+        item.draw(renderer);
+        std::pair<float, float> span{1e9f, 0.0f};
+        for (const auto& g : fonts->glyphs) {
+            span.first = std::min(span.first, g.left);
+            span.second = std::max(span.second, g.right);
+        }
+        return span;
+    };
+    struct Case {
+        int w, h;
+        float uiScale;
+    };
+    for (const Case& c : {Case{640, 480, 1.0f}, Case{1024, 768, 1.0f}, Case{1920, 1080, 1.0f},
+                          Case{1024, 768, 1.5f}}) {
+        SCOPED_TRACE(std::to_string(c.w) + "x" + std::to_string(c.h) + " at " + std::to_string(c.uiScale));
+        renderer.setVideoMode(c.w, c.h, false);
+        hud().interfaceScale = c.uiScale;
+        hud().resize(c.w, c.h);
+        const float column = std::round(125.0f * std::min(c.w / 640.0f, c.h / 480.0f) * c.uiScale);
+        // Short, a line that only fits from the far left, and two that wrap.
         for (const std::string& message :
              {std::string("Upgraded to Level 1 : Max Health +10"),
+              std::string("The old maintenance swarm wakes; its nest over the pit sends more"),
+              std::string("Too high to jump: stand under the beam, hold MOUSE2 to hook it, let go and steer on "
+                          "to the loft"),
               std::string("Welcome to the logic yard: every switch, door, pad and hazard a level is built from, "
                           "one after the other, with a spawner at the end")}) {
             hud().showMessage(message);
@@ -169,29 +192,22 @@ TEST_F(GameHUDTest, TextStaysOnScreenAndInsideItsPanels)
             fonts->glyphs.clear();
             hud().draw(&renderer, 0.01f);
             ASSERT_FALSE(fonts->glyphs.empty());
-            size_t drawn = 0;
             for (const auto& g : fonts->glyphs) {
                 EXPECT_GE(g.left, 0.0f);
-                EXPECT_LE(g.right, static_cast<float>(w));
+                EXPECT_LE(g.right, static_cast<float>(c.w));
                 EXPECT_GE(g.bottom, 0.0f);
-                ++drawn;
             }
             // Nothing is cut: the message's characters are all drawn (twice, shadowed).
-            EXPECT_GE(drawn, 4 * (message.size() - static_cast<size_t>(std::count(message.begin(), message.end(), ' '))));
+            const size_t letters = message.size() - static_cast<size_t>(std::count(message.begin(), message.end(), ' '));
+            EXPECT_GE(fonts->glyphs.size(), 4 * letters);
+            EXPECT_GE(glyphSpan(*hud().messageLine).first, column) << message;
         }
         // The weapon name inside the weapon panel, the upgrade texts inside theirs.
-        auto rightEdge = [&](TextHudItem* item) {
-            fonts->glyphs.clear();
-            item->draw(renderer);
-            float right = 0.0f;
-            for (const auto& g : fonts->glyphs)
-                right = std::max(right, g.right);
-            return right;
-        };
         EXPECT_EQ(hud().weaponName->text, "Grenade Launcher");
-        EXPECT_LE(rightEdge(hud().weaponName), 636.0f * w / 640.0f);
+        EXPECT_LE(glyphSpan(*hud().weaponName).second, 636.0f * c.w / 640.0f);
+        const HudItem& panel = *hud().upgradePanel;
         for (TextHudItem* row : hud().upgradeRows)
-            EXPECT_LE(rightEdge(row), 580.0f * w / 640.0f) << row->text;
+            EXPECT_LE(glyphSpan(*row).second, panel.pixelX + panel.pixelWidth) << row->text;
     }
 }
 

@@ -39,8 +39,6 @@ TEST(LevelShot, PlanFitsTheLongSideAndKeepsTheShape)
 TEST(LevelShot, ExtentCoversVisibleBodiesOnly)
 {
     Body ground, hidden, broken;
-    for (Body* b : {&ground, &hidden, &broken})
-        b->worldVertices = {Vector(0, 0), Vector(10, 0), Vector(10, 10)};
     ground.worldVertices = {Vector(-50, -20), Vector(300, -20), Vector(300, 0), Vector(-50, 0)};
     hidden.worldVertices = {Vector(-5000, 0), Vector(5000, 900)};
     hidden.visible = false;
