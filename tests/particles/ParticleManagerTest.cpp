@@ -3,7 +3,6 @@
 #include <tinyxml.h>
 
 #include <cmath>
-#include <cstdlib>
 
 #include "core/Clock.h"
 #include "core/Game.h"

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 
 #include "particles/ParticleRandom.h"
 #include "particles/LightningParticleSystem.h"
@@ -82,7 +81,7 @@ TEST_F(ParticleSystemTest, ParticlesStayWhereTheyWereHandedOutAsThePoolFills)
     EXPECT_EQ(s.getParticleCount(), 300);
 }
 
-TEST_F(ParticleSystemTest, StopEndsTheSystemAfterItsDelayEvenWithLiveParticles)
+TEST_F(ParticleSystemTest, StopOrLifeTimeEndsTheSystemEvenWithLiveParticles)
 {
     auto p = steadyParams(100, 64, -1.0f);
     ParticleSystem s;
@@ -102,6 +101,14 @@ TEST_F(ParticleSystemTest, StopEndsTheSystemAfterItsDelayEvenWithLiveParticles)
     configure(endless, *p);
     endless.stop(0.0f);
     EXPECT_FALSE(endless.update(0.01f, false)) << "stop without delay ends at the next step";
+
+    // Its own life time ends a system too; a culled step neither emits nor moves.
+    p->systemLifeTime = 0.5f;
+    ParticleSystem aging;
+    configure(aging, *p);
+    EXPECT_TRUE(aging.update(0.3f, true));
+    EXPECT_EQ(aging.getParticleCount(), 0);
+    EXPECT_FALSE(aging.update(0.3f, true));
 }
 
 TEST_F(ParticleSystemTest, LifeTimesOfZero)
@@ -122,17 +129,6 @@ TEST_F(ParticleSystemTest, LifeTimesOfZero)
     for (int i = 0; i < 100; ++i)
         s.update(0.1f, false);
     EXPECT_EQ(s.getParticleCount(), 8);
-}
-
-TEST_F(ParticleSystemTest, SystemLifeTimeEndsTheSystemAndCulledStepsOnlyAge)
-{
-    auto p = steadyParams(100, 64, 10.0f);
-    p->systemLifeTime = 0.5f;
-    ParticleSystem s;
-    configure(s, *p);
-    EXPECT_TRUE(s.update(0.3f, true));
-    EXPECT_EQ(s.getParticleCount(), 0) << "a culled step neither emits nor moves";
-    EXPECT_FALSE(s.update(0.3f, true));
 }
 
 TEST_F(ParticleSystemTest, ParticleMovesRecoloursAndResizes)
@@ -162,7 +158,7 @@ TEST_F(ParticleSystemTest, ParticleMovesRecoloursAndResizes)
     EXPECT_FLOAT_EQ(q.width, 0.0f);
 }
 
-TEST_F(ParticleSystemTest, FaintParticlesAreNotDrawnAndGlowStepsFadeOut)
+TEST_F(ParticleSystemTest, FaintParticlesAreNotDrawnGlowStepsFadeOutAndASystemDrawsInOneBatch)
 {
     RecordingRenderer r;
     Particle q;
@@ -174,20 +170,16 @@ TEST_F(ParticleSystemTest, FaintParticlesAreNotDrawnAndGlowStepsFadeOut)
     q.draw(r);
     EXPECT_EQ(r.quads, 3);
     EXPECT_EQ(r.alphas, (std::vector<float>{200, 134, 68}));
-}
 
-TEST_F(ParticleSystemTest, SystemDrawsItsParticlesInOneBatch)
-{
     auto p = steadyParams(0, 8, 1.0f);
     p->initialParticles = 5;
-    RecordingRenderer r;
     ParticleSystem s;
     s.renderer = &r;
     configure(s, *p);
     s.emitInitial();
     s.draw();
     EXPECT_EQ(r.batches, 1);
-    EXPECT_EQ(r.quads, 5);
+    EXPECT_EQ(r.quads, 3 + 5);
 }
 
 TEST_F(ParticleSystemTest, SphereThrowsParticlesInEveryDirectionAtTheBaseSpeed)

@@ -30,13 +30,10 @@ public:
         alphas.push_back(a);
     }
     void drawCentredQuad(float, float, float, float, float, bool) override { ++quads; }
-    void drawBeam(const Vector&, const Vector&, float, float, bool, bool) override { ++beams; }
-    void drawTiledBeam(const Vector&, const Vector&, float, float, float, bool, bool) override { ++beams; }
     void beginQuads() override { ++batches; }
 
     std::vector<float> alphas;
     int quads = 0;
-    int beams = 0;
     int batches = 0;
 };
 
