@@ -4,9 +4,7 @@
 
 #include <cmath>
 
-#include "core/Clock.h"
-#include "core/Game.h"
-#include "core/ManualClock.h"
+#include "gameplay/GameplayFixture.h"
 #include "particles/ParticleRandom.h"
 #include "particles/LightningParticleSystem.h"
 #include "particles/ParticleManager.h"
@@ -16,7 +14,6 @@
 #include "particles/ParticleTestSupport.h"
 #include "render/NullRenderer.h"
 #include "resources/TempDir.h"
-#include "sound/NullSound.h"
 #include "world/gamebody/GameBody.h"
 
 namespace {
@@ -186,33 +183,20 @@ TEST_F(ParticleManagerTest, SystemsOutsideTheViewStepOnlyEveryTenthOfASecond)
     EXPECT_NE(far->getParticleCount(), before) << "an invisible system is never culled";
 }
 
-class ParticleGameTest : public ::testing::Test {
+class ParticleGameTest : public GameplayFixture {
 protected:
     void SetUp() override
     {
-        Clock::install(&clock);
-        dir.write("maps/empty.xml", "<level><Objects/></level>");
-        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
-        game->startGameplay();
-        game->getTimer().start();
-        game->loadLevel("empty", "");
+        GameplayFixture::SetUp();
+        loadLevel();
     }
-    void TearDown() override
-    {
-        game.reset();
-        Clock::install(nullptr);
-    }
-    TempDir dir;
-    ManualClock clock{5000};
-    std::unique_ptr<Game> game;
 };
 
 TEST_F(ParticleGameTest, FramesAdvanceParticlesInFixedStepsOfOneHundredAndTwentiethOfASecond)
 {
     ParticleSystem* s = game->getParticleManager()->createSystem("default");
     s->systemLifeTime = 0.0f;
-    clock.advance(100);
-    game->runFrame();
+    frame(100);
     // 0.1 s is twelve particle steps, give or take one for float rounding.
     const float stepped = s->age / Game::particleStepSeconds;
     EXPECT_NEAR(stepped, 12.0f, 1.01f);
@@ -222,13 +206,11 @@ TEST_F(ParticleGameTest, FramesAdvanceParticlesInFixedStepsOfOneHundredAndTwenti
 TEST_F(ParticleGameTest, LevelChangeRemovesEverySystemAndFreesTheBodiesThatFollowedThem)
 {
     ParticleManager& particles = *game->getParticleManager();
-    Body* player = game->getPlayer();
-    ASSERT_NE(player, nullptr);
     ParticleSystem* aura = particles.createSystem("default");
     player->attachParticleSystem(aura);
     particles.createSystem("default");
     EXPECT_EQ(player->getAttachedParticleSystemCount(), 1);
-    game->loadLevel("empty", "");
+    loadLevel();
     EXPECT_EQ(particles.getSystemCount(), 0);
     EXPECT_EQ(player->getAttachedParticleSystemCount(), 0);
     EXPECT_NE(particles.findDefinition("default"), nullptr);
