@@ -14,16 +14,42 @@ protected:
     GameHUD& hud() { return gameplay->getHud(); }
 };
 
-TEST_F(GameHUDTest, ItemsKeepTheirProportionsAndStayInside)
+// At every window size and interface scale players use: items keep their
+// proportions and corners, and every glyph stays inside the window and the
+// panel its item belongs to. The message line shares its height with the
+// status column (health, armour, swarm): a long message wraps beside the
+// column, never over it.
+TEST_F(GameHUDTest, ItemsKeepTheirProportionsAndTextStaysInside)
 {
+    NullRenderer renderer;
+    auto* fonts = new FixedWidthFonts();
+    renderer.setFontRenderer(fonts);
+    fonts->setRenderer(&renderer);
+    run("give grenadelauncher");
+    run("useitem grenadelauncher");
+    player->giveCash(80);
+    run("+showupgrades");
+    frame();
+    auto glyphSpan = [&](HudItem& item) {
+        fonts->glyphs.clear();
+        item.draw(renderer);
+        std::pair<float, float> span{1e9f, 0.0f};
+        for (const auto& g : fonts->glyphs) {
+            span.first = std::min(span.first, g.left);
+            span.second = std::max(span.second, g.right);
+        }
+        return span;
+    };
     struct Case {
         int w, h;
         float uiScale;
     };
     const Case cases[] = {{640, 480, 1.0f},  {1024, 768, 1.0f}, {1920, 1080, 1.0f}, {2560, 1080, 1.0f},
-                          {640, 480, 2.0f},  {1920, 1080, 2.0f}, {800, 600, 1.5f},  {1280, 960, 1.0f}};
+                          {640, 480, 2.0f},  {1920, 1080, 2.0f}, {800, 600, 1.5f},  {1024, 768, 1.5f},
+                          {1280, 960, 1.0f}};
     for (const Case& c : cases) {
         SCOPED_TRACE(std::to_string(c.w) + "x" + std::to_string(c.h) + " at " + std::to_string(c.uiScale));
+        renderer.setVideoMode(c.w, c.h, false);
         hud().interfaceScale = c.uiScale;
         hud().resize(c.w, c.h);
         const float scale = std::min(c.w / 640.0f, c.h / 480.0f) * c.uiScale;
@@ -50,13 +76,41 @@ TEST_F(GameHUDTest, ItemsKeepTheirProportionsAndStayInside)
         // The strip stays clear of both panels or drops below the weapon panel.
         const HudItem& first = *hud().stripIcons[0];
         const HudItem& last = *hud().stripIcons[9];
-        EXPECT_GE(first.pixelX, 0);
-        EXPECT_LE(last.pixelX + last.pixelWidth, c.w);
         const bool beside = first.pixelX >= std::lround(125 * scale) &&
                             last.pixelX + last.pixelWidth <= hud().weaponIcon->pixelX;
         if (!beside) {
             EXPECT_LE(first.pixelY, hud().ammoValue->pixelY);
         }
+        // Short, a line that only fits from the far left, and two that wrap.
+        for (const std::string& message :
+             {std::string("Upgraded to Level 1 : Max Health +10"),
+              std::string("The old maintenance swarm wakes; its nest over the pit sends more"),
+              std::string("Too high to jump: stand under the beam, hold MOUSE2 to hook it, let go and steer on "
+                          "to the loft"),
+              std::string("Welcome to the logic yard: every switch, door, pad and hazard a level is built from, "
+                          "one after the other, with a spawner at the end")}) {
+            hud().showMessage(message);
+            hud().showMessageAt(600, 300, message);
+            frame();
+            fonts->glyphs.clear();
+            hud().draw(&renderer, 0.01f);
+            ASSERT_FALSE(fonts->glyphs.empty());
+            for (const auto& g : fonts->glyphs) {
+                EXPECT_GE(g.left, 0.0f);
+                EXPECT_LE(g.right, static_cast<float>(c.w));
+                EXPECT_GE(g.bottom, 0.0f);
+            }
+            // Nothing is cut: the message's characters are all drawn (twice, shadowed).
+            const size_t letters = message.size() - static_cast<size_t>(std::count(message.begin(), message.end(), ' '));
+            EXPECT_GE(fonts->glyphs.size(), 4 * letters);
+            EXPECT_GE(glyphSpan(*hud().messageLine).first, std::round(125.0f * scale)) << message;
+        }
+        // The weapon name inside the weapon panel, the upgrade texts inside theirs.
+        EXPECT_EQ(hud().weaponName->text, "Grenade Launcher");
+        EXPECT_LE(glyphSpan(*hud().weaponName).second, 636.0f * c.w / 640.0f);
+        const HudItem& panel = *hud().upgradePanel;
+        for (TextHudItem* row : hud().upgradeRows)
+            EXPECT_LE(glyphSpan(*row).second, panel.pixelX + panel.pixelWidth) << row->text;
     }
     // Exactly twice the design values at 1280 x 960.
     EXPECT_EQ(hud().weaponIcon->pixelX, 1008);
@@ -140,75 +194,6 @@ TEST_F(GameHUDTest, UpgradeScreenShowsLevelCashAndDimsWhatIsOutOfReach)
     EXPECT_EQ(hud().upgradeRows[2]->colour.r, 100.0f);
     run("-showupgrades");
     EXPECT_FALSE(hud().upgradePanel->visible);
-}
-
-// Every glyph of the HUD inside the window, and inside the panel its item
-// belongs to, at the window sizes players use. The message line shares its
-// height with the status column (health, armour, swarm): a long message
-// wraps beside the column, never over it.
-TEST_F(GameHUDTest, TextStaysOnScreenAndInsideItsPanels)
-{
-    NullRenderer renderer;
-    auto* fonts = new FixedWidthFonts();
-    renderer.setFontRenderer(fonts);
-    fonts->setRenderer(&renderer);
-    run("give grenadelauncher");
-    run("useitem grenadelauncher");
-    player->giveCash(80);
-    run("+showupgrades");
-    frame();
-    auto glyphSpan = [&](HudItem& item) {
-        fonts->glyphs.clear();
-        item.draw(renderer);
-        std::pair<float, float> span{1e9f, 0.0f};
-        for (const auto& g : fonts->glyphs) {
-            span.first = std::min(span.first, g.left);
-            span.second = std::max(span.second, g.right);
-        }
-        return span;
-    };
-    struct Case {
-        int w, h;
-        float uiScale;
-    };
-    for (const Case& c : {Case{640, 480, 1.0f}, Case{1024, 768, 1.0f}, Case{1920, 1080, 1.0f},
-                          Case{1024, 768, 1.5f}}) {
-        SCOPED_TRACE(std::to_string(c.w) + "x" + std::to_string(c.h) + " at " + std::to_string(c.uiScale));
-        renderer.setVideoMode(c.w, c.h, false);
-        hud().interfaceScale = c.uiScale;
-        hud().resize(c.w, c.h);
-        const float column = std::round(125.0f * std::min(c.w / 640.0f, c.h / 480.0f) * c.uiScale);
-        // Short, a line that only fits from the far left, and two that wrap.
-        for (const std::string& message :
-             {std::string("Upgraded to Level 1 : Max Health +10"),
-              std::string("The old maintenance swarm wakes; its nest over the pit sends more"),
-              std::string("Too high to jump: stand under the beam, hold MOUSE2 to hook it, let go and steer on "
-                          "to the loft"),
-              std::string("Welcome to the logic yard: every switch, door, pad and hazard a level is built from, "
-                          "one after the other, with a spawner at the end")}) {
-            hud().showMessage(message);
-            hud().showMessageAt(600, 300, message);
-            frame();
-            fonts->glyphs.clear();
-            hud().draw(&renderer, 0.01f);
-            ASSERT_FALSE(fonts->glyphs.empty());
-            for (const auto& g : fonts->glyphs) {
-                EXPECT_GE(g.left, 0.0f);
-                EXPECT_LE(g.right, static_cast<float>(c.w));
-                EXPECT_GE(g.bottom, 0.0f);
-            }
-            // Nothing is cut: the message's characters are all drawn (twice, shadowed).
-            const size_t letters = message.size() - static_cast<size_t>(std::count(message.begin(), message.end(), ' '));
-            EXPECT_GE(fonts->glyphs.size(), 4 * letters);
-            EXPECT_GE(glyphSpan(*hud().messageLine).first, column) << message;
-        }
-        // The weapon name inside the weapon panel, the upgrade texts inside theirs.
-        EXPECT_EQ(hud().weaponName->text, "Grenade Launcher");
-        EXPECT_LE(glyphSpan(*hud().weaponName).second, 636.0f * c.w / 640.0f);
-        const HudItem& panel = *hud().upgradePanel;
-        for (TextHudItem* row : hud().upgradeRows)
-            EXPECT_LE(glyphSpan(*row).second, panel.pixelX + panel.pixelWidth) << row->text;
-    }
 }
 
 TEST_F(GameHUDTest, HealthBelowZeroAndAbsurdTimesShowSensibleNumbers)
