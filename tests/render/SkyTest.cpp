@@ -1,7 +1,5 @@
-// Skies: reading sky files (every attribute, hostile numbers), the colour
-// drift between bounds, the glow passes' falling alpha weight, the manager's
-// load/switch rules with the fade, the fade's colour over time, the sky's
-// particle systems, and the shipped sky files against the shipped media.
+// Skies: sky files, colour drift and glow, the manager with its fade and
+// particles, and the shipped skies against the shipped media.
 #include <gtest/gtest.h>
 
 #include <tinyxml.h>
@@ -194,23 +192,6 @@ TEST(SkyQuadTest, CornerColoursBounceBetweenTheBoundsForever)
     EXPECT_GT(reversals, 100);
 }
 
-TEST(SkyQuadTest, GlowPassesAdvanceAlphaByAFallingWeight)
-{
-    auto sky = parseSky(R"(<sky><rect glow="true" glowsteps="4" mincol="0,0,0,0" maxcol="255,255,255,255"
-        tlcol="0,0,0,0" trcol="0,0,0,0" brcol="0,0,0,0" blcol="0,0,0,0"
-        tlcolvel="8,0,0,100" trcolvel="0,0,0,100" brcolvel="0,0,0,100" blcolvel="0,0,0,100"/></sky>)");
-    RecordingRenderer renderer;
-    sky->drawRect(renderer, 0.1f, *sky->rects[0]);
-    ASSERT_EQ(renderer.quadAlphas.size(), 4u);
-    // Weights 1, 0.75, 0.5, 0.25 of 10 alpha per pass.
-    const float expected[] = {10.0f, 17.5f, 22.5f, 25.0f};
-    for (size_t pass = 0; pass < 4; ++pass)
-        for (float a : renderer.quadAlphas[pass])
-            EXPECT_NEAR(a, expected[pass], 1e-4f) << "pass " << pass;
-    // The colour itself moves a full step in every pass.
-    EXPECT_NEAR(sky->rects[0]->corners[0]->r, 3.2f, 1e-4f);
-}
-
 TEST(FadeOverlayTest, OpaqueBlackTurnsTransparentOverOneSecond)
 {
     SimpleFadeOverlay fade;
@@ -334,15 +315,15 @@ TEST(SkyManagerTest, SkyParticlesFollowTheCurrentSkyAndSurviveTheManagerClearing
 
 namespace {
 // Hue in degrees, and how colourful the colour is (0 for greys).
-float hueOf(float r, float g, float b, float& chroma)
+std::pair<float, float> hueAndChroma(const Vertex& c)
 {
-    const float hi = std::max({r, g, b}), lo = std::min({r, g, b});
-    chroma = hi - lo;
+    const float hi = std::max({c.r, c.g, c.b}), chroma = hi - std::min({c.r, c.g, c.b});
     if (chroma <= 0.0f)
-        return 0.0f;
-    float h = hi == r ? (g - b) / chroma : hi == g ? 2.0f + (b - r) / chroma : 4.0f + (r - g) / chroma;
-    h *= 60.0f;
-    return h < 0.0f ? h + 360.0f : h;
+        return {0.0f, 0.0f};
+    const float h = hi == c.r   ? (c.g - c.b) / chroma
+                    : hi == c.g ? 2.0f + (c.b - c.r) / chroma
+                                : 4.0f + (c.r - c.g) / chroma;
+    return {h < 0.0f ? h * 60.0f + 360.0f : h * 60.0f, chroma};
 }
 
 // Ten minutes of drift: every coloured corner keeps its hue, so dusk stays
@@ -350,22 +331,17 @@ float hueOf(float r, float g, float b, float& chroma)
 float worstHueDrift(BaseSky& sky, SkyQuad& rect)
 {
     NullRenderer renderer;
-    std::vector<float> startHue, startChroma;
-    for (const auto& c : rect.corners) {
-        float chroma = 0.0f;
-        startHue.push_back(hueOf(c->r, c->g, c->b, chroma));
-        startChroma.push_back(chroma);
-    }
+    std::vector<std::pair<float, float>> start;
+    for (const auto& c : rect.corners)
+        start.push_back(hueAndChroma(*c));
     float worst = 0.0f;
     for (int frame = 0; frame < 12000; ++frame) {
         sky.drawRect(renderer, 0.05f, rect);
         for (size_t i = 0; i < rect.corners.size(); ++i) {
-            const auto& c = rect.corners[i];
-            float chroma = 0.0f;
-            const float hue = hueOf(c->r, c->g, c->b, chroma);
-            if (startChroma[i] < 30.0f || chroma < 30.0f)
+            const auto [hue, chroma] = hueAndChroma(*rect.corners[i]);
+            if (start[i].second < 30.0f || chroma < 30.0f)
                 continue;
-            const float d = std::fabs(hue - startHue[i]);
+            const float d = std::fabs(hue - start[i].first);
             worst = std::max(worst, std::min(d, 360.0f - d));
         }
     }
@@ -413,22 +389,31 @@ TEST(ShippedSkiesTest, EverySkyIsAMovingTexturedBackdropOfShippedMediaThatKeepsI
     EXPECT_GE(count, 6);
 }
 
-TEST(SkyDrawTest, EveryLayerIsDrawnInsideTheKeptBackdropAndTheFlareOutside)
+TEST(SkyDrawTest, EveryLayerAndGlowPassIsDrawnInsideTheKeptBackdropAndTheFlareOutside)
 {
     auto sky = parseSky(R"(<sky lensflare="true" lensflarepos="0,0,0">
       <rect pos="-640,360,0" dimension="1280,720"/>
-      <rect pos="-640,360,0" dimension="1280,720" glow="true" glowsteps="2"/>
+      <rect glow="true" glowsteps="4" mincol="0,0,0,0" maxcol="255,255,255,255"
+        tlcol="0,0,0,0" trcol="0,0,0,0" brcol="0,0,0,0" blcol="0,0,0,0"
+        tlcolvel="8,0,0,100" trcolvel="0,0,0,100" brcolvel="0,0,0,100" blcolvel="0,0,0,100"/>
     </sky>)");
     sky->lensFlare.visibility = 1.0f;
     RecordingRenderer renderer;
+    const std::vector<std::string> kept = {"begin", "rect", "rect", "rect", "rect", "rect", "end"};
     for (int frame = 0; frame < 2; ++frame) {
         renderer.calls.clear();
         sky->draw(renderer, Vector(30.0f, 40.0f), 0.1f);
-        ASSERT_GE(renderer.calls.size(), 5u);
+        ASSERT_GE(renderer.calls.size(), kept.size());
         // The layers and their glow passes are drawn every frame, so the colours keep drifting.
-        EXPECT_EQ(std::vector<std::string>(renderer.calls.begin(), renderer.calls.begin() + 5),
-                  std::vector<std::string>({"begin", "rect", "rect", "rect", "end"}));
+        EXPECT_EQ(std::vector<std::string>(renderer.calls.begin(), renderer.calls.begin() + 7), kept);
         EXPECT_EQ(renderer.calls.back(), "flare") << "the flare is not part of the kept picture";
         EXPECT_EQ(renderer.owner, sky.get());
     }
+    // The glow passes add 10 alpha each at weights 1, 0.75, 0.5, 0.25.
+    const float expected[] = {10.0f, 17.5f, 22.5f, 25.0f};
+    for (size_t pass = 0; pass < 4; ++pass)
+        for (float a : renderer.quadAlphas[pass + 1])
+            EXPECT_NEAR(a, expected[pass], 1e-4f) << "pass " << pass;
+    // The colour itself moves a full step in every pass.
+    EXPECT_NEAR(sky->rects[1]->corners[0]->r, 6.4f, 1e-4f);
 }
