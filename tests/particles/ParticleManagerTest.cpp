@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <tinyxml.h>
-
+#include <algorithm>
 #include <cmath>
 
 #include "gameplay/GameplayFixture.h"
@@ -94,21 +93,7 @@ TEST_F(ParticleManagerTest, MalformedNumbersReadTheirLeadingNumberOrZero)
     manager.update(0.5f);
 }
 
-TEST_F(ParticleManagerTest, MissingRequiredAttributesAreListed)
-{
-    TiXmlElement e("particle");
-    e.SetAttribute("id", "bare");
-    e.SetAttribute("texture", "particles/spark.tga");
-    std::vector<std::string> missing;
-    ParticleSystemParams p;
-    p.read(e, missing);
-    EXPECT_EQ(missing.size(), 29u);
-    EXPECT_EQ(missing.front(), "flowRate");
-    EXPECT_EQ(std::count(missing.begin(), missing.end(), "maxParticles"), 0);
-    EXPECT_EQ(std::count(missing.begin(), missing.end(), "glowSteps"), 0);
-}
-
-TEST_F(ParticleManagerTest, MissingOrBrokenFileLeavesOnlyDefault)
+TEST_F(ParticleManagerTest, MissingOrBrokenFilesLeaveOnlyDefaultAndMissingAttributesAreNamed)
 {
     EXPECT_FALSE(manager.loadDefinitions("nothing/here.xml"));
     dir.write("broken.xml", "<particles><p id='x'");
@@ -116,9 +101,18 @@ TEST_F(ParticleManagerTest, MissingOrBrokenFileLeavesOnlyDefault)
     dir.write("empty.xml", "");
     EXPECT_FALSE(manager.loadDefinitions("empty.xml"));
     EXPECT_EQ(manager.getDefinitions().size(), 1u);
-    writeDefs("<p texture='x'/>");
+    writeDefs("<p texture='x'/><p id='bare' texture='x'/>");
+    testing::internal::CaptureStdout();
     EXPECT_TRUE(manager.loadDefinitions("defs.xml"));
-    EXPECT_EQ(manager.getDefinitions().size(), 1u) << "a definition without an id is skipped";
+    const std::string log = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(manager.getDefinitions().size(), 2u) << "a definition without an id is skipped";
+    // The 29 other required attributes are named; maxParticles and glowSteps are optional.
+    const size_t at = log.find("Particle def bare lacks flowRate, ");
+    ASSERT_NE(at, std::string::npos) << log;
+    const std::string line = log.substr(at, log.find('\n', at) - at);
+    EXPECT_EQ(std::count(line.begin(), line.end(), ','), 28) << line;
+    EXPECT_EQ(line.find("maxParticles"), std::string::npos);
+    EXPECT_EQ(line.find("glowSteps"), std::string::npos);
 }
 
 TEST_F(ParticleManagerTest, UnknownNamesFallBackToDefaultButKeepTheirClass)
