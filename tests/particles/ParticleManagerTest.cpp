@@ -197,22 +197,10 @@ TEST_F(ParticleGameTest, FramesAdvanceParticlesInFixedStepsOfOneHundredAndTwenti
     EXPECT_NEAR(std::round(stepped) * Game::particleStepSeconds, s->age, 1e-4f);
 }
 
-TEST_F(ParticleGameTest, LevelChangeRemovesEverySystemAndFreesTheBodiesThatFollowedThem)
+TEST_F(ParticleGameTest, BodiesCarryTheirSystemsAndShowTextAndALevelChangeClearsEverySystem)
 {
     ParticleManager& particles = *game->getParticleManager();
-    ParticleSystem* aura = particles.createSystem("default");
-    player->attachParticleSystem(aura);
-    particles.createSystem("default");
-    EXPECT_EQ(player->getAttachedParticleSystemCount(), 1);
-    loadLevel();
-    EXPECT_EQ(particles.getSystemCount(), 0);
-    EXPECT_EQ(player->getAttachedParticleSystemCount(), 0);
-    EXPECT_NE(particles.findDefinition("default"), nullptr);
-}
-
-TEST_F(ParticleGameTest, BodiesCarryAttachedSystemsAndLetThemFadeWhenDestroyed)
-{
-    ParticleManager& particles = *game->getParticleManager();
+    // A body carries its system and lets it fade on its own when destroyed.
     auto body = std::make_unique<GameBody>();
     ParticleSystem* trail = particles.createSystem("default");
     trail->systemLifeTime = 0.0f;
@@ -227,13 +215,9 @@ TEST_F(ParticleGameTest, BodiesCarryAttachedSystemsAndLetThemFadeWhenDestroyed)
     for (int i = 0; i < 200 && particles.getSystemCount() > 0; ++i)
         particles.update(Game::particleStepSeconds);
     EXPECT_EQ(particles.getSystemCount(), 0) << "a let-go system ends on its own";
-}
 
-TEST_F(ParticleGameTest, SpawnTextShowsFloatingText)
-{
-    GameBody body;
-    body.spawnText(Vector(10, 20, 1), "Checkpoint", 12, true, 0.75f, "vera");
-    ParticleManager& particles = *game->getParticleManager();
+    GameBody speaker;
+    speaker.spawnText(Vector(10, 20, 1), "Checkpoint", 12, true, 0.75f, "vera");
     ASSERT_EQ(particles.getSystemCount(), 1);
     auto* text = dynamic_cast<TextParticleSystem*>(particles.getSystems().front().get());
     ASSERT_NE(text, nullptr);
@@ -244,4 +228,12 @@ TEST_F(ParticleGameTest, SpawnTextShowsFloatingText)
     EXPECT_EQ(text->font, "vera");
     EXPECT_FLOAT_EQ(text->position.z, 1.2f);
     EXPECT_EQ(text->getParticleCount(), 1);
+
+    // A level change removes every system, and the bodies that followed them forget them.
+    player->attachParticleSystem(particles.createSystem("default"));
+    EXPECT_EQ(player->getAttachedParticleSystemCount(), 1);
+    loadLevel();
+    EXPECT_EQ(particles.getSystemCount(), 0);
+    EXPECT_EQ(player->getAttachedParticleSystemCount(), 0);
+    EXPECT_NE(particles.findDefinition("default"), nullptr);
 }
