@@ -24,7 +24,7 @@ protected:
     void SetUp() override { ParticleRandom::seed(7); }
 };
 
-TEST_F(ParticleSystemTest, ShortStepsEmitAtTheFlowRateByIntervalAndLongStepsInBatches)
+TEST_F(ParticleSystemTest, EmissionFollowsTheFlowRateThePoolAndTheParticlesLives)
 {
     // 50 per second in 0.01 s steps: floor(0.5) is 0 every step, so only
     // the interval rule emits, once every other step.
@@ -40,28 +40,35 @@ TEST_F(ParticleSystemTest, ShortStepsEmitAtTheFlowRateByIntervalAndLongStepsInBa
     EXPECT_NEAR(s.getParticleCount(), 50, 1);
     EXPECT_EQ(maxPerStep, 1);
 
-    // A long step emits a whole batch.
-    ParticleSystem batch;
-    configure(batch, *p);
-    batch.update(0.5f, false);
-    EXPECT_EQ(batch.getParticleCount(), 25);
-}
-
-TEST_F(ParticleSystemTest, FullPoolEmitsNothingUntilAParticleDies)
-{
-    auto p = steadyParams(1000, 4, 0.1f);
-    ParticleSystem s;
-    configure(s, *p);
-    s.update(0.01f, false);
-    EXPECT_EQ(s.getParticleCount(), 4);
-    s.update(0.05f, false);
-    EXPECT_EQ(s.getParticleCount(), 4);
-    // Emission comes before the particles age, so the step in which all four
-    // die cannot refill the pool; the next one does.
-    s.update(0.06f, false);
-    EXPECT_EQ(s.getParticleCount(), 0);
-    s.update(0.01f, false);
-    EXPECT_EQ(s.getParticleCount(), 4);
+    // Particle counts after each step; a system life time of 0 never ends the system.
+    struct Case {
+        const char* rule;
+        int flowRate, pool;
+        float particleLife;
+        std::vector<std::pair<float, int>> steps;
+    };
+    const Case cases[] = {
+        {"a long step emits a whole batch", 50, 256, 10.0f, {{0.5f, 25}}},
+        // Emission comes before the particles age, so the step in which all
+        // four die cannot refill the pool; the next one does.
+        {"a full pool emits nothing until a particle dies", 1000, 4, 0.1f,
+         {{0.01f, 4}, {0.05f, 4}, {0.06f, 0}, {0.01f, 4}}},
+        {"a life of 0 dies in the step that emits it", 10, 8, 0.0f, {{0.1f, 0}, {100.0f, 0}}},
+        {"a life of -1 never dies by age", 10, 8, -1.0f, {{0.1f, 1}, {0.1f, 2}, {100.0f, 8}}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.rule);
+        auto q = steadyParams(c.flowRate, c.pool, c.particleLife);
+        ParticleSystem system;
+        configure(system, *q);
+        for (const auto& [step, count] : c.steps) {
+            EXPECT_TRUE(system.update(step, false));
+            EXPECT_EQ(system.getParticleCount(), count) << step;
+        }
+        if (system.getParticleCount() > 0) {
+            EXPECT_EQ(system.getParticle(0).immortal, c.particleLife < 0.0f);
+        }
+    }
 }
 
 TEST_F(ParticleSystemTest, ParticlesStayWhereTheyWereHandedOutAsThePoolFills)
@@ -109,26 +116,6 @@ TEST_F(ParticleSystemTest, StopOrLifeTimeEndsTheSystemEvenWithLiveParticles)
     EXPECT_TRUE(aging.update(0.3f, true));
     EXPECT_EQ(aging.getParticleCount(), 0);
     EXPECT_FALSE(aging.update(0.3f, true));
-}
-
-TEST_F(ParticleSystemTest, LifeTimesOfZero)
-{
-    // systemLifeTime 0: no age limit at all.
-    auto p = steadyParams(10, 8, 0.0f);
-    ParticleSystem s;
-    configure(s, *p);
-    for (int i = 0; i < 1000; ++i)
-        ASSERT_TRUE(s.update(0.1f, false));
-    // particleLifeTime 0: a particle dies in the step that emits it.
-    EXPECT_EQ(s.getParticleCount(), 0);
-    // -1 never dies by age.
-    p->particleLifeTime = -1.0f;
-    s.update(0.1f, false);
-    ASSERT_EQ(s.getParticleCount(), 1);
-    EXPECT_TRUE(s.getParticle(0).immortal);
-    for (int i = 0; i < 100; ++i)
-        s.update(0.1f, false);
-    EXPECT_EQ(s.getParticleCount(), 8);
 }
 
 TEST_F(ParticleSystemTest, ParticleMovesRecoloursAndResizes)
