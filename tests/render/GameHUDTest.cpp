@@ -143,6 +143,18 @@ TEST_F(GameHUDTest, PanelsShowThePlayer)
     EXPECT_TRUE(hud().isWeaponStripVisible());
     EXPECT_EQ(hud().stripIcons[3]->colour.a, 255.0f);
     EXPECT_EQ(hud().stripIcons[4]->colour.a, 100.0f);
+
+    // Health below zero and absurd power-up times still show sensible numbers.
+    player->health = -35;
+    player->quadtime = 3.0e35f;
+    player->hasinvinc = true;
+    player->invinctime = -3.0e35f;
+    frame();
+    EXPECT_EQ(hud().healthValue->text, "0");
+    const int quadSeconds = std::stoi(hud().quadValue->text);
+    EXPECT_GE(quadSeconds, 0);
+    EXPECT_LE(quadSeconds, 1000000);
+    EXPECT_EQ(hud().invincibilityValue->text, "0");
 }
 
 TEST_F(GameHUDTest, MessagesExpire)
@@ -194,21 +206,6 @@ TEST_F(GameHUDTest, UpgradeScreenShowsLevelCashAndDimsWhatIsOutOfReach)
     EXPECT_EQ(hud().upgradeRows[2]->colour.r, 100.0f);
     run("-showupgrades");
     EXPECT_FALSE(hud().upgradePanel->visible);
-}
-
-TEST_F(GameHUDTest, HealthBelowZeroAndAbsurdTimesShowSensibleNumbers)
-{
-    player->health = -35;
-    player->hasquad = true;
-    player->quadtime = 3.0e35f;
-    player->hasinvinc = true;
-    player->invinctime = -3.0e35f;
-    frame();
-    EXPECT_EQ(hud().healthValue->text, "0");
-    const int quadSeconds = std::stoi(hud().quadValue->text);
-    EXPECT_GE(quadSeconds, 0);
-    EXPECT_LE(quadSeconds, 1000000);
-    EXPECT_EQ(hud().invincibilityValue->text, "0");
 }
 
 TEST_F(GameHUDTest, SlowWeaponsShowTheirCooldown)
