@@ -191,7 +191,7 @@ TEST_F(ParticleSystemTest, SphereThrowsParticlesInEveryDirectionAtTheBaseSpeed)
     EXPECT_FLOAT_EQ(s.getParticle(0).position.z, 2.0f);
 }
 
-TEST_F(ParticleSystemTest, LightningChainOverOneHundredUnitsHasFourLinkedSegmentsAndThePoolBoundsALongOne)
+TEST_F(ParticleSystemTest, LightningChainsFourLinkedSegmentsOverOneHundredUnitsAndBoltAndTextEndWithTheirParticles)
 {
     auto p = steadyParams(0, 64, 0.2f);
     LightningParticleSystem s;
@@ -223,18 +223,16 @@ TEST_F(ParticleSystemTest, LightningChainOverOneHundredUnitsHasFourLinkedSegment
     far.setEndpoints(Vector(0, 0, 0), Vector(1.0e6f, 0, 0));
     far.emitAlongSegment();
     EXPECT_EQ(far.getParticleCount(), 5);
-}
 
-TEST_F(ParticleSystemTest, TextSystemEmitsOnlyOnRequestAndEndsWithItsText)
-{
-    auto p = steadyParams(100, 4, 0.5f);
-    TextParticleSystem s;
-    configure(s, *p);
-    s.setEndpoints(Vector(10, 20, 0), Vector(10, 20, 0));
-    s.emitAlongSegment();
-    EXPECT_TRUE(s.update(0.25f, false));
-    EXPECT_EQ(s.getParticleCount(), 1) << "flow emission is paused";
-    EXPECT_FALSE(s.update(0.3f, false));
+    // Floating text too emits only on request and ends with its one particle.
+    auto t = steadyParams(100, 4, 0.5f);
+    TextParticleSystem text;
+    configure(text, *t);
+    text.setEndpoints(Vector(10, 20, 0), Vector(10, 20, 0));
+    text.emitAlongSegment();
+    EXPECT_TRUE(text.update(0.25f, false));
+    EXPECT_EQ(text.getParticleCount(), 1) << "flow emission is paused";
+    EXPECT_FALSE(text.update(0.3f, false));
 }
 
 TEST_F(ParticleSystemTest, ObserversAreToldAndCanBeRemoved)

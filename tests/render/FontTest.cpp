@@ -50,7 +50,7 @@ std::unique_ptr<Font> parseFont(const char* xml)
 }
 }
 
-TEST(FontTest, ParsesDescriptorsAndPagesIgnoringOutOfRangeCodes)
+TEST(FontTest, ParsesDescriptorsAndPagesIgnoringOutOfRangeCodesAndBadFiles)
 {
     auto font = parseFont(testFontXml);
     EXPECT_EQ(font->name, "vera");
@@ -70,14 +70,11 @@ TEST(FontTest, ParsesDescriptorsAndPagesIgnoringOutOfRangeCodes)
     EXPECT_FLOAT_EQ(font->getAdvance('A'), 10.0f);
     EXPECT_FLOAT_EQ(font->getAdvance('b'), 7.0f);
     EXPECT_EQ(font->getImageNames(), std::vector<std::string>{"p.png"});
-}
 
-TEST(FontTest, MissingOrMalformedFileLeavesTheFontEmpty)
-{
-    Font font;
-    EXPECT_FALSE(font.load("no_such_font.xml"));
-    EXPECT_EQ(font.getDescriptor('A'), nullptr);
-
+    // A missing or malformed file leaves the font empty.
+    Font missing;
+    EXPECT_FALSE(missing.load("no_such_font.xml"));
+    EXPECT_EQ(missing.getDescriptor('A'), nullptr);
     TiXmlDocument doc;
     doc.Parse("<font name=\"x\"");
     Font broken;

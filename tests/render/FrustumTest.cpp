@@ -11,7 +11,7 @@ void aimCamera(Frustum& f, float cx, float cy)
 }
 }
 
-TEST(FrustumTest, InternalsDeriveNearAndFarRectangles)
+TEST(FrustumTest, InternalsDeriveNearAndFarRectanglesAndPlanesFaceInwardAroundTheView)
 {
     Frustum f;
     f.setCameraInternals(90.0f, 2.0f, 1.0f, 100.0f);
@@ -19,11 +19,7 @@ TEST(FrustumTest, InternalsDeriveNearAndFarRectangles)
     EXPECT_NEAR(f.getNearWidth(), 2.0f, 1e-5f);
     EXPECT_NEAR(f.getFarHeight(), 100.0f, 1e-3f);
     EXPECT_NEAR(f.getFarWidth(), 200.0f, 1e-3f);
-}
 
-TEST(FrustumTest, GeometricPlanesFaceInwardAndBoundTheVisibleRectangle)
-{
-    Frustum f;
     aimCamera(f, 100.0f, 50.0f);
     // At 256 units with a 90 degree lens the half height on z = 0 is 256.
     EXPECT_EQ(f.classifyPoint(Vector(100.0f, 50.0f, 0.0f)), Frustum::Inside);

@@ -98,17 +98,14 @@ TEST(RendererLogicTest, FpsRollsOverOncePerSecond)
     Clock::install(nullptr);
 }
 
-TEST(RendererLogicTest, MovieFramesAreDueEightTimesASecond)
+TEST(RendererLogicTest, MovieFramesAreDueEightTimesASecondAndScreenshotNamesSkipFilesThatExist)
 {
     Renderer r;
     EXPECT_TRUE(r.isMovieFrameDue(0.0f));
     EXPECT_FALSE(r.isMovieFrameDue(124.0f));
     EXPECT_TRUE(r.isMovieFrameDue(125.0f));
     EXPECT_FALSE(r.isMovieFrameDue(200.0f));
-}
 
-TEST(RendererLogicTest, ScreenshotNamesSkipFilesThatExist)
-{
     EXPECT_EQ(Renderer::captureName(false, 5), "screenshots/screenshot0005.png");
     EXPECT_EQ(Renderer::captureName(true, 123), "screenshots/movie0123.png");
 
