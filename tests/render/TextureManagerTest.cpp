@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -48,17 +49,11 @@ void writeTga(const fs::path& path, int w, int h, int channels, const std::vecto
     header[16] = static_cast<unsigned char>(channels * 8);
     header[17] = static_cast<unsigned char>(0x20 | (channels == 4 ? 8 : 0));
     out.write(reinterpret_cast<const char*>(header), sizeof header);
-    for (size_t i = 0; i < rgba.size(); i += static_cast<size_t>(channels)) {
-        if (channels == 1) {
-            out.put(static_cast<char>(rgba[i]));
-            continue;
-        }
-        out.put(static_cast<char>(rgba[i + 2]));
-        out.put(static_cast<char>(rgba[i + 1]));
-        out.put(static_cast<char>(rgba[i]));
-        if (channels == 4)
-            out.put(static_cast<char>(rgba[i + 3]));
-    }
+    // TGA keeps its colours as BGR(A).
+    std::vector<unsigned char> bytes = rgba;
+    for (size_t i = 0; channels >= 3 && i < bytes.size(); i += static_cast<size_t>(channels))
+        std::swap(bytes[i], bytes[i + 2]);
+    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
 
 }
