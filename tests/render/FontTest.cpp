@@ -180,7 +180,7 @@ TEST(BakedFontTest, EveryFontCoversPrintableLatin1OnPowerOfTwoPages)
                 EXPECT_GT(d->height, 0) << e.file << " " << code;
             }
             EXPECT_LE(d->height, e.size * 2) << e.file << " " << code;
-            // Inside the page, rows stored top first.
+            // Inside the page, with t above t2.
             EXPECT_TRUE(d->s >= 0.0f && d->s2 <= 1.0f && d->t <= 1.0f && d->t2 >= 0.0f && d->t >= d->t2)
                 << e.file << " " << code;
         }

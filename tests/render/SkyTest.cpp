@@ -5,6 +5,7 @@
 #include <tinyxml.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -95,18 +96,16 @@ TEST(SkyFileTest, EveryAttributeIsRead)
     EXPECT_EQ(r.blendStyle, 0);
     EXPECT_EQ(r.minColour, RGBAColour(1, 2, 3, 4));
     EXPECT_EQ(r.maxColour, RGBAColour(200, 210, 220, 230));
-    // Corners: tl at pos, tr one width right, br and bl one height down.
-    const float xs[] = {-100, 100, 100, -100}, ys[] = {50, 50, -30, -30};
-    const float us[] = {0, 3, 3, 0.5f}, vs[] = {2, 2, 0, 0};
+    // Corners (x, y, z, colour, texture coordinate): tl at pos, tr one width
+    // right, br and bl one height down.
+    using Corner = std::array<float, 9>;
+    const Corner corners[] = {{-100, 50, 2, 10, 11, 12, 13, 0, 2},
+                              {100, 50, 2, 20, 21, 22, 23, 3, 2},
+                              {100, -30, 2, 30, 31, 32, 33, 3, 0},
+                              {-100, -30, 2, 40, 41, 42, 43, 0.5f, 0}};
     for (size_t i = 0; i < 4; ++i) {
         const Vertex& v = *r.corners[i];
-        EXPECT_FLOAT_EQ(v.x, xs[i]) << i;
-        EXPECT_FLOAT_EQ(v.y, ys[i]) << i;
-        EXPECT_FLOAT_EQ(v.z, 2.0f) << i;
-        EXPECT_FLOAT_EQ(v.r, 10.0f * static_cast<float>(i + 1)) << i;
-        EXPECT_FLOAT_EQ(v.a, 10.0f * static_cast<float>(i + 1) + 3.0f) << i;
-        EXPECT_FLOAT_EQ(v.u, us[i]) << i;
-        EXPECT_FLOAT_EQ(v.v, vs[i]) << i;
+        EXPECT_EQ((Corner{v.x, v.y, v.z, v.r, v.g, v.b, v.a, v.u, v.v}), corners[i]) << i;
     }
     EXPECT_EQ(r.velocities[0], RGBAColour(1, 0, 0, 0));
     EXPECT_EQ(r.velocities[3], RGBAColour(0, 0, 0, 1));
