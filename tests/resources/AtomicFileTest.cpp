@@ -19,7 +19,7 @@ bool writeText(const std::string& path, const std::string& text)
 }
 }
 
-TEST(AtomicFile, ReplacesTheFileAndLeavesNoTemporary)
+TEST(AtomicFile, ReplacesTheFileOrKeepsTheOldOneAndLeavesNoTemporary)
 {
     TempDir dir;
     dir.write("saves/a.xml", "old");
@@ -29,11 +29,8 @@ TEST(AtomicFile, ReplacesTheFileAndLeavesNoTemporary)
     // A file that did not exist yet, in the working directory.
     EXPECT_TRUE(AtomicFile::replace("b.png", [](const std::string& t) { return writeText(t, "png"); }));
     EXPECT_EQ(TempDir::read("b.png"), "png");
-}
 
-TEST(AtomicFile, AWriterThatFailsHalfwayKeepsTheOldFile)
-{
-    TempDir dir;
+    // A writer that fails halfway, over a stale leftover.
     dir.write("saves/a.xml", "the old save");
     dir.write("saves/a.xml.tmp", "stale leftover");
     EXPECT_FALSE(AtomicFile::replace("saves/a.xml", [](const std::string& t) {

@@ -70,53 +70,33 @@ TEST_F(ResourceManagerTest, StoredAndDeflatedMembersGiveTheSameBytes)
     }
 }
 
-TEST_F(ResourceManagerTest, DiskComesBeforeTheArchive)
-{
-    dir.write("data/a.txt", "from the archive");
-    dir.write("data/only.txt", "only archived");
-    ASSERT_TRUE(TempDir::run("zip -q data.zip data/a.txt data/only.txt && rm data/only.txt"));
-    dir.write("data/a.txt", "from disk");
-    ASSERT_TRUE(rm.addArchive("data.zip"));
-
-    std::string got;
-    const std::string log = stdoutOf([&] { got = rm.readText("data/a.txt"); });
-    EXPECT_EQ(got, "from disk");
-    EXPECT_EQ(log, "Found on disk: data/a.txt\n");
-
-    const std::string log2 = stdoutOf([&] { got = rm.readText("data/only.txt"); });
-    EXPECT_EQ(got, "only archived");
-    EXPECT_EQ(log2, "NOT Found on disk: data/only.txt\n");
-}
-
-TEST_F(ResourceManagerTest, ArchiveNamesMatchExactly)
-{
-    dir.write("data/Sub/File.txt", "x");
-    ASSERT_TRUE(TempDir::run("zip -q -r data.zip data && rm -r data"));
-    ASSERT_TRUE(rm.addArchive("data.zip"));
-    EXPECT_NE(rm.findInArchives("data/Sub/File.txt"), nullptr);
-    EXPECT_EQ(rm.findInArchives("data/sub/file.txt"), nullptr);
-    EXPECT_EQ(rm.findInArchives("data\\Sub\\File.txt"), nullptr);
-    EXPECT_EQ(rm.findInArchives("./data/Sub/File.txt"), nullptr);
-
-    bool error = false;
-    std::string got;
-    const std::string log = stdoutOf([&] { got = bytesOf(rm, "data/sub/file.txt", error); });
-    EXPECT_EQ(got, "<null>");
-    EXPECT_TRUE(error);
-    EXPECT_EQ(log, "NOT Found on disk: data/sub/file.txt\nNot in any archive: data/sub/file.txt\n");
-}
-
-TEST_F(ResourceManagerTest, LaterArchivesAreSearchedAfterEarlierOnes)
+TEST_F(ResourceManagerTest, DiskComesFirstThenArchivesInOrderByExactName)
 {
     dir.write("data/a.txt", "first");
-    ASSERT_TRUE(TempDir::run("zip -q one.zip data/a.txt"));
+    dir.write("data/Sub/File.txt", "x");
+    ASSERT_TRUE(TempDir::run("zip -q -r one.zip data"));
     dir.write("data/a.txt", "second");
     dir.write("data/b.txt", "b");
     ASSERT_TRUE(TempDir::run("zip -q two.zip data/a.txt data/b.txt && rm -r data"));
+    dir.write("data/b.txt", "from disk");
     ASSERT_TRUE(rm.addArchive("one.zip"));
     ASSERT_TRUE(rm.addArchive("two.zip"));
-    EXPECT_EQ(rm.readText("data/a.txt"), "first");
-    EXPECT_EQ(rm.readText("data/b.txt"), "b");
+
+    std::string got;
+    EXPECT_EQ(stdoutOf([&] { got = rm.readText("data/b.txt"); }), "Found on disk: data/b.txt\n");
+    EXPECT_EQ(got, "from disk");
+    EXPECT_EQ(stdoutOf([&] { got = rm.readText("data/a.txt"); }), "NOT Found on disk: data/a.txt\n");
+    EXPECT_EQ(got, "first");
+
+    EXPECT_NE(rm.findInArchives("data/Sub/File.txt"), nullptr);
+    for (const char* near : {"data/sub/file.txt", "data\\Sub\\File.txt", "./data/Sub/File.txt"})
+        EXPECT_EQ(rm.findInArchives(near), nullptr) << near;
+    bool error = false;
+    EXPECT_EQ(stdoutOf([&] { got = bytesOf(rm, "data/sub/file.txt", error); }),
+              "NOT Found on disk: data/sub/file.txt\nNot in any archive: data/sub/file.txt\n");
+    EXPECT_EQ(got, "<null>");
+    EXPECT_TRUE(error);
+
     rm.clearArchives();
     EXPECT_EQ(rm.readText("data/a.txt"), "");
 }
@@ -129,16 +109,14 @@ TEST_F(ResourceManagerTest, ArchivesThatCannotBeUsedAreReported)
     dir.write("headonly.zip", std::string("PK\x03\x04", 4) + "nothing else here");
     dir.write("tiny.zip", "PK");
 
-    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("missing.zip")); }),
-              "couldn't open file, exiting\nFailed to load missing.zip\n");
-    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("notzip.zip")); }),
-              "file is not a valid zip, exiting\nFailed to load notzip.zip\n");
-    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("prefixed.zip")); }),
-              "file is not a valid zip, exiting\nFailed to load prefixed.zip\n");
-    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("tiny.zip")); }),
-              "file is not a valid zip, exiting\nFailed to load tiny.zip\n");
-    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("headonly.zip")); }),
-              "couldn't find central directory, exiting\nFailed to load headonly.zip\n");
+    const std::pair<std::string, std::string> refused[] = {
+        {"missing.zip", "couldn't open file"}, {"notzip.zip", "file is not a valid zip"},
+        {"prefixed.zip", "file is not a valid zip"}, {"tiny.zip", "file is not a valid zip"},
+        {"headonly.zip", "couldn't find central directory"},
+    };
+    for (const auto& [name, why] : refused)
+        EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive(name)); }),
+                  why + ", exiting\nFailed to load " + name + "\n");
     EXPECT_FALSE(rm.addArchive("data"));  // a directory is no archive
     EXPECT_TRUE(rm.getArchives().empty());
 
@@ -170,10 +148,6 @@ TEST_F(ResourceManagerTest, DocumentsParseOrSayWhyNot)
     dir.write("data/good.xml", "<root><item name=\"a\"/></root>");
     dir.write("data/bad.xml", "<root><item></root>");
     dir.write("data/empty.xml", "");
-    std::string deep;
-    for (int i = 0; i < 20000; ++i)
-        deep += "<a>";
-    dir.write("data/deep.xml", deep);
 
     TiXmlDocument good("data/good.xml");
     EXPECT_TRUE(rm.loadDocument(good, "data/good.xml"));
@@ -198,10 +172,6 @@ TEST_F(ResourceManagerTest, DocumentsParseOrSayWhyNot)
     dir.write("data/utf8end.xml", "<root a=\"25\xea\xea\xea\xea\n");
     TiXmlDocument cut("data/utf8end.xml");
     stdoutOf([&] { EXPECT_FALSE(rm.loadDocument(cut, "data/utf8end.xml")); });
-
-    TiXmlDocument deepDoc("data/deep.xml");
-    const std::string deepLog = stdoutOf([&] { EXPECT_FALSE(rm.loadDocument(deepDoc, "data/deep.xml")); });
-    EXPECT_NE(deepLog.find("Failed to parse: data/deep.xml Error: "), std::string::npos) << deepLog;
 }
 
 TEST_F(ResourceManagerTest, NestingLimitCountsOpenElements)
