@@ -1,21 +1,25 @@
-// Save games through the Game: what a save holds, what a load restores, and
-// that a save that cannot be used leaves the running game alone.
+// Save games through the Game: what a save holds, what a load restores, that
+// a save that cannot be used leaves the running game alone, and the save
+// list's view of them.
 #include <gtest/gtest.h>
 #include <tinyxml.h>
+#include <utime.h>
 
 #include <cmath>
+#include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 
 #include "console/Console.h"
 #include "core/GameCommands.h"
+#include "core/SaveInfo.h"
 #include "gameplay/GameplayFixture.h"
 #include "gameplay/items/Inventory.h"
 #include "render/GameHUD.h"
 #include "render/TextHudItem.h"
 #include "world/level/LevelValues.h"
 #include "gui/GUIManager.h"
-#include "world/logic/Checkpoint.h"
 #include "world/logic/Trigger.h"
 
 namespace {
@@ -30,6 +34,15 @@ public:
     }
     int grabs = 0;
 };
+
+// Moves a save's recorded writing time, keeping the rest of the file.
+void setSavedAt(const std::string& name, long long when)
+{
+    TiXmlDocument doc;
+    ASSERT_TRUE(doc.LoadFile(Game::savePath(name)));
+    doc.RootElement()->SetAttribute("savedat", std::to_string(when));
+    ASSERT_TRUE(doc.SaveFile(Game::savePath(name)));
+}
 }
 
 class GameSaveTest : public GameplayFixture {
@@ -277,8 +290,12 @@ TEST_F(GameSaveTest, UnusableSavesLeaveTheGameAsItIs)
     EXPECT_TRUE(game->isWorldRunning());
 }
 
-TEST_F(GameSaveTest, SaveNamesStayInsideTheSavesFolder)
+TEST_F(GameSaveTest, SaveNamesTakeSpacesAndQuotesAndStayInsideTheSavesFolder)
 {
+    const std::vector<std::pair<std::string, std::string>> lines{
+        {"my save", "my save"}, {"\"My Run\"", "My Run"}, {"\"My Run", "My Run"}, {"quicksave", "quicksave"}};
+    for (const auto& [typed, name] : lines)
+        EXPECT_EQ(Game::saveNameFromArguments(typed), name) << typed;
     EXPECT_TRUE(Game::isSaveName("quicksave"));
     EXPECT_TRUE(Game::isSaveName("Chapter 2 - the docks_v1.5"));
     EXPECT_TRUE(Game::isSaveName(std::string(Game::maxSaveNameLength, 'x')));
@@ -296,6 +313,11 @@ TEST_F(GameSaveTest, SaveNamesStayInsideTheSavesFolder)
     save("savegame " + std::string(Game::maxSaveNameLength + 1, 'a'));
     EXPECT_EQ(game->currentNotice(), "Save names are at most 32 characters");
     EXPECT_TRUE(game->isLevelLoaded());
+
+    save("savegame my save");
+    EXPECT_TRUE(std::filesystem::exists("saves/my save.xml"));
+    const std::string loaded = stdoutOf([&] { run("loadgame \"my save\""); });
+    EXPECT_NE(loaded.find("Loading save game: saves/my save.xml"), std::string::npos) << loaded;
 }
 
 TEST_F(GameSaveTest, SavingKeepsThePreviousFileWhenTheNewOneCannotBeWritten)
@@ -311,23 +333,6 @@ TEST_F(GameSaveTest, SavingKeepsThePreviousFileWhenTheNewOneCannotBeWritten)
     EXPECT_EQ(TempDir::read("saves/keep.xml"), before);
 }
 
-TEST_F(GameSaveTest, ACheckpointWritesARealSave)
-{
-    loadLevel(spawnPoint("start", 0, 40, true) +
-              box("checkpoint", "cp", 40, 0, 60, 40, "mass=\"0\" solid=\"false\" entity=\"true\""));
-    auto* cp = dynamic_cast<Checkpoint*>(find("cp"));
-    ASSERT_NE(cp, nullptr);
-    game->setPendingSaveName("adventure1");
-    cp->onTriggered(nullptr);
-    EXPECT_TRUE(game->isSaveRequested());
-    frame();
-    EXPECT_FALSE(game->isSaveRequested());
-    TiXmlDocument doc;
-    ASSERT_TRUE(doc.LoadFile("saves/adventure1.xml"));
-    EXPECT_STREQ(doc.RootElement()->Attribute("currentlevel"), "gameplaytest");
-    EXPECT_TRUE(std::filesystem::exists("saves/adventure1.png"));
-}
-
 TEST_F(GameSaveTest, ThumbnailFromTheMenusIsTheStillTakenAsTheyOpened)
 {
     loadSaveLevel();
@@ -339,21 +344,6 @@ TEST_F(GameSaveTest, ThumbnailFromTheMenusIsTheStillTakenAsTheyOpened)
     EXPECT_EQ(TempDir::read("saves/menu.png"), "320x240");
     run("loadgame menu");
     EXPECT_FALSE(game->getGUIManager()->isVisible());
-}
-
-TEST_F(GameSaveTest, NamesWithSpacesAndQuotesWorkFromTheConsole)
-{
-    const std::vector<std::pair<std::string, std::string>> lines{
-        {"my save", "my save"}, {"\"My Run\"", "My Run"}, {"\"My Run", "My Run"}, {"quicksave", "quicksave"}};
-    for (const auto& [typed, name] : lines)
-        EXPECT_EQ(Game::saveNameFromArguments(typed), name) << typed;
-
-    loadSaveLevel();
-    save("savegame my save");
-    EXPECT_TRUE(std::filesystem::exists("saves/my save.xml"));
-    player->setPosition(Vector(250.0f, 90.0f));
-    const std::string out = stdoutOf([&] { run("loadgame \"my save\""); });
-    EXPECT_NE(out.find("Loading save game: saves/my save.xml"), std::string::npos) << out;
 }
 
 TEST_F(GameSaveTest, AbsurdTimesInASaveAreBoundedOnLoad)
@@ -381,4 +371,78 @@ TEST_F(GameSaveTest, AbsurdTimesInASaveAreBoundedOnLoad)
     const int seconds = std::stoi(gameplay->getHud().quadValue->text);
     EXPECT_GE(seconds, 0);
     EXPECT_LE(seconds, static_cast<int>(maxTimeMs / 1000.0f));
+}
+
+TEST_F(GameSaveTest, TheSaveListShowsNewestFirstWithTitleDatePlayTimeAndKind)
+{
+    loadLevel();
+    // The level names its title; saves take it with them.
+    std::string level = TempDir::read("maps/gameplaytest.xml");
+    level.replace(0, 7, "<level title=\"Crane &amp; Yard &gt; North\">");
+    std::ofstream("maps/gameplaytest.xml") << level;
+    frames(65 * 40);  // 65 s of play
+    const long long before = std::time(nullptr);
+    save("savegame first run");
+    game->requestCheckpointSave();
+    frame();
+    save("savegame quicksave");
+    save("savegame older one");
+    // A file from an older build: no title, date or play time of its own.
+    std::ofstream("saves/plain.xml") << "<?xml version=\"1.0\" ?>\n<save version=\"1\" currentlevel=\"quay\">"
+                                     << std::string(10000, ' ') << "<Objects/></save>";
+    std::ofstream("saves/broken.xml") << "<sav";
+    std::ofstream("saves/.hidden.xml") << "<save currentlevel=\"quay\"/>";
+
+    setSavedAt("older one", 1000000000);
+    setSavedAt("first run", before + 100);
+    setSavedAt(SaveInfo::quickSaveName, before + 200);
+    const utimbuf old{1500000000, 1500000000};
+    ASSERT_EQ(::utime("saves/plain.xml", &old), 0);
+    ASSERT_EQ(::utime("saves/broken.xml", &old), 0);
+
+    const std::vector<SaveInfo> saves = SaveInfo::listAll();
+    // Newest first; the two from one moment by name; names no save command
+    // could make are left out.
+    std::vector<std::string> names;
+    for (const SaveInfo& s : saves)
+        names.push_back(s.name);
+    ASSERT_EQ(names, (std::vector<std::string>{"quicksave", "first run", "broken", "plain", "older one"}));
+
+    const SaveInfo& quick = saves[0];
+    EXPECT_EQ(quick.kind, SaveInfo::Kind::quick);
+    EXPECT_EQ(quick.level, "gameplaytest");
+    EXPECT_EQ(quick.title, "Crane & Yard > North");
+    EXPECT_EQ(quick.written, before + 200);
+    EXPECT_EQ(saves[1].kind, SaveInfo::Kind::checkpoint);
+    EXPECT_TRUE(saves[1].readable);
+    // 65 s of steps, give or take the frames around the saves.
+    EXPECT_GE(saves[1].playSeconds, 64);
+    EXPECT_LE(saves[1].playSeconds, 66);
+    EXPECT_FALSE(saves[2].readable);
+    EXPECT_EQ(saves[3].title, "Quay");
+    EXPECT_EQ(saves[3].written, 1500000000);
+    EXPECT_EQ(saves[3].playSeconds, 0);
+    EXPECT_EQ(saves[4].kind, SaveInfo::Kind::player);
+
+    // The run's play time comes back with the save and counts on from there.
+    game->loadGame("first run");
+    EXPECT_NEAR(game->getPlaySeconds(), 65.0, 1.5);
+    frames(40);
+    EXPECT_NEAR(game->getPlaySeconds(), 66.0, 1.5);
+}
+
+TEST(SaveInfoText, DatesAndPlayTimesReadAsPlayersExpect)
+{
+    const char* oldTz = std::getenv("TZ");
+    const std::string saved = oldTz ? oldTz : "";
+    ::setenv("TZ", "UTC", 1);
+    ::tzset();
+    EXPECT_EQ(SaveInfo::formatWritten(1764090240), "25 Nov 2025 17:04");
+    oldTz ? ::setenv("TZ", saved.c_str(), 1) : ::unsetenv("TZ");
+    ::tzset();
+
+    const std::pair<long, const char*> times[] = {
+        {0, "0:00"}, {59, "0:59"}, {65, "1:05"}, {3599, "59:59"}, {3600, "1:00:00"}, {36061, "10:01:01"}, {-5, "0:00"}};
+    for (const auto& [seconds, text] : times)
+        EXPECT_EQ(SaveInfo::formatPlayTime(seconds), text) << seconds;
 }
