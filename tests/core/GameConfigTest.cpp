@@ -79,12 +79,14 @@ TEST_F(GameCommandsTest, PauseMapViewNoclipAndSaveCommands)
     EXPECT_TRUE(game->isSaveRequested());
 }
 
-TEST_F(GameCommandsTest, CommandLineSetsRunBeforeTheOthers)
+TEST_F(GameCommandsTest, PlusWordsStartCommandsAndSetsRunBeforeTheOthers)
 {
     GameVar* width = createVar("vidwidth", "1024", "");
     width->setType("int");
-    const char* argv[] = {"brindlequay", "+writeconfig", "mine.txt", "+set", "vidwidth", "800"};
-    game->setCommandLine(6, const_cast<char**>(argv));
+    // Words before the first "+" and a lone "+" start nothing.
+    const char* argv[] = {"brindlequay", "orphan", "+writeconfig", "mine.txt", "+set", "vidwidth", "800", "+"};
+    game->setCommandLine(8, const_cast<char**>(argv));
+    EXPECT_EQ(game->getCommandLineCommands(), (std::vector<std::string>{"writeconfig mine.txt", "set vidwidth 800"}));
     game->runCommandLine(true);
     EXPECT_EQ(width->intValue, 800);
     EXPECT_FALSE(std::ifstream("mine.txt").good());

@@ -81,32 +81,29 @@ TEST_F(GameLogoSceneTest, AFourSecondFrameTurnsTheFadeAtTheNextFrame)
     EXPECT_TRUE(logo.running);
 }
 
-TEST_F(GameLogoSceneTest, KeysSkipOnlyAfterTheFirstMoment)
+TEST_F(GameLogoSceneTest, InputSkipsOnlyAfterTheFirstMomentAndOnlyWhenSkippable)
 {
     logo.push(SDL_KEYDOWN);
     EXPECT_TRUE(frameAfter(200));  // 0.2 s: too early
     logo.push(SDL_MOUSEMOTION);
     EXPECT_TRUE(frameAfter(200));  // motion never skips
-    logo.push(SDL_MOUSEBUTTONUP);
-    EXPECT_FALSE(frameAfter(50));
-    EXPECT_FALSE(game.isQuitting());
-}
-
-TEST_F(GameLogoSceneTest, ClosingTheWindowEndsTheCardAndTheGame)
-{
-    logo.push(SDL_QUIT);
-    EXPECT_FALSE(frameAfter(10));
-    EXPECT_TRUE(game.isQuitting());
-}
-
-TEST_F(GameLogoSceneTest, AnUnskippableSceneIgnoresInput)
-{
     logo.skippable = false;
     logo.push(SDL_QUIT);
     logo.push(SDL_KEYDOWN);
     EXPECT_TRUE(frameAfter(500));
-    EXPECT_TRUE(frameAfter(500));
     EXPECT_FALSE(game.isQuitting());
+    logo.skippable = true;
+    logo.push(SDL_MOUSEBUTTONUP);
+    EXPECT_FALSE(frameAfter(50));
+    EXPECT_FALSE(game.isQuitting());
+
+    // Closing the window ends a card at once, and the game with it.
+    ScriptedLogo closed;
+    closed.running = true;
+    closed.push(SDL_QUIT);
+    clock.advance(10);
+    EXPECT_FALSE(closed.frame(game));
+    EXPECT_TRUE(game.isQuitting());
 }
 
 namespace {

@@ -130,40 +130,24 @@ TEST_F(GameLoopTest, WithoutALevelFramesCountButNothingStepsAndRequestsWait)
     EXPECT_EQ(game->getStepCount(), 0u);
 }
 
-TEST_F(GameLoopTest, LevelRequestIsCarriedOutAtTheNextFrame)
-{
-    game->requestLevel("next", "start");
-    EXPECT_EQ(game->getCurrentLevel(), "empty");
-    frameAfter(30);
-    EXPECT_FALSE(game->isLevelPending());
-    EXPECT_EQ(game->getCurrentLevel(), "next");
-    EXPECT_EQ(game->getStepCount(), 0u);  // the change takes the whole frame
-}
-
-TEST(GameCommandLine, PlusWordsStartCommands)
-{
-    Game game(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
-    const char* argv[] = {"brindlequay", "orphan", "+exec", "x.txt", "+map", "test", "stray", "+"};
-    game.setCommandLine(8, const_cast<char**>(argv));
-    const std::vector<std::string> expected{"exec x.txt", "map test stray"};
-    EXPECT_EQ(game.getCommandLineCommands(), expected);
-    EXPECT_EQ(Game::current(), &game);
-}
-
 TEST(ChaseCamera, SnapsToRangeClosesInAndSettles)
 {
-    Vector chase(0, 0);
-    // Far behind: put at exactly 128 units on the same side.
-    EXPECT_FALSE(Game::followChasePoint(Vector(300, 0), chase, 0.016f));
-    EXPECT_FLOAT_EQ(chase.x, 172.0f);
-    // Within range: closes in by distance times frame time.
-    Vector near(0, 0);
-    EXPECT_FALSE(Game::followChasePoint(Vector(0, 100), near, 0.1f));
-    EXPECT_FLOAT_EQ(near.y, 10.0f);
-    // Close enough: settled, unmoved.
-    Vector close(0, 0);
-    EXPECT_TRUE(Game::followChasePoint(Vector(1, 1), close, 0.1f));
-    EXPECT_FLOAT_EQ(close.x, 0.0f);
+    const struct {
+        Vector target;
+        float seconds;
+        bool settled;
+        Vector after;
+    } cases[] = {
+        {{300, 0}, 0.016f, false, {172, 0}},  // far behind: put at exactly 128 units on the same side
+        {{0, 100}, 0.1f, false, {0, 10}},     // within range: closes in by distance times frame time
+        {{1, 1}, 0.1f, true, {0, 0}},         // close enough: settled, unmoved
+    };
+    for (const auto& c : cases) {
+        Vector chase(0, 0);
+        EXPECT_EQ(Game::followChasePoint(c.target, chase, c.seconds), c.settled) << c.target.x;
+        EXPECT_FLOAT_EQ(chase.x, c.after.x);
+        EXPECT_FLOAT_EQ(chase.y, c.after.y);
+    }
     // Converges over frames without overshooting.
     Vector c(0, 0);
     for (int i = 0; i < 200; ++i)
@@ -191,10 +175,14 @@ TEST_F(GameLoopTest, RequestForAMissingLevelIsReportedOnceAndPlayGoesOn)
     EXPECT_EQ(game->currentNotice(), "Could not load the level nxet");
     frameAfter(Game::noticeMs);
     EXPECT_EQ(game->currentNotice(), "");
-    // Another level still loads.
+    // Another level still loads, at the next frame, which the change takes whole.
     game->requestLevel("next", "start");
+    EXPECT_TRUE(game->isLevelPending());
+    const uint64_t steps = game->getStepCount();
     frameAfter(30);
+    EXPECT_FALSE(game->isLevelPending());
     EXPECT_EQ(game->getCurrentLevel(), "next");
+    EXPECT_EQ(game->getStepCount(), steps);
 }
 
 TEST_F(GameLoopTest, TheListenerIsUpdatedEveryFrameInMenusInTheWorldAndWhilePaused)
