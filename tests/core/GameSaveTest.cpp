@@ -83,7 +83,7 @@ protected:
     ThumbnailRenderer* thumbnails = nullptr;
 };
 
-TEST_F(GameSaveTest, SaveWithoutNameWritesTempInTheFileLayout)
+TEST_F(GameSaveTest, SavesWriteTheFileLayoutAndAThumbnailAndNeverHalfAFile)
 {
     loadSaveLevel();
     frames(4);
@@ -115,6 +115,24 @@ TEST_F(GameSaveTest, SaveWithoutNameWritesTempInTheFileLayout)
         ++saved;
     }
     EXPECT_EQ(saved, 3);  // the entities only: spawn point, crate, trigger
+
+    // The temporary file's name taken by a directory: the write fails and
+    // the previous file stays.
+    const std::string before = TempDir::read("saves/temp.xml");
+    std::filesystem::create_directories("saves/temp.xml.tmp/blocker");
+    player->setPosition(Vector(600.0f, 50.0f));
+    save();
+    EXPECT_EQ(TempDir::read("saves/temp.xml"), before);
+
+    // From the menus, as Escape opens them, the thumbnail is the still taken then.
+    const int grabs = thumbnails->grabs;
+    game->getGUIManager()->setVisible(true);
+    game->setWorldRunning(false);
+    save("savegame menu");
+    EXPECT_EQ(thumbnails->grabs, grabs);
+    EXPECT_EQ(TempDir::read("saves/menu.png"), "320x240");
+    run("loadgame menu");
+    EXPECT_FALSE(game->getGUIManager()->isVisible());
 }
 
 // Each body's own values come back through the level loader, which the
@@ -171,8 +189,10 @@ TEST_F(GameSaveTest, LoadRestoresPlayerInventoryAndClocksIntoARebuiltWorld)
     EXPECT_GT(GameplaySingleton::get().levelTime(), levelTime + 200.0f);
 }
 
-TEST_F(GameSaveTest, IdsCountOnFromTheSavedNextBodyId)
+TEST_F(GameSaveTest, IdsCountOnFromTheSavedNextBodyIdAndTheSavedDifficultyHolds)
 {
+    GameVar* difficulty = createVar("difficulty", "2", "");
+    difficulty->setRange(0, 2);
     loadSaveLevel();
     for (int i = 0; i < 5; ++i) {
         Body* spawned = gameplay->createBody("trigger");
@@ -185,39 +205,28 @@ TEST_F(GameSaveTest, IdsCountOnFromTheSavedNextBodyId)
     game->loadLevel("gameplaytest", "");  // back to the level's own numbering
     ASSERT_LT(game->getNextBodyId(), next);
 
+    difficulty->setInt(0);
     run("loadgame ids");
     Body* later = gameplay->createBody("trigger");
     game->spawnBody(later);
     EXPECT_EQ(later->autoid, next);
+    EXPECT_EQ(difficulty->intValue, 2);
 
-    // A count edited below the saved ids does not hand out taken ids.
+    // A count edited below the saved ids does not hand out taken ids; a save
+    // from before difficulty leaves the player's setting alone.
     std::string text = TempDir::read("saves/ids.xml");
     const std::string key = "nextbodyid=\"" + std::to_string(next) + "\"";
     ASSERT_NE(text.find(key), std::string::npos);
     text.replace(text.find(key), key.size(), "nextbodyid=\"2\"");
+    const std::string level = " difficulty=\"2\"";
+    ASSERT_NE(text.find(level), std::string::npos);
+    text.erase(text.find(level), level.size());
     std::ofstream("saves/edited.xml") << text;
+    difficulty->setInt(0);
     run("loadgame edited");
     Body* another = gameplay->createBody("trigger");
     game->spawnBody(another);
     EXPECT_EQ(another->autoid, next);
-}
-
-TEST_F(GameSaveTest, ASaveKeepsItsDifficulty)
-{
-    GameVar* difficulty = createVar("difficulty", "2", "");
-    difficulty->setRange(0, 2);
-    loadSaveLevel();
-    save("savegame hard");
-    EXPECT_NE(TempDir::read("saves/hard.xml").find("difficulty=\"2\""), std::string::npos);
-    difficulty->setInt(0);
-    run("loadgame hard");
-    EXPECT_EQ(difficulty->intValue, 2);
-    // Saves from before difficulty leave the player's setting alone.
-    std::string text = TempDir::read("saves/hard.xml");
-    text.erase(text.find(" difficulty=\"2\""), std::string(" difficulty=\"2\"").size());
-    std::ofstream("saves/older.xml") << text;
-    difficulty->setInt(0);
-    run("loadgame older");
     EXPECT_EQ(difficulty->intValue, 0);
 }
 
@@ -308,32 +317,6 @@ TEST_F(GameSaveTest, SaveNamesTakeSpacesAndQuotesAndStayInsideTheSavesFolder)
     EXPECT_TRUE(std::filesystem::exists("saves/my save.xml"));
     const std::string loaded = stdoutOf([&] { run("loadgame \"my save\""); });
     EXPECT_NE(loaded.find("Loading save game: saves/my save.xml"), std::string::npos) << loaded;
-}
-
-TEST_F(GameSaveTest, SavingKeepsThePreviousFileWhenTheNewOneCannotBeWritten)
-{
-    loadSaveLevel();
-    save("savegame keep");
-    const std::string before = TempDir::read("saves/keep.xml");
-    ASSERT_FALSE(before.empty());
-    // The temporary file's name taken by a directory: the write fails.
-    std::filesystem::create_directories("saves/keep.xml.tmp/blocker");
-    player->setPosition(Vector(600.0f, 50.0f));
-    save("savegame keep");
-    EXPECT_EQ(TempDir::read("saves/keep.xml"), before);
-}
-
-TEST_F(GameSaveTest, ThumbnailFromTheMenusIsTheStillTakenAsTheyOpened)
-{
-    loadSaveLevel();
-    // As Escape opens the menus.
-    game->getGUIManager()->setVisible(true);
-    game->setWorldRunning(false);
-    save("savegame menu");
-    EXPECT_EQ(thumbnails->grabs, 0);
-    EXPECT_EQ(TempDir::read("saves/menu.png"), "320x240");
-    run("loadgame menu");
-    EXPECT_FALSE(game->getGUIManager()->isVisible());
 }
 
 TEST_F(GameSaveTest, AbsurdTimesInASaveAreBoundedOnLoad)
