@@ -82,7 +82,7 @@ TEST_F(GameLoopTest, RemainderCarriesToTheNextFrameAndALongFrameIsClampedToTenSt
     EXPECT_NEAR(steps * Game::stepSeconds + game->getSimulationAccumulator(), 0.25f + carried, 1e-5f);
 }
 
-TEST_F(GameLoopTest, PausedFramesDoNotSimulateAndResumeKeepsFrameTime)
+TEST_F(GameLoopTest, PauseConsoleAndMenusHoldTheWorld)
 {
     frameAfter(30);
     const uint64_t steps = game->getStepCount();
@@ -93,12 +93,8 @@ TEST_F(GameLoopTest, PausedFramesDoNotSimulateAndResumeKeepsFrameTime)
     EXPECT_EQ(game->getStepCount(), steps);
     game->unpause();
     EXPECT_FLOAT_EQ(game->getTimer().frameTime(), frameBefore);
-}
 
-TEST_F(GameLoopTest, ConsoleAndMenusHoldTheWorldWithoutPausing)
-{
-    frameAfter(30);
-    const uint64_t steps = game->getStepCount();
+    // The console and the menus hold the world without pausing it.
     const double played = game->getPlaySeconds();
     for (auto show : {+[](Game& g, bool on) { g.getConsole()->setVisible(on); },
                       +[](Game& g, bool on) { g.getGUIManager()->setVisible(on); }}) {
@@ -114,18 +110,6 @@ TEST_F(GameLoopTest, ConsoleAndMenusHoldTheWorldWithoutPausing)
     // Closed again: the next frame steps its own time, not the time held.
     frameAfter(50);
     EXPECT_EQ(game->getStepCount(), steps + 2);
-}
-
-TEST_F(GameLoopTest, WithoutALevelFramesCountButNothingStepsAndRequestsWait)
-{
-    game->unloadLevel();
-    game->requestLevel("next", "start");
-    frameAfter(30);
-    frameAfter(30);
-    EXPECT_TRUE(game->isLevelPending());
-    EXPECT_FALSE(game->isLevelLoaded());
-    EXPECT_EQ(game->getFrameCount(), 2u);
-    EXPECT_EQ(game->getStepCount(), 0u);
 }
 
 TEST(ChaseCamera, SnapsToRangeClosesInAndSettles)
@@ -155,13 +139,13 @@ TEST(ChaseCamera, SnapsToRangeClosesInAndSettles)
 
 TEST_F(GameLoopTest, RequestForAMissingLevelIsReportedOnceAndPlayGoesOn)
 {
-    ::testing::internal::CaptureStdout();
     // A level change the player stands in asks again every step.
-    for (int i = 0; i < 20; ++i) {
-        game->requestLevel("nxet", "start");
-        frameAfter(30);
-    }
-    const std::string out = ::testing::internal::GetCapturedStdout();
+    const std::string out = stdoutOf([&] {
+        for (int i = 0; i < 20; ++i) {
+            game->requestLevel("nxet", "start");
+            frameAfter(30);
+        }
+    });
     size_t reports = 0;
     for (size_t at = out.find("Could not load level file: maps/nxet.xml"); at != std::string::npos;
          at = out.find("Could not load level file", at + 1))
@@ -181,9 +165,20 @@ TEST_F(GameLoopTest, RequestForAMissingLevelIsReportedOnceAndPlayGoesOn)
     EXPECT_FALSE(game->isLevelPending());
     EXPECT_EQ(game->getCurrentLevel(), "next");
     EXPECT_EQ(game->getStepCount(), steps);
+
+    // Without a level, frames count but nothing steps and a request waits.
+    game->unloadLevel();
+    game->requestLevel("empty", "start");
+    const auto frames = game->getFrameCount();
+    frameAfter(30);
+    frameAfter(30);
+    EXPECT_TRUE(game->isLevelPending());
+    EXPECT_FALSE(game->isLevelLoaded());
+    EXPECT_EQ(game->getFrameCount(), frames + 2);
+    EXPECT_EQ(game->getStepCount(), steps);
 }
 
-TEST_F(GameLoopTest, TheListenerIsUpdatedEveryFrameInMenusInTheWorldAndWhilePaused)
+TEST_F(GameLoopTest, TheListenerIsUpdatedEveryFrameInMenusInTheWorldAndWhilePausedUntilShutdown)
 {
     game->unloadLevel();
     frameAfter(20);
@@ -205,10 +200,8 @@ TEST_F(GameLoopTest, TheListenerIsUpdatedEveryFrameInMenusInTheWorldAndWhilePaus
     game->unpause();
     EXPECT_EQ(sound->lastPlayed, "data/sounds/events/On3.wav");
     game->setPlayer(nullptr);
-}
 
-TEST_F(GameLoopTest, ShutdownClosesAudioAndLeavesSilenceBehind)
-{
+    // Shutdown closes audio and leaves silence behind.
     game->shutdown();
     EXPECT_EQ(closes, 1);
     ASSERT_NE(game->getSound(), nullptr);

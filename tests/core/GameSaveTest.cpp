@@ -137,7 +137,7 @@ TEST_F(GameSaveTest, SavesWriteTheFileLayoutAndAThumbnailAndNeverHalfAFile)
 
 // Each body's own values come back through the level loader, which the
 // round-trip tests check key by key; here, what the game itself restores.
-TEST_F(GameSaveTest, LoadRestoresPlayerInventoryAndClocksIntoARebuiltWorld)
+TEST_F(GameSaveTest, LoadRestoresPlayerInventoryAndClocksIntoARebuiltWorldAndResumesPlay)
 {
     loadSaveLevel();
     frames(40);
@@ -160,12 +160,19 @@ TEST_F(GameSaveTest, LoadRestoresPlayerInventoryAndClocksIntoARebuiltWorld)
     player->inventory.setAmmo(4, 0);
     player->inventory.selectWeapon(2);
     const size_t bodyCount = game->getBodies().size();
+    // Loaded while paused, from the console: play resumes.
+    game->pause();
+    game->getConsole()->setVisible(true);
+    game->getInputManager().setTarget("console");
 
     const std::string out = stdoutOf([&] { run("loadgame slot"); });
     EXPECT_NE(out.find("Loading save game: saves/slot.xml\n"), std::string::npos) << out;
     EXPECT_EQ(game->getPendingSaveName(), "slot");
     EXPECT_EQ(game->getCurrentLevel(), "gameplaytest");
     EXPECT_EQ(game->getBodies().size(), bodyCount);
+    EXPECT_FALSE(game->isPaused());
+    EXPECT_FALSE(game->getConsole()->isVisible());
+    EXPECT_EQ(game->getInputManager().getCurrentTarget(), "game");
 
     ASSERT_NE(byId<Body>("crate"), nullptr);
     EXPECT_NE(byId<Body>("crate")->quadTreeNode, nullptr);
@@ -228,22 +235,6 @@ TEST_F(GameSaveTest, IdsCountOnFromTheSavedNextBodyIdAndTheSavedDifficultyHolds)
     game->spawnBody(another);
     EXPECT_EQ(another->autoid, next);
     EXPECT_EQ(difficulty->intValue, 0);
-}
-
-TEST_F(GameSaveTest, LoadingWhilePausedOrFromTheConsoleResumesPlay)
-{
-    loadSaveLevel();
-    save();
-    game->pause();
-    game->getConsole()->setVisible(true);
-    game->getInputManager().setTarget("console");
-    run("loadgame");
-    EXPECT_FALSE(game->isPaused());
-    EXPECT_FALSE(game->getConsole()->isVisible());
-    EXPECT_EQ(game->getInputManager().getCurrentTarget(), "game");
-    const uint64_t steps = game->getStepCount();
-    frames(4);
-    EXPECT_GT(game->getStepCount(), steps);
 }
 
 TEST_F(GameSaveTest, UnusableSavesLeaveTheGameAsItIs)
