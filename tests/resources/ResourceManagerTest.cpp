@@ -130,7 +130,7 @@ TEST_F(ResourceManagerTest, ArchivesThatCannotBeUsedAreReported)
     EXPECT_EQ(stdoutOf([&] { EXPECT_TRUE(rm.addArchive("real.zip")); }), "Opened real.zip: 1 files\n");
 }
 
-TEST_F(ResourceManagerTest, DirectoriesAndMissingFilesAreNotFoundOnDisk)
+TEST_F(ResourceManagerTest, FilesAndDocumentsReadOrSayWhyNot)
 {
     dir.write("data/sub/x.txt", "x");
     bool error = false;
@@ -141,10 +141,7 @@ TEST_F(ResourceManagerTest, DirectoriesAndMissingFilesAreNotFoundOnDisk)
     dir.write("data/z.bin", std::string("ab\0cd", 5));
     EXPECT_EQ(rm.readText("data/z.bin"), "ab");
     EXPECT_EQ(bytesOf(rm, "data/z.bin", error), std::string("ab\0cd", 5));
-}
 
-TEST_F(ResourceManagerTest, DocumentsParseOrSayWhyNot)
-{
     dir.write("data/good.xml", "<root><item name=\"a\"/></root>");
     dir.write("data/bad.xml", "<root><item></root>");
     dir.write("data/empty.xml", "");
