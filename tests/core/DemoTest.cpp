@@ -133,9 +133,7 @@ protected:
     {
         GameplayFixture::SetUp();
         WeaponDefinitions::clear();
-        std::filesystem::create_directories("maps");
-        std::filesystem::copy_file(std::filesystem::path(BQ_SOURCE_TREE) / "maps" / "enemies.xml",
-                                   "maps/enemies.xml", std::filesystem::copy_options::overwrite_existing);
+        loadShipped("enemies");
         game->clearGravityOverride();
         createVar("gravity", "-80", "");
         createVar("demotrace", "0", "");
@@ -338,34 +336,28 @@ TEST_F(DemoPlayTest, ACarriedPlayerStateIsGivenAtTheStartOfRecordingAndReplay)
 {
     loadLevel(spawnPoint("start", -300, 20, true));
     Demo::PlayerState state;
-    state.health = 40;
-    state.armour = 15;
-    state.cash = 77;
-    state.weapon = 4;
-    state.owns = {1, 2, 4, 10};
-    state.ammo = {{0, -1}, {1, -1}, {3, 9}, {9, -1}};
+    std::string error;
+    ASSERT_TRUE(state.parse("health 40 armour 15 cash 77 weapon 4 owns 1,2,4,10 ammo 0:-1,1:-1,3:9,9:-1", error));
+    const auto live = [this] { return DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer())); };
     ASSERT_TRUE(demos->record("carry", "gameplaytest", "", &state));
-    auto* carried = dynamic_cast<Player*>(game->getPlayer());
-    ASSERT_NE(carried, nullptr);
-    Demo::PlayerState live = DemoManager::playerState(*carried);
-    EXPECT_EQ(live.text(), state.text());
+    EXPECT_EQ(live().text(), state.text());
     press("mouse1");
     frames(40);
     release("mouse1");
     frames(10);
     demos->stop();
-    const Demo::PlayerState after = DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer()));
+    const Demo::PlayerState after = live();
     const auto shells = std::find_if(after.ammo.begin(), after.ammo.end(), [](auto& a) { return a.first == 3; });
     ASSERT_NE(shells, after.ammo.end());
     EXPECT_LT(shells->second, 9) << "the shotgun did not fire";
 
     // A later new player does not keep it; the replay gives it again.
     game->resetPlayer();
-    EXPECT_NE(DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer())).text(), state.text());
+    EXPECT_NE(live().text(), state.text());
     ASSERT_TRUE(demos->play("carry"));
-    EXPECT_EQ(DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer())).text(), state.text());
+    EXPECT_EQ(live().text(), state.text());
     EXPECT_TRUE(demos->runTimed("carry", false, false)) << demos->message();
-    EXPECT_EQ(DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer())).text(), after.text());
+    EXPECT_EQ(live().text(), after.text());
 }
 
 // The demos shipped with the game, replayed in the build under test: any
