@@ -40,24 +40,18 @@ TEST_F(ResourceManagerTest, StoredAndDeflatedMembersGiveTheSameBytes)
     dir.write("data/empty.txt", "");
     ASSERT_TRUE(TempDir::run("zip -q -0 stored.zip data/a.txt data/empty.txt"));
     ASSERT_TRUE(TempDir::run("zip -q -9 deflated.zip data/a.txt data/empty.txt"));
-    ASSERT_TRUE(TempDir::run(
-        "python3 -c \"import zipfile\n"
-        "for name, method in (('py-stored.zip', zipfile.ZIP_STORED), ('py-deflated.zip', zipfile.ZIP_DEFLATED)):\n"
-        "    with zipfile.ZipFile(name, 'w', method) as z:\n"
-        "        z.comment = b'made by python'\n"
-        "        z.write('data/a.txt')\n"
-        "        z.writestr('data/empty.txt', '')\n\""));
     // Written to a pipe, zipfile leaves the local sizes at zero and appends
-    // data descriptors; the directory's sizes must carry the read.
+    // data descriptors; the directory's sizes must carry the read, and the
+    // end record is found behind a comment.
     ASSERT_TRUE(TempDir::run(
         "python3 -c \"import sys, zipfile\n"
         "with zipfile.ZipFile(sys.stdout.buffer, 'w', zipfile.ZIP_DEFLATED) as z:\n"
+        "    z.comment = b'made by python'\n"
         "    z.write('data/a.txt')\n"
         "    z.writestr('data/empty.txt', '')\n\" | cat > py-streamed.zip"));
     ASSERT_TRUE(TempDir::run("rm -r data"));
 
-    for (const char* archive : {"stored.zip", "deflated.zip", "py-stored.zip", "py-deflated.zip",
-                                "py-streamed.zip"}) {
+    for (const char* archive : {"stored.zip", "deflated.zip", "py-streamed.zip"}) {
         SCOPED_TRACE(archive);
         ResourceManager one(false);
         ASSERT_TRUE(one.addArchive(archive));
