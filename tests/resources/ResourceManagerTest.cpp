@@ -109,7 +109,7 @@ TEST_F(ResourceManagerTest, ArchivesThatCannotBeUsedAreReported)
         {"headonly.zip", "couldn't find central directory"},
     };
     for (const auto& [name, why] : refused)
-        EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive(name)); }),
+        EXPECT_EQ(stdoutOf([&, name = name] { EXPECT_FALSE(rm.addArchive(name)); }),
                   why + ", exiting\nFailed to load " + name + "\n");
     EXPECT_FALSE(rm.addArchive("data"));  // a directory is no archive
     EXPECT_TRUE(rm.getArchives().empty());
