@@ -28,6 +28,7 @@
 #include "world/level/BodyFactory.h"
 #include "world/level/LevelLoader.h"
 #include "world/level/LevelValues.h"
+#include "world/logic/Checkpoint.h"
 #include "gui/GUIManager.h"
 
 namespace {
@@ -339,7 +340,7 @@ TEST_F(GameSaveTest, AbsurdTimesInASaveAreBoundedOnLoad)
 
 TEST_F(GameSaveTest, TheSaveListShowsNewestFirstWithTitleDatePlayTimeAndKind)
 {
-    loadLevel();
+    loadLevel(box("checkpoint", "cp", 40, 0, 60, 40, "mass=\"0\" solid=\"false\" entity=\"true\""));
     // The level names its title; saves take it with them.
     std::string level = TempDir::read("maps/gameplaytest.xml");
     level.replace(0, 7, "<level title=\"Crane &amp; Yard &gt; North\">");
@@ -347,7 +348,8 @@ TEST_F(GameSaveTest, TheSaveListShowsNewestFirstWithTitleDatePlayTimeAndKind)
     frames(65 * 40);  // 65 s of play
     const long long before = std::time(nullptr);
     save("savegame first run");
-    game->requestCheckpointSave();
+    // A checkpoint set off by a link saves over the run's own save.
+    byId<Checkpoint>("cp")->onTriggered(nullptr);
     frame();
     save("savegame quicksave");
     save("savegame older one");
