@@ -149,8 +149,7 @@ TEST_F(GameSaveTest, LoadRestoresPlayerInventoryAndClocksIntoARebuiltWorldAndRes
     player->inventory.setAmmo(4, 17);
     player->inventory.selectWeapon(5);
     const float levelTime = GameplaySingleton::get().levelTime();
-    run("savegame slot");
-    frame();
+    save("savegame slot");
 
     // Play on and change everything.
     frames(30);
@@ -545,12 +544,10 @@ TEST_F(SaveRoundTripTest, EveryShippedLevelSavesLoadsAndSavesTheSame)
         game->loadLevel(level, "");
         ASSERT_TRUE(game->isLevelLoaded());
         frames(80);  // two seconds of play: things fall, think and trigger
-        run("savegame first");
-        frame();
+        save("savegame first");
         run("loadgame first");
         ASSERT_EQ(game->getCurrentLevel(), level);
-        run("savegame second");
-        frame();
+        save("savegame second");
 
         double firstTime = 0.0, secondTime = 0.0;
         TiXmlDocument first, second;
