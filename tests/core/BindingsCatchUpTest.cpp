@@ -3,31 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <memory>
-#include <string>
 
 #include "console/RegistryFixture.h"
-#include "console/VariableRegistry.h"
-#include "core/Game.h"
 #include "input/GameInput.h"
-#include "render/NullRenderer.h"
-#include "resources/TempDir.h"
-#include "sound/NullSound.h"
 
 namespace {
-class BindingsCatchUpTest : public RegistryFixture {
+class BindingsCatchUpTest : public HeadlessGameFixture {
 protected:
     void SetUp() override
     {
-        RegistryFixture::SetUp();
-        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
+        HeadlessGameFixture::SetUp();
         game->installGameInput(std::make_unique<GameInput>());
-        scratch.write("data/default.cfg", "bind a +moveleft\nbind f1 controlshelp\n");
-    }
-    void TearDown() override
-    {
-        game.reset();
-        RegistryFixture::TearDown();
+        dir.write("data/default.cfg", "bind a +moveleft\nbind f1 controlshelp\n");
     }
     // A start as the game makes it: the variable at its declared default first.
     void start()
@@ -36,9 +23,6 @@ protected:
         game->runStartupScripts();
     }
     std::string f1() const { return game->getGameInput()->getBinding("f1"); }
-
-    TempDir scratch;
-    std::unique_ptr<Game> game;
 };
 }
 
@@ -62,9 +46,9 @@ TEST_F(BindingsCatchUpTest, AnOlderConfigGetsF1UnlessThePlayersBindingsSayOtherw
         std::remove("data/config.txt");
         std::remove("data/userconfig.txt");
         if (!c.config.empty())
-            scratch.write("data/config.txt", c.config);
+            dir.write("data/config.txt", c.config);
         if (!c.userconfig.empty())
-            scratch.write("data/userconfig.txt", c.userconfig);
+            dir.write("data/userconfig.txt", c.userconfig);
         start();
         EXPECT_EQ(f1(), c.expected);
         EXPECT_EQ(findVar("bindsversion")->intValue, 1);
@@ -73,7 +57,7 @@ TEST_F(BindingsCatchUpTest, AnOlderConfigGetsF1UnlessThePlayersBindingsSayOtherw
 
 TEST_F(BindingsCatchUpTest, APlayerWhoUnbindsF1AfterTheCatchUpKeepsThatAcrossStarts)
 {
-    scratch.write("data/config.txt", "unbindall\nbind a +moveleft\n");
+    dir.write("data/config.txt", "unbindall\nbind a +moveleft\n");
     start();
     ASSERT_EQ(f1(), "controlshelp");
     run("unbind f1");

@@ -4,7 +4,6 @@
 #include "TestPaths.h"
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <regex>
@@ -35,70 +34,36 @@ std::string readError(const std::string& content)
     return demo.read(in, error) ? "" : error;
 }
 
-TEST(DemoFileTest, WritesAndReadsEveryRecordAndThePlayersStateBitForBit)
+// Every record read and written again gives the same text. The values are
+// awkward: a seed past the int range, a 64-bit hash, and floats printed with
+// the nine digits that tell every float apart, so a lossy reader or writer
+// shows as a changed line.
+TEST(DemoFileTest, EveryRecordAndThePlayersStateReadAndWriteBitForBit)
 {
+    const std::string file =
+        "brindlequay demo 1\nlevel enemies\nentry room2\nseed 4000000000\nvar gravity -80\nvar movemode 2\n"
+        "player health 87 armour 20 cash 120 upgrade 2 healthlevel 2 armourlevel 1 swarmlevel 3 weapon 4 "
+        "owns 1,2,4,10 ammo 0:-1,3:12,9:-1\nhashinterval 40\nsteps 81\nc 0 +moveright\nc 0 +attack; +moveup\n"
+        "a 0 0.100000001 -1e-30\nh 40 fedcba9876543210 1:deadbeef 57:00000000\nr 40\n"
+        "a 40 123456.789 3.00000001e+38\na 41 -0 1.17549435e-38\nc 80 -moveright\nh 81 0000000000000001\nend\n";
     Demo demo;
-    demo.level = "enemies";
-    demo.entry = "room2";
-    demo.seed = 4000000000u;
-    demo.vars = {{"gravity", "-80"}, {"movemode", "2"}};
-    demo.hashInterval = 40;
-    demo.steps = 81;
-    demo.events = {{0, Demo::EventKind::command, "+moveright"},
-                   {0, Demo::EventKind::command, "+attack; +moveup"},
-                   {40, Demo::EventKind::releaseAll, ""},
-                   {80, Demo::EventKind::command, "-moveright"}};
-    // Awkward floats: a float's every bit must come back.
-    demo.aims = {{0, 0.1f, -1.0e-30f}, {40, 123456.789f, 3.0e38f}, {41, -0.0f, 1.17549435e-38f}};
-    demo.checkpoints = {{40, 0xfedcba9876543210ull, {{1, 0xdeadbeefu}, {57, 0u}}}, {81, 1u, {}}};
-    // The player's state carried into the level.
-    Demo::PlayerState state;
-    state.health = 87;
-    state.armour = 20;
-    state.cash = 120;
-    state.upgrade = 2;
-    state.healthLevel = 2;
-    state.armourLevel = 1;
-    state.swarmLevel = 3;
-    state.weapon = 4;
-    state.owns = {1, 2, 4, 10};
-    state.ammo = {{0, -1}, {3, 12}, {9, -1}};
-    demo.player = state;
-
-    std::istringstream in(text(demo));
-    Demo back;
     std::string error;
-    ASSERT_TRUE(back.read(in, error)) << error;
-    EXPECT_EQ(text(back), text(demo));
-    EXPECT_EQ(back.entry, "room2");
-    EXPECT_EQ(back.seed, 4000000000u);
-    ASSERT_EQ(back.events.size(), 4u);
-    EXPECT_EQ(back.events[1].text, "+attack; +moveup");
-    EXPECT_EQ(back.events[2].kind, Demo::EventKind::releaseAll);
-    ASSERT_EQ(back.aims.size(), 3u);
-    for (size_t i = 0; i < back.aims.size(); ++i) {
-        EXPECT_EQ(std::memcmp(&back.aims[i].x, &demo.aims[i].x, sizeof(float)), 0) << i;
-        EXPECT_EQ(std::memcmp(&back.aims[i].y, &demo.aims[i].y, sizeof(float)), 0) << i;
-    }
-    ASSERT_EQ(back.checkpoints.size(), 2u);
-    EXPECT_EQ(back.checkpoints[0].hash, 0xfedcba9876543210ull);
-    EXPECT_EQ(back.checkpoints[0].bodies[1].id, 57);
-    ASSERT_TRUE(back.player.has_value());
-    EXPECT_TRUE(*back.player == state) << back.player->text();
+    std::istringstream in(file);
+    ASSERT_TRUE(demo.read(in, error)) << error;
+    EXPECT_EQ(text(demo), file);
 
     // Windows line ends and blank lines are tolerated.
     std::string crlf;
-    for (char c : text(demo))
+    for (char c : file)
         crlf += c == '\n' ? std::string("\r\n\r\n") : std::string(1, c);
     std::istringstream in2(crlf);
-    ASSERT_TRUE(back.read(in2, error)) << error;
-    EXPECT_EQ(text(back), text(demo));
+    ASSERT_TRUE(demo.read(in2, error)) << error;
+    EXPECT_EQ(text(demo), file);
 
     // Without the player line a demo starts with a new player.
-    demo.player.reset();
-    std::istringstream in3(text(demo));
-    ASSERT_TRUE(back.read(in3, error)) << error;
-    EXPECT_FALSE(back.player.has_value());
+    std::istringstream in3(file.substr(0, file.find("player")) + file.substr(file.find("hashinterval")));
+    ASSERT_TRUE(demo.read(in3, error)) << error;
+    EXPECT_FALSE(demo.player.has_value());
 }
 
 TEST(DemoFileTest, BadFilesSayWhatIsWrongAndWhere)
@@ -168,9 +133,7 @@ protected:
     {
         GameplayFixture::SetUp();
         WeaponDefinitions::clear();
-        std::filesystem::create_directories("maps");
-        std::filesystem::copy_file(std::filesystem::path(BQ_SOURCE_TREE) / "maps" / "enemies.xml",
-                                   "maps/enemies.xml", std::filesystem::copy_options::overwrite_existing);
+        loadShipped("enemies");
         game->clearGravityOverride();
         createVar("gravity", "-80", "");
         createVar("demotrace", "0", "");
@@ -234,7 +197,7 @@ protected:
     DemoManager* demos = nullptr;
 };
 
-TEST_F(DemoPlayTest, RecordedPlayReplaysIdenticallyAtAnyFrameRateAndFlatOut)
+TEST_F(DemoPlayTest, RecordedPlayReplaysAtAnyFrameRateAndAnEditedCopySaysWhereItDiverged)
 {
     const uint64_t steps = recordPlay();
     EXPECT_GT(steps, 300u);
@@ -263,12 +226,9 @@ TEST_F(DemoPlayTest, RecordedPlayReplaysIdenticallyAtAnyFrameRateAndFlatOut)
     EXPECT_TRUE(demos->runTimed("arena", false, false));
     EXPECT_EQ(demos->outcome(), DemoManager::Outcome::matched) << demos->message();
     EXPECT_NE(demos->message().find("world hashes matched"), std::string::npos) << demos->message();
-}
 
-TEST_F(DemoPlayTest, ADemoThatGoesItsOwnWayNamesTheStepAndTheBodies)
-{
-    recordPlay();
-    // Without its first move the player is elsewhere from the start.
+    // Without its first move the player is elsewhere from the start: the
+    // report names the step and the bodies.
     std::string content = TempDir::read("demos/arena.dem");
     const size_t at = content.find(" +moveright\n");
     ASSERT_NE(at, std::string::npos);
@@ -316,9 +276,8 @@ TEST_F(DemoPlayTest, BadDemosStopWithAMessageAndLeaveTheGameRunning)
     game->unloadLevel();
     EXPECT_FALSE(demos->record("x", "", ""));
     EXPECT_NE(demos->message().find("No level is loaded"), std::string::npos) << demos->message();
-    run("playdemo");
-    run("stopdemo");
-    EXPECT_FALSE(demos->isPlaying());
+    EXPECT_EQ(stdoutOf([&] { run("playdemo; stopdemo"); }),
+              "Usage: playdemo <name>\nNo demo is recording or playing\n");
 }
 
 // A short walk east into the level's exit, with and without cheats.
@@ -377,34 +336,28 @@ TEST_F(DemoPlayTest, ACarriedPlayerStateIsGivenAtTheStartOfRecordingAndReplay)
 {
     loadLevel(spawnPoint("start", -300, 20, true));
     Demo::PlayerState state;
-    state.health = 40;
-    state.armour = 15;
-    state.cash = 77;
-    state.weapon = 4;
-    state.owns = {1, 2, 4, 10};
-    state.ammo = {{0, -1}, {1, -1}, {3, 9}, {9, -1}};
+    std::string error;
+    ASSERT_TRUE(state.parse("health 40 armour 15 cash 77 weapon 4 owns 1,2,4,10 ammo 0:-1,1:-1,3:9,9:-1", error));
+    const auto live = [this] { return DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer())); };
     ASSERT_TRUE(demos->record("carry", "gameplaytest", "", &state));
-    auto* carried = dynamic_cast<Player*>(game->getPlayer());
-    ASSERT_NE(carried, nullptr);
-    Demo::PlayerState live = DemoManager::playerState(*carried);
-    EXPECT_EQ(live.text(), state.text());
+    EXPECT_EQ(live().text(), state.text());
     press("mouse1");
     frames(40);
     release("mouse1");
     frames(10);
     demos->stop();
-    const Demo::PlayerState after = DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer()));
+    const Demo::PlayerState after = live();
     const auto shells = std::find_if(after.ammo.begin(), after.ammo.end(), [](auto& a) { return a.first == 3; });
     ASSERT_NE(shells, after.ammo.end());
     EXPECT_LT(shells->second, 9) << "the shotgun did not fire";
 
     // A later new player does not keep it; the replay gives it again.
     game->resetPlayer();
-    EXPECT_NE(DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer())).text(), state.text());
+    EXPECT_NE(live().text(), state.text());
     ASSERT_TRUE(demos->play("carry"));
-    EXPECT_EQ(DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer())).text(), state.text());
+    EXPECT_EQ(live().text(), state.text());
     EXPECT_TRUE(demos->runTimed("carry", false, false)) << demos->message();
-    EXPECT_EQ(DemoManager::playerState(*dynamic_cast<Player*>(game->getPlayer())).text(), after.text());
+    EXPECT_EQ(live().text(), after.text());
 }
 
 // The demos shipped with the game, replayed in the build under test: any

@@ -68,45 +68,42 @@ TEST_F(GameLogoSceneTest, FadesInThenOutAndEnds)
     // 255 / 80 seconds up and as long down, in frames of 0.1 s.
     EXPECT_NEAR(frames, 64, 3);
     EXPECT_EQ(game.getFrameCount(), static_cast<uint32_t>(frames + 1));
+
+    // A four-second frame overshoots; the fade turns at the next frame.
+    ScriptedLogo slow;
+    slow.running = true;
+    slow.updateFade(4.0f);
+    EXPECT_FLOAT_EQ(slow.alpha, 320.0f);
+    EXPECT_FALSE(slow.fadingOut);
+    slow.updateFade(0.1f);
+    EXPECT_TRUE(slow.fadingOut);
+    EXPECT_FLOAT_EQ(slow.alpha, 255.0f - 8.0f);
+    EXPECT_TRUE(slow.running);
 }
 
-TEST_F(GameLogoSceneTest, AFourSecondFrameTurnsTheFadeAtTheNextFrame)
-{
-    logo.updateFade(4.0f);
-    EXPECT_FLOAT_EQ(logo.alpha, 320.0f);
-    EXPECT_FALSE(logo.fadingOut);
-    logo.updateFade(0.1f);
-    EXPECT_TRUE(logo.fadingOut);
-    EXPECT_FLOAT_EQ(logo.alpha, 255.0f - 8.0f);
-    EXPECT_TRUE(logo.running);
-}
-
-TEST_F(GameLogoSceneTest, KeysSkipOnlyAfterTheFirstMoment)
+TEST_F(GameLogoSceneTest, InputSkipsOnlyAfterTheFirstMomentAndOnlyWhenSkippable)
 {
     logo.push(SDL_KEYDOWN);
     EXPECT_TRUE(frameAfter(200));  // 0.2 s: too early
     logo.push(SDL_MOUSEMOTION);
     EXPECT_TRUE(frameAfter(200));  // motion never skips
-    logo.push(SDL_MOUSEBUTTONUP);
-    EXPECT_FALSE(frameAfter(50));
-    EXPECT_FALSE(game.isQuitting());
-}
-
-TEST_F(GameLogoSceneTest, ClosingTheWindowEndsTheCardAndTheGame)
-{
-    logo.push(SDL_QUIT);
-    EXPECT_FALSE(frameAfter(10));
-    EXPECT_TRUE(game.isQuitting());
-}
-
-TEST_F(GameLogoSceneTest, AnUnskippableSceneIgnoresInput)
-{
     logo.skippable = false;
     logo.push(SDL_QUIT);
     logo.push(SDL_KEYDOWN);
     EXPECT_TRUE(frameAfter(500));
-    EXPECT_TRUE(frameAfter(500));
     EXPECT_FALSE(game.isQuitting());
+    logo.skippable = true;
+    logo.push(SDL_MOUSEBUTTONUP);
+    EXPECT_FALSE(frameAfter(50));
+    EXPECT_FALSE(game.isQuitting());
+
+    // Closing the window ends a card at once, and the game with it.
+    ScriptedLogo closed;
+    closed.running = true;
+    closed.push(SDL_QUIT);
+    clock.advance(10);
+    EXPECT_FALSE(closed.frame(game));
+    EXPECT_TRUE(game.isQuitting());
 }
 
 namespace {

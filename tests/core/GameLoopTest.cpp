@@ -64,16 +64,7 @@ protected:
     ListeningSound* sound = nullptr;
 };
 
-TEST_F(GameLoopTest, LongFrameIsClampedToTenSteps)
-{
-    frameAfter(2000);
-    // 0.25 s of float steps: ten steps, or nine with a hair under one step kept.
-    const uint64_t steps = game->getStepCount();
-    EXPECT_TRUE(steps == 9u || steps == 10u) << steps;
-    EXPECT_NEAR(steps * Game::stepSeconds + game->getSimulationAccumulator(), 0.25f, 1e-5f);
-}
-
-TEST_F(GameLoopTest, RemainderCarriesToTheNextFrame)
+TEST_F(GameLoopTest, RemainderCarriesToTheNextFrameAndALongFrameIsClampedToTenSteps)
 {
     frameAfter(60);  // 2 steps, 0.01 left
     EXPECT_EQ(game->getStepCount(), 2u);
@@ -82,9 +73,16 @@ TEST_F(GameLoopTest, RemainderCarriesToTheNextFrame)
     EXPECT_EQ(game->getStepCount(), 3u);
     // Particles step at 120 Hz independently of the simulation.
     EXPECT_LT(game->getParticleAccumulator(), Game::particleStepSeconds);
+
+    const float carried = game->getSimulationAccumulator();
+    frameAfter(2000);
+    // 0.25 s of float steps: ten steps, or nine with a hair under one step kept.
+    const uint64_t steps = game->getStepCount() - 3;
+    EXPECT_TRUE(steps == 9u || steps == 10u) << steps;
+    EXPECT_NEAR(steps * Game::stepSeconds + game->getSimulationAccumulator(), 0.25f + carried, 1e-5f);
 }
 
-TEST_F(GameLoopTest, PausedFramesDoNotSimulateAndResumeKeepsFrameTime)
+TEST_F(GameLoopTest, PauseConsoleAndMenusHoldTheWorld)
 {
     frameAfter(30);
     const uint64_t steps = game->getStepCount();
@@ -95,12 +93,8 @@ TEST_F(GameLoopTest, PausedFramesDoNotSimulateAndResumeKeepsFrameTime)
     EXPECT_EQ(game->getStepCount(), steps);
     game->unpause();
     EXPECT_FLOAT_EQ(game->getTimer().frameTime(), frameBefore);
-}
 
-TEST_F(GameLoopTest, ConsoleAndMenusHoldTheWorldWithoutPausing)
-{
-    frameAfter(30);
-    const uint64_t steps = game->getStepCount();
+    // The console and the menus hold the world without pausing it.
     const double played = game->getPlaySeconds();
     for (auto show : {+[](Game& g, bool on) { g.getConsole()->setVisible(on); },
                       +[](Game& g, bool on) { g.getGUIManager()->setVisible(on); }}) {
@@ -118,52 +112,24 @@ TEST_F(GameLoopTest, ConsoleAndMenusHoldTheWorldWithoutPausing)
     EXPECT_EQ(game->getStepCount(), steps + 2);
 }
 
-TEST_F(GameLoopTest, WithoutALevelFramesCountButNothingStepsAndRequestsWait)
-{
-    game->unloadLevel();
-    game->requestLevel("next", "start");
-    frameAfter(30);
-    frameAfter(30);
-    EXPECT_TRUE(game->isLevelPending());
-    EXPECT_FALSE(game->isLevelLoaded());
-    EXPECT_EQ(game->getFrameCount(), 2u);
-    EXPECT_EQ(game->getStepCount(), 0u);
-}
-
-TEST_F(GameLoopTest, LevelRequestIsCarriedOutAtTheNextFrame)
-{
-    game->requestLevel("next", "start");
-    EXPECT_EQ(game->getCurrentLevel(), "empty");
-    frameAfter(30);
-    EXPECT_FALSE(game->isLevelPending());
-    EXPECT_EQ(game->getCurrentLevel(), "next");
-    EXPECT_EQ(game->getStepCount(), 0u);  // the change takes the whole frame
-}
-
-TEST(GameCommandLine, PlusWordsStartCommands)
-{
-    Game game(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
-    const char* argv[] = {"brindlequay", "orphan", "+exec", "x.txt", "+map", "test", "stray", "+"};
-    game.setCommandLine(8, const_cast<char**>(argv));
-    const std::vector<std::string> expected{"exec x.txt", "map test stray"};
-    EXPECT_EQ(game.getCommandLineCommands(), expected);
-    EXPECT_EQ(Game::current(), &game);
-}
-
 TEST(ChaseCamera, SnapsToRangeClosesInAndSettles)
 {
-    Vector chase(0, 0);
-    // Far behind: put at exactly 128 units on the same side.
-    EXPECT_FALSE(Game::followChasePoint(Vector(300, 0), chase, 0.016f));
-    EXPECT_FLOAT_EQ(chase.x, 172.0f);
-    // Within range: closes in by distance times frame time.
-    Vector near(0, 0);
-    EXPECT_FALSE(Game::followChasePoint(Vector(0, 100), near, 0.1f));
-    EXPECT_FLOAT_EQ(near.y, 10.0f);
-    // Close enough: settled, unmoved.
-    Vector close(0, 0);
-    EXPECT_TRUE(Game::followChasePoint(Vector(1, 1), close, 0.1f));
-    EXPECT_FLOAT_EQ(close.x, 0.0f);
+    const struct {
+        Vector target;
+        float seconds;
+        bool settled;
+        Vector after;
+    } cases[] = {
+        {{300, 0}, 0.016f, false, {172, 0}},  // far behind: put at exactly 128 units on the same side
+        {{0, 100}, 0.1f, false, {0, 10}},     // within range: closes in by distance times frame time
+        {{1, 1}, 0.1f, true, {0, 0}},         // close enough: settled, unmoved
+    };
+    for (const auto& c : cases) {
+        Vector chase(0, 0);
+        EXPECT_EQ(Game::followChasePoint(c.target, chase, c.seconds), c.settled) << c.target.x;
+        EXPECT_FLOAT_EQ(chase.x, c.after.x);
+        EXPECT_FLOAT_EQ(chase.y, c.after.y);
+    }
     // Converges over frames without overshooting.
     Vector c(0, 0);
     for (int i = 0; i < 200; ++i)
@@ -173,13 +139,13 @@ TEST(ChaseCamera, SnapsToRangeClosesInAndSettles)
 
 TEST_F(GameLoopTest, RequestForAMissingLevelIsReportedOnceAndPlayGoesOn)
 {
-    ::testing::internal::CaptureStdout();
     // A level change the player stands in asks again every step.
-    for (int i = 0; i < 20; ++i) {
-        game->requestLevel("nxet", "start");
-        frameAfter(30);
-    }
-    const std::string out = ::testing::internal::GetCapturedStdout();
+    const std::string out = stdoutOf([&] {
+        for (int i = 0; i < 20; ++i) {
+            game->requestLevel("nxet", "start");
+            frameAfter(30);
+        }
+    });
     size_t reports = 0;
     for (size_t at = out.find("Could not load level file: maps/nxet.xml"); at != std::string::npos;
          at = out.find("Could not load level file", at + 1))
@@ -191,13 +157,28 @@ TEST_F(GameLoopTest, RequestForAMissingLevelIsReportedOnceAndPlayGoesOn)
     EXPECT_EQ(game->currentNotice(), "Could not load the level nxet");
     frameAfter(Game::noticeMs);
     EXPECT_EQ(game->currentNotice(), "");
-    // Another level still loads.
+    // Another level still loads, at the next frame, which the change takes whole.
     game->requestLevel("next", "start");
+    EXPECT_TRUE(game->isLevelPending());
+    const uint64_t steps = game->getStepCount();
     frameAfter(30);
+    EXPECT_FALSE(game->isLevelPending());
     EXPECT_EQ(game->getCurrentLevel(), "next");
+    EXPECT_EQ(game->getStepCount(), steps);
+
+    // Without a level, frames count but nothing steps and a request waits.
+    game->unloadLevel();
+    game->requestLevel("empty", "start");
+    const auto frames = game->getFrameCount();
+    frameAfter(30);
+    frameAfter(30);
+    EXPECT_TRUE(game->isLevelPending());
+    EXPECT_FALSE(game->isLevelLoaded());
+    EXPECT_EQ(game->getFrameCount(), frames + 2);
+    EXPECT_EQ(game->getStepCount(), steps);
 }
 
-TEST_F(GameLoopTest, TheListenerIsUpdatedEveryFrameInMenusInTheWorldAndWhilePaused)
+TEST_F(GameLoopTest, TheListenerIsUpdatedEveryFrameInMenusInTheWorldAndWhilePausedUntilShutdown)
 {
     game->unloadLevel();
     frameAfter(20);
@@ -219,10 +200,8 @@ TEST_F(GameLoopTest, TheListenerIsUpdatedEveryFrameInMenusInTheWorldAndWhilePaus
     game->unpause();
     EXPECT_EQ(sound->lastPlayed, "data/sounds/events/On3.wav");
     game->setPlayer(nullptr);
-}
 
-TEST_F(GameLoopTest, ShutdownClosesAudioAndLeavesSilenceBehind)
-{
+    // Shutdown closes audio and leaves silence behind.
     game->shutdown();
     EXPECT_EQ(closes, 1);
     ASSERT_NE(game->getSound(), nullptr);

@@ -25,7 +25,7 @@ TEST(FileOpsTest, SearchPatternAddsASlashOnlyWhenThereIsNone)
     EXPECT_EQ(FileOps::searchPattern("data/adventures", "*.xml"), "data/adventures*.xml");
 }
 
-TEST(FileOpsTest, ListsMatchingPlainFilesInNameOrder)
+TEST(FileOpsTest, ListsMatchingPlainFilesInNameOrderAndReportsAMissingDirectory)
 {
     TempDir dir;
     dir.write("saves/quick.xml", "");
@@ -40,13 +40,9 @@ TEST(FileOpsTest, ListsMatchingPlainFilesInNameOrder)
     // The list is appended to; "?" and "[...]" are wildcards as well.
     EXPECT_TRUE(FileOps::getDirContents("saves/", "quic?.[px]*", list));
     EXPECT_EQ(names(list), (std::vector<std::string>{"a save.xml", "quick.xml", "quick.png", "quick.xml"}));
-}
 
-TEST(FileOpsTest, MissingDirectoryIsReported)
-{
-    TempDir dir;
     ResourceManager::instance();  // its own start-up report is not ours
-    std::vector<std::unique_ptr<FileSystemNode>> list;
+    list.clear();
     EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(FileOps::getDirContents("nowhere", "*.xml", list)); }),
               "getDirContents error\n");
     EXPECT_TRUE(list.empty());

@@ -40,24 +40,18 @@ TEST_F(ResourceManagerTest, StoredAndDeflatedMembersGiveTheSameBytes)
     dir.write("data/empty.txt", "");
     ASSERT_TRUE(TempDir::run("zip -q -0 stored.zip data/a.txt data/empty.txt"));
     ASSERT_TRUE(TempDir::run("zip -q -9 deflated.zip data/a.txt data/empty.txt"));
-    ASSERT_TRUE(TempDir::run(
-        "python3 -c \"import zipfile\n"
-        "for name, method in (('py-stored.zip', zipfile.ZIP_STORED), ('py-deflated.zip', zipfile.ZIP_DEFLATED)):\n"
-        "    with zipfile.ZipFile(name, 'w', method) as z:\n"
-        "        z.comment = b'made by python'\n"
-        "        z.write('data/a.txt')\n"
-        "        z.writestr('data/empty.txt', '')\n\""));
     // Written to a pipe, zipfile leaves the local sizes at zero and appends
-    // data descriptors; the directory's sizes must carry the read.
+    // data descriptors; the directory's sizes must carry the read, and the
+    // end record is found behind a comment.
     ASSERT_TRUE(TempDir::run(
         "python3 -c \"import sys, zipfile\n"
         "with zipfile.ZipFile(sys.stdout.buffer, 'w', zipfile.ZIP_DEFLATED) as z:\n"
+        "    z.comment = b'made by python'\n"
         "    z.write('data/a.txt')\n"
         "    z.writestr('data/empty.txt', '')\n\" | cat > py-streamed.zip"));
     ASSERT_TRUE(TempDir::run("rm -r data"));
 
-    for (const char* archive : {"stored.zip", "deflated.zip", "py-stored.zip", "py-deflated.zip",
-                                "py-streamed.zip"}) {
+    for (const char* archive : {"stored.zip", "deflated.zip", "py-streamed.zip"}) {
         SCOPED_TRACE(archive);
         ResourceManager one(false);
         ASSERT_TRUE(one.addArchive(archive));
@@ -70,53 +64,33 @@ TEST_F(ResourceManagerTest, StoredAndDeflatedMembersGiveTheSameBytes)
     }
 }
 
-TEST_F(ResourceManagerTest, DiskComesBeforeTheArchive)
-{
-    dir.write("data/a.txt", "from the archive");
-    dir.write("data/only.txt", "only archived");
-    ASSERT_TRUE(TempDir::run("zip -q data.zip data/a.txt data/only.txt && rm data/only.txt"));
-    dir.write("data/a.txt", "from disk");
-    ASSERT_TRUE(rm.addArchive("data.zip"));
-
-    std::string got;
-    const std::string log = stdoutOf([&] { got = rm.readText("data/a.txt"); });
-    EXPECT_EQ(got, "from disk");
-    EXPECT_EQ(log, "Found on disk: data/a.txt\n");
-
-    const std::string log2 = stdoutOf([&] { got = rm.readText("data/only.txt"); });
-    EXPECT_EQ(got, "only archived");
-    EXPECT_EQ(log2, "NOT Found on disk: data/only.txt\n");
-}
-
-TEST_F(ResourceManagerTest, ArchiveNamesMatchExactly)
-{
-    dir.write("data/Sub/File.txt", "x");
-    ASSERT_TRUE(TempDir::run("zip -q -r data.zip data && rm -r data"));
-    ASSERT_TRUE(rm.addArchive("data.zip"));
-    EXPECT_NE(rm.findInArchives("data/Sub/File.txt"), nullptr);
-    EXPECT_EQ(rm.findInArchives("data/sub/file.txt"), nullptr);
-    EXPECT_EQ(rm.findInArchives("data\\Sub\\File.txt"), nullptr);
-    EXPECT_EQ(rm.findInArchives("./data/Sub/File.txt"), nullptr);
-
-    bool error = false;
-    std::string got;
-    const std::string log = stdoutOf([&] { got = bytesOf(rm, "data/sub/file.txt", error); });
-    EXPECT_EQ(got, "<null>");
-    EXPECT_TRUE(error);
-    EXPECT_EQ(log, "NOT Found on disk: data/sub/file.txt\nNot in any archive: data/sub/file.txt\n");
-}
-
-TEST_F(ResourceManagerTest, LaterArchivesAreSearchedAfterEarlierOnes)
+TEST_F(ResourceManagerTest, DiskComesFirstThenArchivesInOrderByExactName)
 {
     dir.write("data/a.txt", "first");
-    ASSERT_TRUE(TempDir::run("zip -q one.zip data/a.txt"));
+    dir.write("data/Sub/File.txt", "x");
+    ASSERT_TRUE(TempDir::run("zip -q -r one.zip data"));
     dir.write("data/a.txt", "second");
     dir.write("data/b.txt", "b");
     ASSERT_TRUE(TempDir::run("zip -q two.zip data/a.txt data/b.txt && rm -r data"));
+    dir.write("data/b.txt", "from disk");
     ASSERT_TRUE(rm.addArchive("one.zip"));
     ASSERT_TRUE(rm.addArchive("two.zip"));
-    EXPECT_EQ(rm.readText("data/a.txt"), "first");
-    EXPECT_EQ(rm.readText("data/b.txt"), "b");
+
+    std::string got;
+    EXPECT_EQ(stdoutOf([&] { got = rm.readText("data/b.txt"); }), "Found on disk: data/b.txt\n");
+    EXPECT_EQ(got, "from disk");
+    EXPECT_EQ(stdoutOf([&] { got = rm.readText("data/a.txt"); }), "NOT Found on disk: data/a.txt\n");
+    EXPECT_EQ(got, "first");
+
+    EXPECT_NE(rm.findInArchives("data/Sub/File.txt"), nullptr);
+    for (const char* near : {"data/sub/file.txt", "data\\Sub\\File.txt", "./data/Sub/File.txt"})
+        EXPECT_EQ(rm.findInArchives(near), nullptr) << near;
+    bool error = false;
+    EXPECT_EQ(stdoutOf([&] { got = bytesOf(rm, "data/sub/file.txt", error); }),
+              "NOT Found on disk: data/sub/file.txt\nNot in any archive: data/sub/file.txt\n");
+    EXPECT_EQ(got, "<null>");
+    EXPECT_TRUE(error);
+
     rm.clearArchives();
     EXPECT_EQ(rm.readText("data/a.txt"), "");
 }
@@ -129,16 +103,14 @@ TEST_F(ResourceManagerTest, ArchivesThatCannotBeUsedAreReported)
     dir.write("headonly.zip", std::string("PK\x03\x04", 4) + "nothing else here");
     dir.write("tiny.zip", "PK");
 
-    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("missing.zip")); }),
-              "couldn't open file, exiting\nFailed to load missing.zip\n");
-    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("notzip.zip")); }),
-              "file is not a valid zip, exiting\nFailed to load notzip.zip\n");
-    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("prefixed.zip")); }),
-              "file is not a valid zip, exiting\nFailed to load prefixed.zip\n");
-    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("tiny.zip")); }),
-              "file is not a valid zip, exiting\nFailed to load tiny.zip\n");
-    EXPECT_EQ(stdoutOf([&] { EXPECT_FALSE(rm.addArchive("headonly.zip")); }),
-              "couldn't find central directory, exiting\nFailed to load headonly.zip\n");
+    const std::pair<std::string, std::string> refused[] = {
+        {"missing.zip", "couldn't open file"}, {"notzip.zip", "file is not a valid zip"},
+        {"prefixed.zip", "file is not a valid zip"}, {"tiny.zip", "file is not a valid zip"},
+        {"headonly.zip", "couldn't find central directory"},
+    };
+    for (const auto& [name, why] : refused)
+        EXPECT_EQ(stdoutOf([&, name = name] { EXPECT_FALSE(rm.addArchive(name)); }),
+                  why + ", exiting\nFailed to load " + name + "\n");
     EXPECT_FALSE(rm.addArchive("data"));  // a directory is no archive
     EXPECT_TRUE(rm.getArchives().empty());
 
@@ -152,7 +124,7 @@ TEST_F(ResourceManagerTest, ArchivesThatCannotBeUsedAreReported)
     EXPECT_EQ(stdoutOf([&] { EXPECT_TRUE(rm.addArchive("real.zip")); }), "Opened real.zip: 1 files\n");
 }
 
-TEST_F(ResourceManagerTest, DirectoriesAndMissingFilesAreNotFoundOnDisk)
+TEST_F(ResourceManagerTest, FilesAndDocumentsReadOrSayWhyNot)
 {
     dir.write("data/sub/x.txt", "x");
     bool error = false;
@@ -163,17 +135,10 @@ TEST_F(ResourceManagerTest, DirectoriesAndMissingFilesAreNotFoundOnDisk)
     dir.write("data/z.bin", std::string("ab\0cd", 5));
     EXPECT_EQ(rm.readText("data/z.bin"), "ab");
     EXPECT_EQ(bytesOf(rm, "data/z.bin", error), std::string("ab\0cd", 5));
-}
 
-TEST_F(ResourceManagerTest, DocumentsParseOrSayWhyNot)
-{
     dir.write("data/good.xml", "<root><item name=\"a\"/></root>");
     dir.write("data/bad.xml", "<root><item></root>");
     dir.write("data/empty.xml", "");
-    std::string deep;
-    for (int i = 0; i < 20000; ++i)
-        deep += "<a>";
-    dir.write("data/deep.xml", deep);
 
     TiXmlDocument good("data/good.xml");
     EXPECT_TRUE(rm.loadDocument(good, "data/good.xml"));
@@ -198,10 +163,6 @@ TEST_F(ResourceManagerTest, DocumentsParseOrSayWhyNot)
     dir.write("data/utf8end.xml", "<root a=\"25\xea\xea\xea\xea\n");
     TiXmlDocument cut("data/utf8end.xml");
     stdoutOf([&] { EXPECT_FALSE(rm.loadDocument(cut, "data/utf8end.xml")); });
-
-    TiXmlDocument deepDoc("data/deep.xml");
-    const std::string deepLog = stdoutOf([&] { EXPECT_FALSE(rm.loadDocument(deepDoc, "data/deep.xml")); });
-    EXPECT_NE(deepLog.find("Failed to parse: data/deep.xml Error: "), std::string::npos) << deepLog;
 }
 
 TEST_F(ResourceManagerTest, NestingLimitCountsOpenElements)

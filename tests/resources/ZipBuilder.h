@@ -14,100 +14,77 @@ struct ZipMember {
     uint32_t uncompressedSize = 0; // what the directory claims
 };
 
-// Raw deflate (no zlib header), as ZIP members hold it.
-inline std::string rawDeflate(const std::string& text)
-{
-    z_stream s{};
-    deflateInit2(&s, 9, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
-    std::string out(deflateBound(&s, text.size()), '\0');
-    s.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(text.data()));
-    s.avail_in = static_cast<uInt>(text.size());
-    s.next_out = reinterpret_cast<Bytef*>(&out[0]);
-    s.avail_out = static_cast<uInt>(out.size());
-    deflate(&s, Z_FINISH);
-    out.resize(s.total_out);
-    deflateEnd(&s);
-    return out;
-}
-
 inline ZipMember storedMember(const std::string& name, const std::string& text)
 {
     return {name, text, 0, static_cast<uint32_t>(text.size())};
 }
 
+// A zlib stream without its two-byte header and Adler-32 trailer is the raw
+// deflate that ZIP members hold.
 inline ZipMember deflatedMember(const std::string& name, const std::string& text)
 {
-    return {name, rawDeflate(text), 8, static_cast<uint32_t>(text.size())};
+    uLongf size = compressBound(text.size());
+    std::string out(size, '\0');
+    compress2(reinterpret_cast<Bytef*>(&out[0]), &size, reinterpret_cast<const Bytef*>(text.data()), text.size(), 9);
+    return {name, out.substr(2, size - 6), 8, static_cast<uint32_t>(text.size())};
 }
 
-inline void putLE16(std::string& out, uint32_t v)
+// Appends `v` as a little-endian field of `bytes` bytes.
+inline void putLE(std::string& out, uint32_t v, int bytes = 4)
 {
-    out += static_cast<char>(v & 0xFF);
-    out += static_cast<char>((v >> 8) & 0xFF);
-}
-
-inline void putLE32(std::string& out, uint32_t v)
-{
-    putLE16(out, v & 0xFFFF);
-    putLE16(out, v >> 16);
+    for (int i = 0; i < bytes; ++i)
+        out += static_cast<char>((v >> (8 * i)) & 0xFF);
 }
 
 inline void setLE32(std::string& image, std::size_t at, uint32_t v)
 {
     std::string bytes;
-    putLE32(bytes, v);
+    putLE(bytes, v);
     image.replace(at, 4, bytes);
 }
 
 // Local headers and data, then the central directory, then the end record.
 // `centralAt` receives where each directory record starts.
-inline std::string buildZip(const std::vector<ZipMember>& members,
-                            std::vector<std::size_t>* centralAt = nullptr)
+inline std::string buildZip(const std::vector<ZipMember>& members, std::vector<std::size_t>* centralAt = nullptr)
 {
     std::string image;
-    // From the flags to the extra field's length, local and directory records agree.
+    // From the version needed to the extra field's length, local and directory records agree.
     auto common = [&image](const ZipMember& m) {
-        putLE16(image, 0);
-        putLE16(image, m.method);
-        putLE32(image, 0);  // time and date
-        putLE32(image, 0);  // CRC, which the reader does not check
-        putLE32(image, static_cast<uint32_t>(m.data.size()));
-        putLE32(image, m.uncompressedSize);
-        putLE16(image, static_cast<uint32_t>(m.name.size()));
-        putLE16(image, 0);
+        putLE(image, 20, 2);
+        putLE(image, 0, 2);  // flags
+        putLE(image, m.method, 2);
+        putLE(image, 0);  // time and date
+        putLE(image, 0);  // CRC, which the reader does not check
+        putLE(image, static_cast<uint32_t>(m.data.size()));
+        putLE(image, m.uncompressedSize);
+        putLE(image, static_cast<uint32_t>(m.name.size()), 2);
+        putLE(image, 0, 2);
     };
     std::vector<uint32_t> offsets;
     for (const ZipMember& m : members) {
         offsets.push_back(static_cast<uint32_t>(image.size()));
-        putLE32(image, 0x04034B50);
-        putLE16(image, 20);
+        putLE(image, 0x04034B50);
         common(m);
-        image += m.name;
-        image += m.data;
+        image += m.name + m.data;
     }
     const uint32_t directory = static_cast<uint32_t>(image.size());
     for (std::size_t i = 0; i < members.size(); ++i) {
         if (centralAt)
             centralAt->push_back(image.size());
-        putLE32(image, 0x02014B50);
-        putLE16(image, 20);
-        putLE16(image, 20);
+        putLE(image, 0x02014B50);
+        putLE(image, 20, 2);  // made by
         common(members[i]);
-        putLE16(image, 0);  // comment length
-        putLE16(image, 0);  // disk
-        putLE16(image, 0);  // internal attributes
-        putLE32(image, 0);  // external attributes
-        putLE32(image, offsets[i]);
+        image += std::string(10, '\0');  // comment length, disk, attributes
+        putLE(image, offsets[i]);
         image += members[i].name;
     }
     const uint32_t directorySize = static_cast<uint32_t>(image.size()) - directory;
-    putLE32(image, 0x06054B50);
-    putLE16(image, 0);
-    putLE16(image, 0);
-    putLE16(image, static_cast<uint32_t>(members.size()));
-    putLE16(image, static_cast<uint32_t>(members.size()));
-    putLE32(image, directorySize);
-    putLE32(image, directory);
-    putLE16(image, 0);
+    putLE(image, 0x06054B50);
+    putLE(image, 0);  // disk numbers
+    putLE(image, static_cast<uint32_t>(members.size()), 2);
+    putLE(image, static_cast<uint32_t>(members.size()), 2);
+    putLE(image, directorySize);
+    putLE(image, directory);
+    putLE(image, 0, 2);  // comment length
     return image;
 }
