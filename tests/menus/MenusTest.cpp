@@ -37,12 +37,23 @@
 #include "render/FixedWidthFonts.h"
 #include "sound/Music.h"
 #include "gameplay/player/Player.h"
+#include "gameplay/DefaultGameplay.h"
+#include "render/GameHUD.h"
 
 namespace {
+// A floor, the start, and a message zone over the start.
 const char* const tinyLevel =
-    "<level name=\"first\"><Objects><P type=\"default\" idname=\"floor\"><params solid=\"true\" mass=\"0\"/>"
-    "<verts><v origin=\"-100,-10\"/><v origin=\"100,-10\"/><v origin=\"100,0\"/><v origin=\"-100,0\"/></verts>"
-    "</P></Objects></level>";
+    "<level name=\"first\"><Objects>"
+    "<P type=\"default\" idname=\"floor\"><params solid=\"true\" mass=\"0\"/><verts><v origin=\"-100,-10\"/>"
+    "<v origin=\"100,-10\"/><v origin=\"100,0\"/><v origin=\"-100,0\"/></verts></P>"
+    "<P type=\"spawnpoint\" idname=\"start\"><params solid=\"false\" entity=\"true\" visible=\"false\"/>"
+    "<verts><v origin=\"0,8\"/><v origin=\"16,8\"/><v origin=\"16,24\"/><v origin=\"0,24\"/></verts>"
+    "<attributes><a name=\"startpoint\" value=\"true\"/></attributes></P>"
+    "<P type=\"messagebody\" idname=\"lesson\"><params solid=\"false\" entity=\"true\" visible=\"false\"/>"
+    "<verts><v origin=\"-20,0\"/><v origin=\"40,0\"/><v origin=\"40,64\"/><v origin=\"-20,64\"/></verts>"
+    "<attributes><a name=\"message\" value=\"Walk this way\"/><a name=\"triggeronce\" value=\"true\"/>"
+    "</attributes></P>"
+    "</Objects></level>";
 
 const char* const threePages =
     "<cutscene onend=\"level\" level=\"first\">"
@@ -70,6 +81,21 @@ protected:
     {
         EXPECT_TRUE(MenuFrame::showScreen(T::screenName));
         return screen<T>(T::screenName);
+    }
+
+    // Frames 5 ms apart on the test's own clock, not the machine's, until
+    // `done` holds or 200 have run.
+    template <class F>
+    void runFramesUntil(F done)
+    {
+        ManualClock clock(1000);
+        Clock::install(&clock);
+        game.getTimer().start();
+        for (int i = 0; i < 200 && !done(); ++i) {
+            clock.advance(5);
+            game.runFrame();
+        }
+        Clock::install(nullptr);
     }
 
     TempDir dir;
@@ -144,16 +170,12 @@ TEST_F(MenusTest, BeginLoadsTheStartLevelRequestsTheSaveAndPlaysTheOpening)
     auto& scene = mainInterface->getCutScene();
     EXPECT_TRUE(game.isSaveRequested());
     const uint64_t steps = game.getStepCount();
-    // Frames 5 ms apart on the test's own clock, not the machine's.
-    ManualClock clock(1000);
-    Clock::install(&clock);
-    game.getTimer().start();
-    for (int i = 0; i < 200 && game.isSaveRequested(); ++i) {
+    runFramesUntil([&] {
+        if (!game.isSaveRequested())
+            return true;
         EXPECT_FALSE(scene.isEnabled());
-        clock.advance(5);
-        game.runFrame();
-    }
-    Clock::install(nullptr);
+        return false;
+    });
     EXPECT_FALSE(game.isSaveRequested());
     // The save came after the world had stepped and been drawn.
     EXPECT_GT(game.getStepCount(), steps);
@@ -167,7 +189,7 @@ TEST_F(MenusTest, BeginLoadsTheStartLevelRequestsTheSaveAndPlaysTheOpening)
     EXPECT_FALSE(game.isSaveRequested());
 }
 
-TEST_F(MenusTest, BeginStartsANewPlayer)
+TEST_F(MenusTest, BeginStartsANewPlayerAndItsOwnSaveLeavesTheFirstLessonOnScreen)
 {
     game.startGameplay();
     auto* veteran = dynamic_cast<Player*>(game.getPlayer());
@@ -185,6 +207,21 @@ TEST_F(MenusTest, BeginStartsANewPlayer)
     EXPECT_EQ(player->properties.cash, 0);
     EXPECT_EQ(player->properties.currentLevel, 0);
     EXPECT_FALSE(player->inventory.owns(8));
+
+    // The game's own save is quiet: announcing it would cover the lesson the
+    // player is standing in. A save the player asks for says so.
+    runFramesUntil([&] { return !game.isSaveRequested(); });
+    EXPECT_TRUE(std::ifstream("saves/fresh.xml").good());
+    int frames = 0;
+    runFramesUntil([&] { return ++frames > 20; });
+    const GameHUD& hud = dynamic_cast<DefaultGameplay&>(*game.getGameplay()).getHud();
+    std::vector<std::string> shown;
+    for (const auto& message : hud.getMessages())
+        shown.push_back(message.text);
+    EXPECT_EQ(shown, std::vector<std::string>{"Walk this way"});
+    game.requestSave();
+    runFramesUntil([&] { return !game.isSaveRequested(); });
+    EXPECT_EQ(hud.lastMessage(), "Game saved");
 }
 
 TEST_F(MenusTest, LoadGameListsSavesAndShowsTheThumbnailOfTheSelection)
