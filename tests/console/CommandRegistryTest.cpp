@@ -76,10 +76,3 @@ TEST_F(CommandRegistryTest, TypingAVariableNameReadsOrSetsIt)
     EXPECT_EQ(findVar("gravity")->stringValue, "5");
     EXPECT_EQ(findVar("gravity")->intValue, 5);
 }
-
-TEST_F(CommandRegistryTest, ClearCommandsEmptiesTheTable)
-{
-    CommandRegistry::instance().clearCommands();
-    EXPECT_TRUE(CommandRegistry::instance().getCommands().empty());
-    EXPECT_NE(run("rec").find("Unknown Command: rec"), std::string::npos);
-}

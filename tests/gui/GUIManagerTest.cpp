@@ -67,32 +67,6 @@ TEST(GUIComponentTest, ChildrenPlacedRelativeAndMovedWithParent)
     EXPECT_EQ(parent.removeChild(child, true), nullptr);
 }
 
-TEST(GUIComponentTest, KeepInsidePullsBackOnEachSide)
-{
-    GUIComponent box;
-    box.setBounds(0.0f, 100.0f, 100.0f, 100.0f);
-    GUIComponent* c = box.add(std::make_unique<GUIComponent>());
-    c->setBounds(-10.0f, 120.0f, 20.0f, 20.0f);
-    EXPECT_TRUE(box.keepInside(c));
-    EXPECT_TRUE(isAt(*c, 0.0f, 100.0f));
-    c->setPosition(95.0f, 5.0f);
-    EXPECT_TRUE(box.keepInside(c));
-    EXPECT_TRUE(isAt(*c, 80.0f, 20.0f));
-    EXPECT_FALSE(box.keepInside(c));
-}
-
-TEST(GUIComponentTest, FindComponentSearchesDepthFirst)
-{
-    GUIComponent root;
-    Frame* f = root.add(frameAt(0.0f, 500.0f, "menu"));
-    f->addRelative(buttonAt(10.0f, 40.0f, "ok"));
-    EXPECT_EQ(root.findComponent("menu"), f);
-    ASSERT_NE(root.findComponent("ok"), nullptr);
-    EXPECT_EQ(root.findComponent("ok")->getParent(), f);
-    EXPECT_EQ(root.findComponent("nothing"), nullptr);
-    EXPECT_EQ(root.findComponent(""), nullptr);
-}
-
 class GUIManagerTest : public GUITest {};
 
 TEST_F(GUIManagerTest, HitTestingFindsTheDeepestWidgetOfTheTopmostFrame)
@@ -111,6 +85,10 @@ TEST_F(GUIManagerTest, HitTestingFindsTheDeepestWidgetOfTheTopmostFrame)
     EXPECT_EQ(gui().getRoot().componentAt(200.0f, 430.0f), backButton);
     backButton->setEnabled(false);
     EXPECT_EQ(gui().getRoot().componentAt(200.0f, 430.0f), back);
+    // Names are found at any depth; the unnamed root is no match for "".
+    EXPECT_EQ(gui().findComponent("backbutton"), backButton);
+    EXPECT_EQ(gui().findComponent("nothing"), nullptr);
+    EXPECT_EQ(gui().findComponent(""), nullptr);
 }
 
 TEST_F(GUIManagerTest, HoverMovesFromOneButtonToTheNextInOneMotion)
@@ -195,13 +173,18 @@ TEST_F(GUIManagerTest, FramesDragByTheirTitleBarOnlyAndStayOnScreen)
     release();
     EXPECT_FLOAT_EQ(f->getX(), 150.0f);
 
-    // Dragged far off the top-left, the frame stops at the window's edges.
+    // Dragged far off either corner, the frame stops at the window's edges.
     moveTo(200.0f, 470.0f);
     press();
     moveTo(-500.0f, 2000.0f);
     release();
     EXPECT_TRUE(isAt(*f, 0.0f, static_cast<float>(screenH)));
     EXPECT_FLOAT_EQ(b->getX(), 20.0f);
+    moveTo(100.0f, 590.0f);
+    press();
+    moveTo(2000.0f, -500.0f);
+    release();
+    EXPECT_TRUE(isAt(*f, screenW - 300.0f, 200.0f));
 }
 
 TEST_F(GUIManagerTest, KeysGoToTheFocusAndEscapeClosesItsFrame)
