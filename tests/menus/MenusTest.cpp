@@ -429,50 +429,30 @@ TEST_F(MenusTest, AMissingSceneOrTheMissingLevelAfterOneLeavesForTheMainMenu)
     EXPECT_TRUE(screen<MainMenu>(MainMenu::screenName).isEnabled());
 }
 
-TEST_F(MenusTest, ControlsTabsSwitchGroupsABindingRefreshesEveryBoxAndTheSliderSetsSensitivity)
+TEST_F(MenusTest, ControlsTabsSwitchGroupsBindingsShowByDeviceAndTheSliderSetsSensitivity)
 {
-    auto& controls = screen<ControlsMenu>(ControlsMenu::screenName);
+    auto& controls = show<ControlsMenu>();
     ASSERT_EQ(controls.getPanels().size(), 3u);
     EXPECT_EQ(controls.getBoxes().size(), 20u);
+    EXPECT_EQ(controls.getPadBoxes().size(), controls.getBoxes().size());
     EXPECT_TRUE(controls.getPanels()[0]->isEnabled());
     EXPECT_FALSE(controls.getPanels()[2]->isEnabled());
-    MenuFrame::showScreen(ControlsMenu::screenName);
     click(screen<Button>("weaps2button"));
     EXPECT_FALSE(controls.getPanels()[0]->isEnabled());
     EXPECT_TRUE(controls.getPanels()[2]->isEnabled());
     click(screen<Button>("movementbutton"));
 
-    game.installGameInput(std::make_unique<GameInput>());
-    game.getGameInput()->setBinding("a", "+moveright");
-    controls.onShow();
-    auto& left = screen<KeyBindBox>("+moveleft");
-    auto& right = screen<KeyBindBox>("+moveright");
-    EXPECT_EQ(right.getShown(), "a");
-    left.bind("a");
-    EXPECT_EQ(left.getShown(), "a");
-    EXPECT_EQ(right.getShown(), "unbound");
-
-    createVar("sensitivity", "1.0", "");
-    controls.onShow();
-    EXPECT_FLOAT_EQ(controls.getSensitivity().getValue(), 1.0f);
-    controls.getSensitivity().setValue(2.5f);
-    EXPECT_FLOAT_EQ(findVar("sensitivity")->floatValue, 2.5f);
-}
-
-TEST_F(MenusTest, ControlsShowKeyboardAndMouseFirstAndTheGamepadApart)
-{
-    auto& controls = show<ControlsMenu>();
+    // Keyboard and mouse keys show first, the gamepad's in a column apart.
     game.installGameInput(std::make_unique<GameInput>());
     GameInput& input = *game.getGameInput();
     for (const char* key : {"joy1_axis2_minus", "joy1_button1", "space", "up", "w"})
         input.setBinding(key, "+moveup");
+    input.setBinding("a", "+moveright");
     controls.onShow();
     auto& up = screen<KeyBindBox>("+moveup");
     auto& upPad = screen<KeyBindBox>("+moveup pad");
-    EXPECT_EQ(controls.getPadBoxes().size(), controls.getBoxes().size());
     EXPECT_EQ(up.getShown(), "space, up");
     EXPECT_EQ(upPad.getShown(), "joy1_axis2_minus, joy1_button1");
-
     // Rebinding replaces the keyboard and mouse keys only.
     up.bind("i");
     EXPECT_EQ(up.getShown(), "i");
@@ -482,37 +462,21 @@ TEST_F(MenusTest, ControlsShowKeyboardAndMouseFirstAndTheGamepadApart)
     // The pad column cannot be armed from the menus.
     click(upPad);
     EXPECT_FALSE(upPad.isWaiting());
+    // A key taken by another action leaves the box it was shown in.
+    auto& right = screen<KeyBindBox>("+moveright");
+    EXPECT_EQ(right.getShown(), "a");
+    screen<KeyBindBox>("+moveleft").bind("a");
+    EXPECT_EQ(screen<KeyBindBox>("+moveleft").getShown(), "a");
+    EXPECT_EQ(right.getShown(), "unbound");
+
+    createVar("sensitivity", "1.0", "");
+    controls.onShow();
+    EXPECT_FLOAT_EQ(controls.getSensitivity().getValue(), 1.0f);
+    controls.getSensitivity().setValue(2.5f);
+    EXPECT_FLOAT_EQ(findVar("sensitivity")->floatValue, 2.5f);
 }
 
-TEST_F(MenusTest, VideoApplyChangesTheModeAndTheVariables)
-{
-    auto& video = show<VideoMenu>();
-    ASSERT_TRUE(video.getResolution().setValue("1024 x 768"));
-    video.getVsync().setValue("Off");
-    testing::internal::CaptureStdout();
-    ASSERT_TRUE(video.apply());
-    EXPECT_NE(testing::internal::GetCapturedStdout().find("New Vid Mode: 1024 x 768"), std::string::npos);
-    EXPECT_EQ(game.getRenderer()->getWidth(), 1024);
-    EXPECT_EQ(getVar("vidheight")->intValue, 768);
-    EXPECT_EQ(getVar("vsync")->intValue, 0);
-    // The screens re-centred in the new window.
-    EXPECT_FLOAT_EQ(video.getX(), std::floor((1024.0f - video.getWidth()) / 2.0f));
-    EXPECT_EQ(gui().getScreenWidth(), 1024);
-}
-
-TEST_F(MenusTest, MusicSliderShowsAndSetsTheMusicVolume)
-{
-    createVar("musicvolume", "96", "");
-    auto& menu = show<SoundMenu>();
-    EXPECT_FLOAT_EQ(menu.getMusic().getValue(), 96.0f);
-    menu.getMusic().setValue(40.0f);
-    testing::internal::CaptureStdout();
-    menu.apply();
-    testing::internal::GetCapturedStdout();
-    EXPECT_EQ(getVar("musicvolume")->intValue, 40);
-}
-
-TEST(VideoMenuText, ResolutionsParseAndListTheCurrentMode)
+TEST_F(MenusTest, VideoAndSoundScreensApplyWhatTheyShow)
 {
     int w = 0;
     int h = 0;
@@ -525,6 +489,25 @@ TEST(VideoMenuText, ResolutionsParseAndListTheCurrentMode)
     const auto modes = VideoMenu::resolutions(1000, 700);
     EXPECT_EQ(modes.front(), "640 x 480");
     EXPECT_NE(std::find(modes.begin(), modes.end(), "1000 x 700"), modes.end());
+
+    auto& video = show<VideoMenu>();
+    ASSERT_TRUE(video.getResolution().setValue("1024 x 768"));
+    video.getVsync().setValue("Off");
+    const std::string out = stdoutOf([&] { EXPECT_TRUE(video.apply()); });
+    EXPECT_NE(out.find("New Vid Mode: 1024 x 768"), std::string::npos);
+    EXPECT_EQ(game.getRenderer()->getWidth(), 1024);
+    EXPECT_EQ(getVar("vidheight")->intValue, 768);
+    EXPECT_EQ(getVar("vsync")->intValue, 0);
+    // The screens re-centred in the new window.
+    EXPECT_FLOAT_EQ(video.getX(), std::floor((1024.0f - video.getWidth()) / 2.0f));
+    EXPECT_EQ(gui().getScreenWidth(), 1024);
+
+    createVar("musicvolume", "96", "");
+    auto& sound = show<SoundMenu>();
+    EXPECT_FLOAT_EQ(sound.getMusic().getValue(), 96.0f);
+    sound.getMusic().setValue(40.0f);
+    stdoutOf([&] { sound.apply(); });
+    EXPECT_EQ(getVar("musicvolume")->intValue, 40);
 }
 
 TEST(BouncingSmileysTest, SpritesStayInsideTheWindowAsItChanges)
@@ -551,7 +534,7 @@ TEST(BouncingSmileysTest, SpritesStayInsideTheWindowAsItChanges)
     EXPECT_EQ(smileys.componentAt(10.0f, 10.0f), nullptr);
 }
 
-TEST(CutSceneFileTest, ReadsPagesPicturesTextAndTheEnding)
+TEST(CutSceneFileTest, ReadsPagesPicturesTextAndTheEndingAndBoundsHostileFiles)
 {
     TempDir dir;
     dir.write("s.xml",
@@ -561,9 +544,8 @@ TEST(CutSceneFileTest, ReadsPagesPicturesTextAndTheEnding)
               "<text x=\"1\" y=\"2\" width=\"300\" height=\"100\">First line. <br/>  Second line.</text>"
               "</cutsceneframe><cutsceneframe><text>only</text></cutsceneframe></cutscene>");
     CutScene scene;
-    testing::internal::CaptureStdout();
-    ASSERT_TRUE(scene.load("s.xml"));
-    EXPECT_NE(testing::internal::GetCapturedStdout().find("Read cutscene file sucessfully: s.xml\n"), std::string::npos);
+    const std::string out = stdoutOf([&] { EXPECT_TRUE(scene.load("s.xml")); });
+    EXPECT_NE(out.find("Read cutscene file sucessfully: s.xml\n"), std::string::npos);
     EXPECT_EQ(scene.onend, "level");
     EXPECT_EQ(scene.endLevel(), "two");
     EXPECT_EQ(scene.endSpawn(), "east");
@@ -578,11 +560,8 @@ TEST(CutSceneFileTest, ReadsPagesPicturesTextAndTheEnding)
     EXPECT_EQ(first.texts[0].text, "First line.\nSecond line.");
     EXPECT_EQ(scene.pages[1].background, CutScene::defaultBackground);
     EXPECT_EQ(scene.pages[1].texts[0].text, "only");
-}
 
-TEST(CutSceneFileTest, HostileNumbersAndFloodsAreBounded)
-{
-    TempDir dir;
+    // Hostile numbers and floods of pages and items are bounded.
     std::string text = "<cutscene><cutsceneframe>";
     text += "<pic x=\"nan\" y=\"1e39\" width=\"-5\" height=\"inf\"/>";
     for (int i = 0; i < 100; ++i)
@@ -592,14 +571,12 @@ TEST(CutSceneFileTest, HostileNumbersAndFloodsAreBounded)
         text += "<cutsceneframe/>";
     text += "</cutscene>";
     dir.write("flood.xml", text);
-    CutScene scene;
-    testing::internal::CaptureStdout();
-    ASSERT_TRUE(scene.load("flood.xml"));
-    testing::internal::GetCapturedStdout();
-    EXPECT_EQ(scene.pages.size(), CutScene::maxPages);
-    const CutScene::Page& first = scene.pages[0];
-    EXPECT_EQ(first.pictures.size() + first.texts.size(), CutScene::maxItemsPerPage);
-    const CutScene::Box& b = first.pictures[0].box;
+    CutScene flood;
+    stdoutOf([&] { EXPECT_TRUE(flood.load("flood.xml")); });
+    ASSERT_EQ(flood.pages.size(), CutScene::maxPages);
+    const CutScene::Page& crowded = flood.pages[0];
+    EXPECT_EQ(crowded.pictures.size() + crowded.texts.size(), CutScene::maxItemsPerPage);
+    const CutScene::Box& b = crowded.pictures[0].box;
     EXPECT_TRUE(std::isfinite(b.x));
     EXPECT_LE(b.y, 10000.0f);
     EXPECT_EQ(b.width, 0.0f);
