@@ -224,7 +224,7 @@ TEST_F(MenusTest, BeginStartsANewPlayerAndItsOwnSaveLeavesTheFirstLessonOnScreen
     EXPECT_EQ(hud.lastMessage(), "Game saved");
 }
 
-TEST_F(MenusTest, LoadGameListsSavesAndShowsTheThumbnailOfTheSelection)
+TEST_F(MenusTest, LoadGameListsSavesShowsTheSelectionAndDeletesOnlyAfterYes)
 {
     dir.write("saves/alpha.xml", "<save currentlevel=\"first\" savedat=\"2000000000\" playtime=\"75\"/>");
     dir.write("saves/alpha.png", "not really a png");
@@ -235,49 +235,39 @@ TEST_F(MenusTest, LoadGameListsSavesAndShowsTheThumbnailOfTheSelection)
     EXPECT_EQ(menu.getPicture().getImage(), LoadGameMenu::defaultPicture);
     EXPECT_EQ(menu.getCaption().getText(), "No save is selected");
 
-    // Nothing selected: the button does nothing.
+    // Nothing selected: neither button does anything.
     click(screen<Button>("loadgamebutton"));
     EXPECT_TRUE(menu.isEnabled());
     EXPECT_FALSE(game.isLevelLoaded());
+    ConfirmPanel& confirm = menu.getConfirm();
+    click(screen<Button>("deletesavebutton"));
+    EXPECT_FALSE(confirm.isEnabled());
 
-    menu.getList().choose(menu.getList().getItem(0));
-    EXPECT_EQ(menu.getPicture().getImage(), "saves/alpha.png");
-    EXPECT_EQ(menu.getCaption().getText(), "alpha: First");
-    EXPECT_NE(menu.getDetail().getText().find(", played 1:15"), std::string::npos) << menu.getDetail().getText();
     menu.getList().choose(menu.getList().getItem(1));
     EXPECT_EQ(menu.getPicture().getImage(), LoadGameMenu::defaultPicture);
     // "beta" is no real save: the screen says so and the list stays up.
     EXPECT_TRUE(menu.loadSelected());
     EXPECT_EQ(game.currentNotice(), "The save game beta is damaged and was not loaded");
     EXPECT_TRUE(menu.isEnabled());
-}
-
-TEST_F(MenusTest, DeletingASaveWaitsForYes)
-{
-    dir.write("saves/gone.xml", "<save currentlevel=\"first\"/>");
-    dir.write("saves/gone.png", "picture");
-    auto& menu = show<LoadGameMenu>();
-    ConfirmPanel& confirm = menu.getConfirm();
-    // Nothing selected: nothing to ask about.
-    click(screen<Button>("deletesavebutton"));
-    EXPECT_FALSE(confirm.isEnabled());
-
     menu.getList().choose(menu.getList().getItem(0));
+    EXPECT_EQ(menu.getPicture().getImage(), "saves/alpha.png");
+    EXPECT_EQ(menu.getCaption().getText(), "alpha: First");
+    EXPECT_NE(menu.getDetail().getText().find(", played 1:15"), std::string::npos) << menu.getDetail().getText();
+
     click(screen<Button>("deletesavebutton"));
     ASSERT_TRUE(confirm.isShown());
-    EXPECT_EQ(confirm.getQuestion(), "Delete the save gone?");
+    EXPECT_EQ(confirm.getQuestion(), "Delete the save alpha?");
     // The question covers the screen: the list under it cannot be clicked.
     GUIComponent& row = *menu.getList().getItem(0);
     EXPECT_TRUE(confirm.holds(gui().getRoot().componentAt(row.getX() + 5.0f, row.getY() - 5.0f)));
     click(*confirm.findComponent("confirmno"));
     EXPECT_FALSE(confirm.isEnabled());
-    EXPECT_TRUE(std::ifstream("saves/gone.xml").good());
-
+    EXPECT_TRUE(std::ifstream("saves/alpha.xml").good());
     click(screen<Button>("deletesavebutton"));
     click(*confirm.findComponent("confirmyes"));
-    EXPECT_FALSE(std::ifstream("saves/gone.xml").good());
-    EXPECT_FALSE(std::ifstream("saves/gone.png").good());
-    EXPECT_EQ(menu.getList().getItemCount(), 0);
+    EXPECT_FALSE(std::ifstream("saves/alpha.xml").good());
+    EXPECT_FALSE(std::ifstream("saves/alpha.png").good());
+    EXPECT_EQ(menu.getList().getItemCount(), 1);
     EXPECT_EQ(menu.getCaption().getText(), LoadGameMenu::noSelection);
 }
 
