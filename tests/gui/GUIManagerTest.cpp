@@ -111,10 +111,7 @@ TEST_F(GUIManagerTest, AClickFiresOnceAndAPressDraggedOffFiresNothing)
 {
     Button* b = gui().getRoot().add(buttonAt(100.0f, 300.0f, "go"));
     listen(*b);
-    moveTo(150.0f, 285.0f);
-    press();
-    moveTo(400.0f, 100.0f);
-    release();
+    drag(150.0f, 285.0f, 400.0f, 100.0f);
     EXPECT_TRUE(actions.empty());
     EXPECT_FALSE(b->isPressed());
     EXPECT_TRUE(sound().played.empty());
@@ -159,31 +156,19 @@ TEST_F(GUIManagerTest, FramesDragByTheirTitleBarOnlyAndStayOnScreen)
 {
     Frame* f = gui().getRoot().add(frameAt(100.0f, 500.0f, "f"));
     Button* b = f->addRelative(buttonAt(20.0f, 50.0f, "b"));
-    moveTo(200.0f, 490.0f);
-    press();
-    moveTo(250.0f, 470.0f);
-    release();
+    drag(200.0f, 490.0f, 250.0f, 470.0f);
     EXPECT_TRUE(isAt(*f, 150.0f, 480.0f));
     EXPECT_TRUE(isAt(*b, 170.0f, 430.0f));
 
     // A press on the body is no handle.
-    moveTo(300.0f, 320.0f);
-    press();
-    moveTo(350.0f, 200.0f);
-    release();
+    drag(300.0f, 320.0f, 350.0f, 200.0f);
     EXPECT_FLOAT_EQ(f->getX(), 150.0f);
 
     // Dragged far off either corner, the frame stops at the window's edges.
-    moveTo(200.0f, 470.0f);
-    press();
-    moveTo(-500.0f, 2000.0f);
-    release();
+    drag(200.0f, 470.0f, -500.0f, 2000.0f);
     EXPECT_TRUE(isAt(*f, 0.0f, static_cast<float>(screenH)));
     EXPECT_FLOAT_EQ(b->getX(), 20.0f);
-    moveTo(100.0f, 590.0f);
-    press();
-    moveTo(2000.0f, -500.0f);
-    release();
+    drag(100.0f, 590.0f, 2000.0f, -500.0f);
     EXPECT_TRUE(isAt(*f, screenW - 300.0f, 200.0f));
 }
 

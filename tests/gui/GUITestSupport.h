@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -98,6 +99,14 @@ protected:
         press(button);
         release(button);
     }
+    // A press at one point, moved to another and let go there.
+    void drag(float fromX, float fromY, float toX, float toY)
+    {
+        moveTo(fromX, fromY);
+        press();
+        moveTo(toX, toY);
+        release();
+    }
     // A real click in the middle of the component.
     void click(GUIComponent& c) { clickAt(c.getX() + c.getWidth() / 2.0f, c.getY() - c.getHeight() / 2.0f); }
     // A key through the input manager, as the event pump delivers it.
@@ -107,6 +116,11 @@ protected:
         game.getInputManager().keyEvent(true, symbol, symbol);
         game.getInputManager().setModifiers(modifiers);
         game.getInputManager().keyEvent(false, symbol, symbol);
+    }
+    void keys(std::initializer_list<int> symbols)
+    {
+        for (int symbol : symbols)
+            key(symbol);
     }
 
     RecordingSound* soundPtr = new RecordingSound();

@@ -89,10 +89,7 @@ TEST_F(WidgetTest, ScrollbarRunsDownFromItsMinimum)
     Scrollbar* bar = place(std::make_unique<Scrollbar>(), 100.0f, 300.0f, 20.0f, 120.0f);
     bar->setRange(0.0f, 50.0f);
     EXPECT_FLOAT_EQ(bar->getGrabber().getY(), 300.0f);
-    moveTo(110.0f, 295.0f);
-    press();
-    moveTo(110.0f, 245.0f);
-    release();
+    drag(110.0f, 295.0f, 110.0f, 245.0f);
     EXPECT_FLOAT_EQ(bar->getValue(), 25.0f);
     bar->setValue(50.0f);
     EXPECT_FLOAT_EQ(bar->getGrabber().getY() - bar->getGrabber().getHeight(), 180.0f);
@@ -123,8 +120,7 @@ TEST_F(WidgetTest, ListBoxAddsSelectsAndRemovesRows)
     EXPECT_EQ(sound().played.front(), "data/sounds/gui/MouseTick.wav 0 100");
     key(SDLK_UP);
     EXPECT_EQ(list->getSelectedIndex(), 1);
-    key(SDLK_HOME);
-    key(SDLK_UP);
+    keys({SDLK_HOME, SDLK_UP});
     EXPECT_EQ(list->getSelectedIndex(), 0);
     EXPECT_EQ(actions.size(), 4u);
 
@@ -199,42 +195,31 @@ TEST_F(WidgetTest, TextBoxEditsAtItsCursorWithinItsLimit)
     EXPECT_TRUE(actions.empty());
     sound().played.clear();
 
-    key(SDLK_BACKSPACE);
-    key(SDLK_LEFT);
+    keys({SDLK_BACKSPACE, SDLK_LEFT});
     EXPECT_EQ(box->getCursor(), 0u);
     EXPECT_TRUE(sound().played.size() == 2u);
-    key(SDLK_a);
-    key(SDLK_b);
-    key(SDLK_1);
-    key(SDLK_SPACE);
+    keys({SDLK_a, SDLK_b, SDLK_1, SDLK_SPACE});
     key(SDLK_c, KMOD_RSHIFT);
     EXPECT_EQ(box->getText(), "ab1 C");
     key(SDLK_RIGHT);
     EXPECT_EQ(box->getCursor(), 5u);
-    key(SDLK_HOME);
-    key(SDLK_x);
+    keys({SDLK_HOME, SDLK_x});
     EXPECT_EQ(box->getText(), "xab1 C");
-    key(SDLK_RIGHT);
-    key(SDLK_BACKSPACE);
+    keys({SDLK_RIGHT, SDLK_BACKSPACE});
     EXPECT_EQ(box->getText(), "xb1 C");
     key(SDLK_DELETE);
     EXPECT_EQ(box->getText(), "x1 C");
-    key(SDLK_END);
-    key(SDLK_DELETE);
-    key(SDLK_BACKSPACE);
+    keys({SDLK_END, SDLK_DELETE, SDLK_BACKSPACE});
     EXPECT_EQ(box->getText(), "x1 ");
 
     // Punctuation a save name cannot hold types nothing, and makes no sound.
     const size_t sounds = sound().played.size();
-    key(SDLK_SLASH);
-    key(SDLK_SEMICOLON);
-    key(SDLK_F1);
+    keys({SDLK_SLASH, SDLK_SEMICOLON, SDLK_F1});
     EXPECT_EQ(box->getText(), "x1 ");
     EXPECT_EQ(sound().played.size(), sounds);
 
     box->setMaxLength(4);
-    key(SDLK_y);
-    key(SDLK_z);
+    keys({SDLK_y, SDLK_z});
     EXPECT_EQ(box->getText(), "x1 y");
     EXPECT_EQ(sound().played.size(), sounds + 1);
     box->setText("much too long");
@@ -260,8 +245,7 @@ TEST_F(WidgetTest, ValueBoxCyclesBothWays)
     EXPECT_EQ(box->getValue(), "c");
     key(SDLK_RIGHT);
     EXPECT_EQ(box->getValue(), "a");
-    key(SDLK_LEFT);
-    key(SDLK_LEFT);
+    keys({SDLK_LEFT, SDLK_LEFT});
     EXPECT_EQ(box->getValue(), "b");
     EXPECT_EQ(actions.back(), "valuechange w");
     EXPECT_TRUE(box->setValue("c"));
