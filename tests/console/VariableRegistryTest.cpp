@@ -201,7 +201,7 @@ TEST_F(GameVarsFileTest, DeclaredRangeHoldsOnEveryPath)
     EXPECT_EQ(findVar("backwards")->intValue, 20);
 }
 
-TEST(GameVarsData, ShippedFileDeclaresEveryVariableWithTypeAndHelp)
+TEST(GameVarsData, ShippedFileDeclaresEveryVariableWithTypeHelpAndTheOptionsRanges)
 {
     VariableRegistry registry;
     ResourceManager resources(false);
@@ -227,4 +227,17 @@ TEST(GameVarsData, ShippedFileDeclaresEveryVariableWithTypeAndHelp)
     }
     for (const auto& entry : registry.getVariables())
         EXPECT_NE(entry.second->type, GameVar::TypeNone) << entry.first;
+    // The options screens step through these ranges; a value typed outside one is refused.
+    const struct {
+        const char* name;
+        double low, high;
+    } ranged[] = {{"difficulty", 0, 2}, {"uiscale", 1, 2},      {"firetoggle", 0, 1}, {"hooktoggle", 0, 1},
+                  {"flashes", 0, 2},    {"glowstrength", 0, 2}, {"hudcontrast", 0, 1}};
+    for (const auto& r : ranged) {
+        const GameVar* v = registry.findVar(r.name);
+        ASSERT_NE(v, nullptr) << r.name;
+        EXPECT_TRUE(v->hasRange) << r.name;
+        EXPECT_EQ(v->minValue, r.low) << r.name;
+        EXPECT_EQ(v->maxValue, r.high) << r.name;
+    }
 }
