@@ -43,7 +43,7 @@ TEST_F(ConsoleTest, PrintsInThreeKindsAndColours)
     EXPECT_EQ(console().getLines().size(), 5u);
 }
 
-TEST_F(ConsoleTest, ViewFollowsNewLinesUnlessScrolledBack)
+TEST_F(ConsoleTest, ViewFollowsNewLinesUnlessScrolledBackAndAFloodIsCapped)
 {
     for (int i = 0; i < 30; ++i)
         console().print("line " + std::to_string(i));
@@ -74,6 +74,14 @@ TEST_F(ConsoleTest, ViewFollowsNewLinesUnlessScrolledBack)
     EXPECT_EQ(console().getScrollLine(), 30);
     key("home");
     EXPECT_EQ(console().getScrollLine(), 0);
+
+    // A flood is capped so it cannot exhaust memory; the view follows it from the end.
+    key("end");
+    for (size_t i = 0; i < Console::maxLines + 10; ++i)
+        console().print("x");
+    EXPECT_LE(console().getLines().size(), Console::maxLines);
+    EXPECT_EQ(console().getScrollLine(), console().getLastLine());
+    EXPECT_EQ(console().getLastLine(), static_cast<int>(console().getLines().size()) - 1);
 }
 
 TEST_F(ConsoleTest, TypingEditingAndTheLengthLimit)
@@ -245,13 +253,4 @@ TEST_F(ConsoleTest, DrawingReadsTheBackgroundColourOnceChanged)
     console().draw();
     EXPECT_EQ(console().getBackgroundColour(), RGBAColour(5, 6, 7, 8));
     EXPECT_FALSE(findVar("con_colour")->changed);
-}
-
-TEST_F(ConsoleTest, LinesAreCappedSoAFloodCannotExhaustMemory)
-{
-    for (size_t i = 0; i < Console::maxLines + 10; ++i)
-        console().print("x");
-    EXPECT_LE(console().getLines().size(), Console::maxLines);
-    EXPECT_EQ(console().getScrollLine(), console().getLastLine());
-    EXPECT_EQ(console().getLastLine(), static_cast<int>(console().getLines().size()) - 1);
 }
