@@ -133,13 +133,34 @@ TEST_F(MenusTest, MainMenuButtonsOpenOneScreenAtATimeClosingGoesBackAndExitQuits
     EXPECT_TRUE(game.isQuitting());
 }
 
-TEST_F(MenusTest, BeginWithATakenSaveNameOrAMissingStartLevelSaysSoAndStartsNothing)
+TEST_F(MenusTest, BeginWithABadOrTakenSaveNameOrAMissingStartLevelSaysSoAndStartsNothing)
 {
     dir.write("saves/save1.xml", "<save/>");
     auto& menu = show<NewAdventureMenu>();
+    TextBox& box = menu.getSaveName();
     // Each new game offers a name no save has yet.
-    EXPECT_EQ(menu.getSaveName().getText(), "save2");
-    menu.getSaveName().setText("save1");
+    EXPECT_EQ(box.getText(), "save2");
+    click(box);
+    for (int i = 0; i < 5; ++i)
+        key(8);  // backspace
+    for (int symbol : {'m', 'y', ' ', 'r', '-', '.'})
+        key(symbol);
+    key('-', 1);  // shift: "_"
+    EXPECT_EQ(box.getText(), "my r-._");
+    // The box stops at the longest name a save may have, and says so.
+    for (int i = 0; i < 40; ++i)
+        key('x');
+    EXPECT_EQ(box.getText().size(), Game::maxSaveNameLength);
+    EXPECT_TRUE(Game::isSaveName(box.getText()));
+    bool hinted = false;
+    for (const auto& child : menu.getChildren())
+        if (auto* label = dynamic_cast<Label*>(child.get()))
+            hinted = hinted || label->getText().find(std::to_string(Game::maxSaveNameLength)) != std::string::npos;
+    EXPECT_TRUE(hinted);
+    box.setText(".hidden");
+    EXPECT_FALSE(menu.begin());
+    EXPECT_NE(menu.getMessage().find("Save names are"), std::string::npos);
+    box.setText("save1");
     click(screen<Button>("beginbutton"));
     EXPECT_EQ(menu.getMessage(), "A save game called save1 already exists, please choose another save name");
 
@@ -568,34 +589,6 @@ TEST(CutSceneFileTest, ReadsPagesPicturesTextAndTheEndingAndBoundsHostileFiles)
     EXPECT_LE(b.height, 10000.0f);
 }
 
-}
-
-TEST_F(MenusTest, SaveNameBoxHoldsWhatASaveNameMayAndNoMore)
-{
-    auto& menu = show<NewAdventureMenu>();
-    TextBox& box = menu.getSaveName();
-    EXPECT_EQ(box.getText(), "save1");
-    click(box);
-    for (int i = 0; i < 5; ++i)
-        key(8);  // backspace
-    for (int symbol : {'m', 'y', ' ', 'r', '-', '.'})
-        key(symbol);
-    key('-', 1);  // shift: "_"
-    EXPECT_EQ(box.getText(), "my r-._");
-    // The box stops at the longest name a save may have, and says so.
-    for (int i = 0; i < 40; ++i)
-        key('x');
-    EXPECT_EQ(box.getText().size(), Game::maxSaveNameLength);
-    EXPECT_TRUE(Game::isSaveName(box.getText()));
-    bool hinted = false;
-    for (const auto& child : menu.getChildren())
-        if (auto* label = dynamic_cast<Label*>(child.get()))
-            hinted = hinted || label->getText().find(std::to_string(Game::maxSaveNameLength)) != std::string::npos;
-    EXPECT_TRUE(hinted);
-    box.setText(".hidden");
-    EXPECT_FALSE(menu.begin());
-    EXPECT_NE(menu.getMessage().find("Save names are"), std::string::npos);
-    EXPECT_FALSE(game.isLevelLoaded());
 }
 
 // Long key names and save names are drawn inside their widgets.
