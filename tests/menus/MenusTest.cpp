@@ -143,8 +143,7 @@ TEST_F(MenusTest, BeginWithABadOrTakenSaveNameOrAMissingStartLevelSaysSoAndStart
     click(box);
     for (int i = 0; i < 5; ++i)
         key(8);  // backspace
-    for (int symbol : {'m', 'y', ' ', 'r', '-', '.'})
-        key(symbol);
+    keys({'m', 'y', ' ', 'r', '-', '.'});
     key('-', 1);  // shift: "_"
     EXPECT_EQ(box.getText(), "my r-._");
     // The box stops at the longest name a save may have, and says so.
@@ -309,8 +308,7 @@ TEST_F(MenusTest, SaveGameFromTheMenusAsksBeforeWritingOverAndShowsThePicture)
     for (int i = 0; i < 5; ++i)
         key(8);
     key('\'', 1);
-    for (int symbol : {'m', 'y', ' ', 'r', 'u', 'n'})
-        key(symbol);
+    keys({'m', 'y', ' ', 'r', 'u', 'n'});
     key('\'', 1);
     EXPECT_EQ(menu.getNameBox().getText(), "\"my run\"");
     EXPECT_EQ(menu.typedName(), "my run");
