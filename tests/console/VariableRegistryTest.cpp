@@ -8,7 +8,7 @@
 
 class VariableRegistryTest : public RegistryFixture {};
 
-TEST_F(VariableRegistryTest, SetIsCaseInsensitiveKeepingTheThreeFormsTogetherAndToggleFlipsTheInteger)
+TEST_F(VariableRegistryTest, SetToggleAndLookupsIgnoreCaseKeepTheThreeFormsTogetherAndCreateOnlyWhatTheyShould)
 {
     createVar("gravity", "0", "");
     run("set Gravity 9.8 ignored");
@@ -27,6 +27,17 @@ TEST_F(VariableRegistryTest, SetIsCaseInsensitiveKeepingTheThreeFormsTogetherAnd
 
     run("set onlyname");  // usage; nothing created
     EXPECT_EQ(findVar("onlyname"), nullptr);
+
+    // The code's own lookups create what they do not know, empty, and say so.
+    GameVar* v = nullptr;
+    EXPECT_EQ(stdoutOf([&] { v = getVar("NotDeclared"); }),
+              "NotDeclared var has no initialised value, creating a new var\n");
+    ASSERT_NE(v, nullptr);
+    EXPECT_EQ(v->name, "notdeclared");
+    EXPECT_EQ(v->stringValue, "");
+    EXPECT_EQ(v->intValue, 0);
+    EXPECT_FALSE(v->changed);
+    EXPECT_EQ(getVar("notdeclared"), v);
 
     // toggle flips on the integer value, and creates nothing either.
     createVar("a", "2", "");
@@ -61,19 +72,6 @@ TEST_F(VariableRegistryTest, ChangedMarksRealChangesButOnChangeRunsEveryTime)
     v->changed = false;
     v->setString("050");
     EXPECT_TRUE(v->changed);
-}
-
-TEST_F(VariableRegistryTest, GetVarCreatesMissingVariablesEmpty)
-{
-    GameVar* v = nullptr;
-    const std::string out = stdoutOf([&] { v = getVar("NotDeclared"); });
-    ASSERT_NE(v, nullptr);
-    EXPECT_EQ(out, "NotDeclared var has no initialised value, creating a new var\n");
-    EXPECT_EQ(v->name, "notdeclared");
-    EXPECT_EQ(v->stringValue, "");
-    EXPECT_EQ(v->intValue, 0);
-    EXPECT_FALSE(v->changed);
-    EXPECT_EQ(getVar("notdeclared"), v);
 }
 
 TEST_F(VariableRegistryTest, AbsurdNumbersSaturate)
