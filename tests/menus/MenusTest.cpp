@@ -595,29 +595,26 @@ TEST_F(MenusTest, LongTextStaysInsideItsWidget)
     auto* fonts = new FixedWidthFonts();
     game.getRenderer()->setFontRenderer(fonts);
     fonts->setRenderer(game.getRenderer());
+    auto drawsInside = [&](GUIComponent& widget) {
+        fonts->glyphs.clear();
+        widget.draw(*game.getRenderer());
+        ASSERT_FALSE(fonts->glyphs.empty()) << widget.getName();
+        for (const auto& g : fonts->glyphs) {
+            EXPECT_GE(g.left, widget.getX()) << widget.getName();
+            EXPECT_LE(g.right, widget.getX() + widget.getWidth()) << widget.getName();
+        }
+    };
     game.installGameInput(std::make_unique<GameInput>());
-    game.getGameInput()->setBinding("joy1_axis12_minus", "useitem grenadelauncher");
-    game.getGameInput()->setBinding("joy1_button10", "useitem grenadelauncher");
-    auto& controls = screen<ControlsMenu>(ControlsMenu::screenName);
-    controls.onShow();
-    auto& box = screen<KeyBindBox>("useitem grenadelauncher");
-    fonts->glyphs.clear();
-    box.draw(*game.getRenderer());
-    ASSERT_FALSE(fonts->glyphs.empty());
-    for (const auto& g : fonts->glyphs) {
-        EXPECT_GE(g.left, box.getX());
-        EXPECT_LE(g.right, box.getX() + box.getWidth());
-    }
+    for (const char* key : {"joy1_axis12_minus", "joy1_button10", "backspace", "rightbracket"})
+        game.getGameInput()->setBinding(key, "useitem grenadelauncher");
+    screen<ControlsMenu>(ControlsMenu::screenName).onShow();
+    drawsInside(screen<KeyBindBox>("useitem grenadelauncher"));
+    drawsInside(screen<KeyBindBox>("useitem grenadelauncher pad"));
 
     // The longest name a save may have, and a long level title.
     const std::string longName(Game::maxSaveNameLength, 'W');
     dir.write("saves/" + longName + ".xml", "<save currentlevel=\"first\" title=\"" + std::string(80, 'M') + "\"/>");
     auto& menu = show<LoadGameMenu>();
-    GUIComponent* row = menu.getList().getItem(0);
-    ASSERT_NE(row, nullptr);
-    fonts->glyphs.clear();
-    row->draw(*game.getRenderer());
-    ASSERT_FALSE(fonts->glyphs.empty());
-    for (const auto& g : fonts->glyphs)
-        EXPECT_LE(g.right, row->getX() + row->getWidth());
+    ASSERT_NE(menu.getList().getItem(0), nullptr);
+    drawsInside(*menu.getList().getItem(0));
 }
