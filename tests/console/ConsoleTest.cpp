@@ -23,7 +23,7 @@ protected:
 };
 }
 
-TEST_F(ConsoleTest, PrintsInThreeKindsAndColours)
+TEST_F(ConsoleTest, PrintsInThreeKindsAndColoursAndTheDumpKeepsEveryLine)
 {
     console().print("a");
     console().printWarning("w");
@@ -41,6 +41,14 @@ TEST_F(ConsoleTest, PrintsInThreeKindsAndColours)
     // A text is one line, whatever it holds.
     console().print("two\nparts");
     EXPECT_EQ(console().getLines().size(), 5u);
+
+    // The dump keeps the debug line the screen hides, between header and footer.
+    run("condump dump.txt");
+    const std::string dump = TempDir::read("dump.txt");
+    ASSERT_EQ(dump.rfind("=== BEGINNING OF CONSOLE DUMP ===\nTimeStamp: ", 0), 0u) << dump;
+    EXPECT_NE(dump.find("\n\n\na\nw\nd\nc\ntwo\nparts\n\n\n=== END OF CONSOLE DUMP ===\n"), std::string::npos) << dump;
+    EXPECT_EQ(dump.substr(dump.size() - 31), "\n\n\n=== END OF CONSOLE DUMP ===\n");
+    EXPECT_FALSE(console().dump("/nonexistent-dir/x/condump.txt"));
 }
 
 TEST_F(ConsoleTest, ViewFollowsNewLinesUnlessScrolledBackAndAFloodIsCapped)
@@ -187,20 +195,6 @@ TEST_F(ConsoleTest, CompletionListsMatchesAndTakesTheShortestName)
     EXPECT_EQ(consoleLines().size(), before);
 }
 
-TEST_F(ConsoleTest, DumpWritesEveryLineBetweenHeaderAndFooter)
-{
-    console().print("first");
-    console().printDebug("hidden on screen, kept in the dump");
-    run("condump dump.txt");
-    const std::string dump = TempDir::read("dump.txt");
-    ASSERT_EQ(dump.rfind("=== BEGINNING OF CONSOLE DUMP ===\nTimeStamp: ", 0), 0u) << dump;
-    ASSERT_NE(dump.find("\n\n\nfirst\n"), std::string::npos) << dump;
-    EXPECT_NE(dump.find("first\nhidden on screen, kept in the dump\n\n\n=== END"), std::string::npos);
-    EXPECT_EQ(dump.substr(dump.size() - 31), "\n\n\n=== END OF CONSOLE DUMP ===\n");
-
-    EXPECT_FALSE(console().dump("/nonexistent-dir/x/condump.txt"));
-}
-
 TEST_F(ConsoleTest, ConsoleCommands)
 {
     run("tester");
@@ -232,17 +226,13 @@ TEST_F(ConsoleTest, ConsoleCommands)
     EXPECT_TRUE(game->isQuitting());
 }
 
-TEST_F(ConsoleTest, BandHeightIsClamped)
+TEST_F(ConsoleTest, DrawingKeepsTheBandOnScreenAndReadsTheBackgroundColourOnceChanged)
 {
     EXPECT_EQ(Console::bandHeight(480, 0.1f), 96);
     EXPECT_EQ(Console::bandHeight(480, 0.5f), 240);
     EXPECT_EQ(Console::bandHeight(480, 5.0f), 478);
     EXPECT_EQ(Console::bandHeight(480, 1.0f), 478);
     EXPECT_EQ(Console::bandHeight(480, std::nanf("")), 478);
-}
-
-TEST_F(ConsoleTest, DrawingReadsTheBackgroundColourOnceChanged)
-{
     console().setVisible(true);
     console().draw();
     EXPECT_EQ(console().getBackgroundColour(), RGBAColour(10, 20, 30, 200));
