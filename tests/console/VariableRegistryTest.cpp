@@ -47,7 +47,7 @@ TEST_F(VariableRegistryTest, SetToggleAndLookupsIgnoreCaseKeepTheThreeFormsToget
     EXPECT_EQ(findVar("missing"), nullptr);
 }
 
-TEST_F(VariableRegistryTest, ChangedMarksRealChangesButOnChangeRunsEveryTime)
+TEST_F(VariableRegistryTest, ChangedMarksRealChangesOnChangeRunsEveryTimeAndAbsurdNumbersSaturate)
 {
     GameVar* v = createVar("volume", "50", "");
     EXPECT_FALSE(v->changed);  // a fresh declaration is not a change
@@ -72,11 +72,9 @@ TEST_F(VariableRegistryTest, ChangedMarksRealChangesButOnChangeRunsEveryTime)
     v->changed = false;
     v->setString("050");
     EXPECT_TRUE(v->changed);
-}
 
-TEST_F(VariableRegistryTest, AbsurdNumbersSaturate)
-{
-    GameVar* v = createVar("n", "99999999999999999999", "");
+    // Absurd numbers saturate.
+    v->setString("99999999999999999999");
     EXPECT_EQ(v->intValue, 2147483647);
     v->setString("-1e400");
     EXPECT_EQ(v->intValue, -1);
@@ -128,7 +126,7 @@ protected:
     }
 };
 
-TEST_F(GameVarsFileTest, DeclarationsGiveValueTypeAndHelp)
+TEST_F(GameVarsFileTest, DeclarationsGiveValueTypeAndHelpAndABrokenFileDeclaresNothing)
 {
     getVar("vidwidth");  // looked up before the file was read
     const std::string out = load(
@@ -149,14 +147,11 @@ TEST_F(GameVarsFileTest, DeclarationsGiveValueTypeAndHelp)
     EXPECT_NE(out.find("ERROR: no type defined in gamevars.xml for gamevar: notype\n"), std::string::npos)
         << out;
     EXPECT_EQ(findVar(""), nullptr);
-}
 
-TEST_F(GameVarsFileTest, BrokenOrMissingFileIsOneLineAndNothingElse)
-{
-    const std::string out = load("<gamevars><var name=\"a\" value=\"1\" type=\"int\"></gamevars>");
-    EXPECT_NE(out.find("Could not load gamevars file: data/vars.xml\n"), std::string::npos) << out;
+    // A broken or missing file says so and declares nothing.
+    const std::string broken = load("<gamevars><var name=\"a\" value=\"1\" type=\"int\"></gamevars>");
+    EXPECT_NE(broken.find("Could not load gamevars file: data/vars.xml\n"), std::string::npos) << broken;
     EXPECT_EQ(findVar("a"), nullptr);
-
     EXPECT_NE(stdoutOf([] { EXPECT_FALSE(VariableRegistry::instance().loadVariables("data/none.xml")); })
                   .find("Could not load gamevars file: data/none.xml"),
               std::string::npos);

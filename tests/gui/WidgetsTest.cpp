@@ -325,17 +325,7 @@ TEST_F(KeyBindBoxTest, EscapeGivesUpLosingFocusDisarmsAndHeldKeysRepeatingAreNoC
     EXPECT_EQ(input().getBinding("right"), "+moveleft");
 }
 
-TEST(TextLayoutTest, WrapsAtBlanksAndCutsLongWords)
-{
-    // Without a font every character counts 7 pixels.
-    EXPECT_EQ(TextLayout::wrap("one two three", 50.0f, nullptr),
-              (std::vector<std::string>{"one two", "three"}));
-    EXPECT_EQ(TextLayout::wrap("abcdefghij", 35.0f, nullptr), (std::vector<std::string>{"abcde", "fghij"}));
-    EXPECT_EQ(TextLayout::wrap("a\n\nb", 100.0f, nullptr), (std::vector<std::string>{"a", "", "b"}));
-    EXPECT_EQ(TextLayout::wrap("x", 0.0f, nullptr), (std::vector<std::string>{"x"}));
-}
-
-TEST_F(WidgetTest, TextAreaScrollsWithinItsLinesAndItsBarFollows)
+TEST_F(WidgetTest, TextAreaWrapsAndScrollsWithinItsLinesAndItsBarFollows)
 {
     TextArea* area = place(std::make_unique<TextArea>(), 100.0f, 400.0f, 200.0f, 90.0f);
     for (int i = 0; i < 10; ++i)
@@ -357,4 +347,11 @@ TEST_F(WidgetTest, TextAreaScrollsWithinItsLinesAndItsBarFollows)
     EXPECT_EQ(area->getFirstLine(), 0);
     area->setText("short");
     EXPECT_EQ(area->getMaxFirstLine(), 0);
+
+    // Lines wrap at blanks and cut long words; without a font a character is 7 pixels.
+    EXPECT_EQ(TextLayout::wrap("one two three", 50.0f, nullptr),
+              (std::vector<std::string>{"one two", "three"}));
+    EXPECT_EQ(TextLayout::wrap("abcdefghij", 35.0f, nullptr), (std::vector<std::string>{"abcde", "fghij"}));
+    EXPECT_EQ(TextLayout::wrap("a\n\nb", 100.0f, nullptr), (std::vector<std::string>{"a", "", "b"}));
+    EXPECT_EQ(TextLayout::wrap("x", 0.0f, nullptr), (std::vector<std::string>{"x"}));
 }
