@@ -3,9 +3,6 @@
 // fire and hook toggles, and the controls overlay's view of the bindings.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "../TestPaths.h"
 #include "../gui/GUITestSupport.h"
 #include "../resources/TempDir.h"
@@ -62,12 +59,10 @@ TEST_F(AccessibilityTest, MenuRowsSetTheirVariablesAndTheConfigurationKeepsThem)
     EXPECT_EQ(menu.boxFor("uiscale")->getValue(), "125%");
 
     game.writeConfig("data/config.txt", true);
-    std::ifstream in("data/config.txt");
-    std::stringstream text;
-    text << in.rdbuf();
+    const std::string text = TempDir::read("data/config.txt");
     for (const char* line : {"uiscale 1.3\n", "firetoggle 1\n", "hooktoggle 1\n", "flashes 1\n", "glowstrength 0\n",
                              "hudcontrast 1\n", "difficulty 1\n"})
-        EXPECT_NE(text.str().find(line), std::string::npos) << line;
+        EXPECT_NE(text.find(line), std::string::npos) << line;
 }
 
 TEST_F(AccessibilityTest, ToggledFireAndHookLatchOnOnePressAndLetGoOnTheNext)
