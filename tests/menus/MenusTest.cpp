@@ -102,7 +102,7 @@ protected:
     MainInterface* mainInterface = nullptr;
 };
 
-TEST_F(MenusTest, MainMenuButtonsOpenOneScreenAtATimeClosingGoesBackAndExitQuits)
+TEST_F(MenusTest, MainMenuButtonsOpenOneScreenAtATimeAndTheMenusShowWhileTheGUIHasTheInput)
 {
     auto shown = [this] {
         std::vector<std::string> names;
@@ -131,6 +131,28 @@ TEST_F(MenusTest, MainMenuButtonsOpenOneScreenAtATimeClosingGoesBackAndExitQuits
     MenuFrame::showScreen(MainMenu::screenName);
     click(screen<Button>("exitbutton"));
     EXPECT_TRUE(game.isQuitting());
+
+    // With no level to go back to, Resume keeps the menus.
+    click(screen<Button>("resumebutton"));
+    EXPECT_TRUE(gui().isVisible());
+    EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
+    EXPECT_TRUE(mainInterface->isEnabled());
+    game.loadLevel("first", "");
+    EXPECT_FALSE(gui().isVisible());
+    // The first Escape opens the menus over the stopped game.
+    key(27);
+    EXPECT_TRUE(gui().isVisible());
+    EXPECT_TRUE(mainInterface->isEnabled());
+    // The console over them leaves them on screen, and closing it too.
+    key('`');
+    EXPECT_TRUE(mainInterface->isEnabled());
+    key('`');
+    EXPECT_TRUE(mainInterface->isEnabled());
+    EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
+    EXPECT_FALSE(game.isWorldRunning());
+    click(screen<Button>("resumebutton"));
+    EXPECT_FALSE(gui().isVisible());
+    EXPECT_TRUE(game.isWorldRunning());
 }
 
 TEST_F(MenusTest, BeginWithABadOrTakenSaveNameOrAMissingStartLevelSaysSoAndStartsNothing)
@@ -339,31 +361,6 @@ TEST_F(MenusTest, SaveGameFromTheMenusAsksBeforeWritingOverAndShowsThePicture)
     menu.getNameBox().setText("\"..\"");
     EXPECT_FALSE(menu.save());
     EXPECT_EQ(menu.getMessage().getText(), "That name has characters a save cannot use");
-}
-
-TEST_F(MenusTest, MainInterfaceShowsWhileTheGUIHasTheInput)
-{
-    // With no level to go back to, Resume keeps the menus.
-    click(screen<Button>("resumebutton"));
-    EXPECT_TRUE(gui().isVisible());
-    EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
-    EXPECT_TRUE(mainInterface->isEnabled());
-    game.loadLevel("first", "");
-    EXPECT_FALSE(gui().isVisible());
-    // The first Escape opens the menus over the stopped game.
-    key(27);
-    EXPECT_TRUE(gui().isVisible());
-    EXPECT_TRUE(mainInterface->isEnabled());
-    // The console over them leaves them on screen, and closing it too.
-    key('`');
-    EXPECT_TRUE(mainInterface->isEnabled());
-    key('`');
-    EXPECT_TRUE(mainInterface->isEnabled());
-    EXPECT_EQ(game.getInputManager().getCurrentTarget(), "gui");
-    EXPECT_FALSE(game.isWorldRunning());
-    click(screen<Button>("resumebutton"));
-    EXPECT_FALSE(gui().isVisible());
-    EXPECT_TRUE(game.isWorldRunning());
 }
 
 TEST_F(MenusTest, CutScenePagesTurnBothWaysAndTheEndOrEscapeLoadsTheLevel)
