@@ -130,7 +130,7 @@ TEST_F(GUIManagerTest, AClickFiresOnceAndAPressDraggedOffFiresNothing)
     EXPECT_EQ(actions.size(), 2u);
 }
 
-TEST_F(GUIManagerTest, FocusingAWidgetRaisesItsFrame)
+TEST_F(GUIManagerTest, FocusingAWidgetRaisesItsFrameAndDeletingItLeavesNoFocusBehind)
 {
     Frame* first = gui().getRoot().add(frameAt(0.0f, 500.0f, "first"));
     Frame* second = gui().getRoot().add(frameAt(400.0f, 500.0f, "second"));
@@ -150,6 +150,16 @@ TEST_F(GUIManagerTest, FocusingAWidgetRaisesItsFrame)
 
     gui().setFocus(&gui().getRoot());
     EXPECT_EQ(gui().getFocus(), caption);
+
+    // A frame deleted under a pressed button leaves no hover or focus behind.
+    moveTo(inSecond->getX() + 5.0f, inSecond->getY() - 5.0f);
+    press();
+    ASSERT_EQ(gui().getFocus(), inSecond);
+    gui().getRoot().removeChild(second, true);
+    release();
+    moveTo(10.0f, 10.0f);
+    key(SDLK_a);
+    EXPECT_EQ(gui().getFocus(), &gui().getRoot());
 }
 
 TEST_F(GUIManagerTest, FramesDragByTheirTitleBarOnlyAndStayOnScreen)
@@ -203,20 +213,6 @@ TEST_F(GUIManagerTest, KeysGoToTheFocusAndEscapeOrTheCloseButtonClosesItsFrame)
     EXPECT_EQ(sound().played, (std::vector<std::string>{"data/sounds/gui/MenuSmoothClose.wav 0 100"}));
     // Closed, it takes no more hits.
     EXPECT_EQ(gui().getRoot().componentAt(200.0f, 400.0f), &gui().getRoot());
-}
-
-TEST_F(GUIManagerTest, DeletedWidgetsLeaveNoHoverOrFocusBehind)
-{
-    Frame* f = gui().getRoot().add(frameAt(100.0f, 500.0f, "f"));
-    Button* b = f->addRelative(buttonAt(20.0f, 50.0f, "b"));
-    moveTo(b->getX() + 5.0f, b->getY() - 5.0f);
-    press();
-    ASSERT_EQ(gui().getFocus(), b);
-    gui().getRoot().removeChild(f, true);
-    release();
-    moveTo(10.0f, 10.0f);
-    key(SDLK_a);
-    EXPECT_EQ(gui().getFocus(), &gui().getRoot());
 }
 
 TEST_F(GUIManagerTest, GainingAndLosingTheInputTogglesTheMainInterface)
