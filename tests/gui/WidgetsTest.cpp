@@ -39,7 +39,7 @@ protected:
 };
 }
 
-TEST_F(WidgetTest, SliderMapsTheGrabberToItsRange)
+TEST_F(WidgetTest, SliderAndScrollbarMapTheGrabberToTheirRange)
 {
     Slider* s = place(std::make_unique<Slider>(), 100.0f, 300.0f, 160.0f, 20.0f);
     ValueLog heard;
@@ -82,14 +82,12 @@ TEST_F(WidgetTest, SliderMapsTheGrabberToItsRange)
     EXPECT_FLOAT_EQ(s->getValue(), 18.0f);
     s->setRange(10.0f, 12.0f);
     EXPECT_FLOAT_EQ(s->getValue(), 12.0f);
-}
 
-TEST_F(WidgetTest, ScrollbarRunsDownFromItsMinimum)
-{
-    Scrollbar* bar = place(std::make_unique<Scrollbar>(), 100.0f, 300.0f, 20.0f, 120.0f);
+    // A scrollbar is a slider standing up, running down from its minimum.
+    Scrollbar* bar = place(std::make_unique<Scrollbar>(), 400.0f, 300.0f, 20.0f, 120.0f);
     bar->setRange(0.0f, 50.0f);
     EXPECT_FLOAT_EQ(bar->getGrabber().getY(), 300.0f);
-    drag(110.0f, 295.0f, 110.0f, 245.0f);
+    drag(410.0f, 295.0f, 410.0f, 245.0f);
     EXPECT_FLOAT_EQ(bar->getValue(), 25.0f);
     bar->setValue(50.0f);
     EXPECT_FLOAT_EQ(bar->getGrabber().getY() - bar->getGrabber().getHeight(), 180.0f);
