@@ -69,8 +69,21 @@ TEST(GUIComponentTest, ChildrenPlacedRelativeAndMovedWithParent)
 
 class GUIManagerTest : public GUITest {};
 
-TEST_F(GUIManagerTest, HitTestingFindsTheDeepestWidgetOfTheTopmostFrame)
+TEST_F(GUIManagerTest, HoverMovesInOneMotionAndHitTestingFindsTheDeepestWidgetOfTheTopmostFrame)
 {
+    std::vector<std::string> log;
+    gui().getRoot().add(std::make_unique<Probe>("a", log))->setBounds(0.0f, 100.0f, 50.0f, 50.0f);
+    gui().getRoot().add(std::make_unique<Probe>("b", log))->setBounds(50.1f, 100.0f, 50.0f, 50.0f);
+    moveTo(10.0f, 80.0f);
+    moveTo(20.0f, 80.0f);
+    EXPECT_EQ(log, (std::vector<std::string>{"enter a"}));
+    moveTo(70.0f, 80.0f);
+    EXPECT_EQ(log, (std::vector<std::string>{"enter a", "enter b", "exit a"}));
+    EXPECT_EQ(gui().getHovered()->getName(), "b");
+    moveTo(400.0f, 400.0f);
+    EXPECT_EQ(log.back(), "exit b");
+    EXPECT_EQ(gui().getHovered(), &gui().getRoot());
+
     Frame* back = gui().getRoot().add(frameAt(100.0f, 500.0f, "back"));
     Button* backButton = back->addRelative(buttonAt(50.0f, 50.0f, "backbutton"));
     Frame* front = gui().getRoot().add(frameAt(120.0f, 480.0f, "front"));
@@ -89,22 +102,6 @@ TEST_F(GUIManagerTest, HitTestingFindsTheDeepestWidgetOfTheTopmostFrame)
     EXPECT_EQ(gui().findComponent("backbutton"), backButton);
     EXPECT_EQ(gui().findComponent("nothing"), nullptr);
     EXPECT_EQ(gui().findComponent(""), nullptr);
-}
-
-TEST_F(GUIManagerTest, HoverMovesFromOneButtonToTheNextInOneMotion)
-{
-    std::vector<std::string> log;
-    gui().getRoot().add(std::make_unique<Probe>("a", log))->setBounds(0.0f, 100.0f, 50.0f, 50.0f);
-    gui().getRoot().add(std::make_unique<Probe>("b", log))->setBounds(50.1f, 100.0f, 50.0f, 50.0f);
-    moveTo(10.0f, 80.0f);
-    moveTo(20.0f, 80.0f);
-    EXPECT_EQ(log, (std::vector<std::string>{"enter a"}));
-    moveTo(70.0f, 80.0f);
-    EXPECT_EQ(log, (std::vector<std::string>{"enter a", "enter b", "exit a"}));
-    EXPECT_EQ(gui().getHovered()->getName(), "b");
-    moveTo(400.0f, 400.0f);
-    EXPECT_EQ(log.back(), "exit b");
-    EXPECT_EQ(gui().getHovered(), &gui().getRoot());
 }
 
 TEST_F(GUIManagerTest, AClickFiresOnceAndAPressDraggedOffFiresNothing)
