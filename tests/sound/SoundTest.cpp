@@ -8,32 +8,24 @@
 
 #include "FakeMixer.h"
 #include "TestPaths.h"
-#include "console/RegistryFixture.h"
-#include "console/CommandRegistry.h"
 #include "console/ConLine.h"
-#include "console/Console.h"
-#include "console/VariableRegistry.h"
-#include "core/Game.h"
-#include "render/NullRenderer.h"
-#include "resources/TempDir.h"
-#include "sound/NullSound.h"
+#include "console/RegistryFixture.h"
 #include "sound/Sound.h"
 
 namespace {
 
 const std::string wav = "RIFF....WAVEfmt ";
 
-class SoundTest : public RegistryFixture {
+// The game only lends its console, which receives the sound messages.
+class SoundTest : public HeadlessGameFixture {
 protected:
     void SetUp() override
     {
-        RegistryFixture::SetUp();
+        HeadlessGameFixture::SetUp();
         createVar("volume", "128", "");
         createVar("soundfrequency", "44100", "");
         createVar("soundchannels", "2", "");
         createVar("soundbuffer", "1024", "");
-        // The game only lends its console, which receives the sound messages.
-        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
         auto fake = std::make_unique<FakeMixer>();
         mixer = fake.get();
         sound = std::make_unique<Sound>(std::move(fake));
@@ -41,8 +33,7 @@ protected:
     void TearDown() override
     {
         sound.reset();
-        game.reset();
-        RegistryFixture::TearDown();
+        HeadlessGameFixture::TearDown();
     }
 
     void start() { ASSERT_TRUE(sound->initialise()); }
@@ -51,10 +42,7 @@ protected:
         const auto& lines = game->getConsole()->getLines();
         return lines.empty() ? "" : lines.back()->text;
     }
-    int volumeVar() const { return findVar("volume")->intValue; }
 
-    TempDir dir;
-    std::unique_ptr<Game> game;
     FakeMixer* mixer = nullptr;
     std::unique_ptr<Sound> sound;
 };
@@ -79,28 +67,48 @@ TEST_F(SoundTest, VolumeCommandsKeepToTheRangeAndRefuseWhatIsOutsideIt)
         run(c.command);
         EXPECT_EQ(lastConsoleLine(), c.message) << c.command;
         EXPECT_EQ(sound->getVolume(), c.volume) << c.command;
-        EXPECT_EQ(volumeVar(), c.volume) << c.command;
+        EXPECT_EQ(findVar("volume")->intValue, c.volume) << c.command;
         EXPECT_EQ(mixer->volumes[20], c.volume) << c.command;
     }
 }
 
-TEST_F(SoundTest, PositionalSoundsFadeLinearlyToSilenceAt480Units)
+TEST_F(SoundTest, PositionalSoundsFadeLinearlyToSilenceAt480UnitsAndScaleByTheirPercent)
 {
-    dir.write("hum.wav", wav);
+    const float nan = std::nanf("");
+    struct Case {
+        const char* what;
+        int percent;
+        bool positional;
+        Vector position;
+        int volume;
+    };
+    const Case cases[] = {
+        {"at the listener", 100, true, Vector(0, 0), 128},
+        {"half way", 100, true, Vector(240, 0), 64},
+        {"at 480", 100, true, Vector(0, -480), 0},
+        {"beyond", 100, true, Vector(-5000, 0), 0},
+        {"half loud", 50, true, Vector(0, 0), 64},
+        {"plain sounds ignore distance and percent", 50, false, Vector(5000, 0), 128},
+        {"nowhere", 100, true, Vector(nan, nan), 0},
+    };
     start();
-    sound->registerSound(32, -1, 100, true, "hum.wav");
     sound->update(Vector(0, 0));
-    const int channel = sound->playIdAt(32, Vector(240, 0), -1);
-    ASSERT_GE(channel, 10);
-    EXPECT_EQ(mixer->volumes[channel], 64) << "volume is set as play starts";
-    EXPECT_TRUE(sound->getChannelInfo(channel).looping);
-    EXPECT_EQ(mixer->lastLoops, -1);
+    int id = 0;
+    for (const Case& c : cases) {
+        const std::string file = std::to_string(++id) + ".wav";
+        dir.write(file, wav);
+        sound->registerSound(id, -1, c.percent, c.positional, file);
+        const int channel = sound->playIdAt(id, c.position, 0);
+        ASSERT_GE(channel, 10) << c.what;
+        EXPECT_EQ(mixer->volumes[channel], c.volume) << c.what << ": set as play starts";
+        sound->update(Vector(0, 0));
+        EXPECT_EQ(mixer->volumes[channel], c.volume) << c.what;
+        sound->stopChannel(channel);
+    }
 
-    sound->update(Vector(0, 0));
-    EXPECT_EQ(mixer->volumes[channel], 64);
-    sound->update(Vector(240, 480));  // 480 away
-    EXPECT_EQ(mixer->volumes[channel], 0);
-    sound->update(Vector(-5000, 0));
+    // A sound already playing follows the listener.
+    const int channel = sound->playIdAt(2, Vector(240, 0), -1);
+    sound->update(Vector(240, 480));
     EXPECT_EQ(mixer->volumes[channel], 0);
     sound->update(Vector(240, 0));
     EXPECT_EQ(mixer->volumes[channel], 128);
@@ -261,39 +269,17 @@ TEST_F(SoundTest, PlaySoundAtPlacesALoopInTheWorldAndStopSoundsEndsIt)
         EXPECT_FALSE(mixer->busy[i]) << i;
 }
 
-TEST_F(SoundTest, PercentScalesPositionalSoundsOnlyAndNoPositionIsSafe)
-{
-    dir.write("near.wav", wav);
-    dir.write("ui.wav", wav);
-    start();
-    sound->registerSound(1, -1, 50, true, "near.wav");
-    sound->registerSound(2, -1, 50, false, "ui.wav");
-    const int near = sound->playIdAt(1, Vector(0, 0), 0);
-    const int ui = sound->playId(2, 0);
-    const float nan = std::nanf("");
-    const int lost = sound->playIdAt(1, Vector(nan, nan), 0);
-    sound->update(Vector(0, 0));
-    EXPECT_EQ(mixer->volumes[near], 64);
-    EXPECT_EQ(mixer->volumes[ui], 128);
-    EXPECT_EQ(mixer->volumes[lost], 0);
-}
-
 TEST_F(SoundTest, PlayByNameLoadsOnceAndSharesTheSample)
 {
-    dir.write("data/sounds/gui/MouseTick.wav", wav);
+    dir.write("tick.wav", wav);
     start();
-    const int first = sound->play("data/sounds/gui/MouseTick.wav", 0, 100);
+    const int first = sound->play("tick.wav", 0, 100);
     EXPECT_GE(first, 10);
+    EXPECT_NE(sound->play("tick.wav", 0, 100), first);
     EXPECT_EQ(mixer->decodes, 1);
-    const int second = sound->play("data/sounds/gui/MouseTick.wav", 0, 100);
-    EXPECT_GE(second, 10);
-    EXPECT_NE(second, first);
-    EXPECT_EQ(mixer->decodes, 1);
-    EXPECT_EQ(sound->getSampleCount(), 1);
-    ASSERT_NE(sound->getSample("data/sounds/gui/MouseTick.wav"), nullptr);
-    EXPECT_EQ(sound->getSample("data/sounds/gui/MouseTick.wav")->id, -1);
 
-    EXPECT_EQ(sound->play("data/sounds/gui/missing.wav", 0, 100), -1);
+    // Nothing to play: a missing file, a bad index or an unknown id.
+    EXPECT_EQ(sound->play("missing.wav", 0, 100), -1);
     EXPECT_EQ(sound->playAt(Vector(), "missing.wav", 0, 100), -1);
     EXPECT_EQ(sound->play(7, 0), -1);
     EXPECT_EQ(sound->play(-1, 0), -1);
@@ -369,10 +355,14 @@ TEST_F(SoundTest, WithoutADeviceEverythingIsSilentUntilARestartSucceeds)
     EXPECT_EQ(sound->play(index, 0), -1);
 }
 
-TEST_F(SoundTest, RestartFallsBackToTheLastSafeSettingsAndRedecodesOnAFormatChange)
+TEST_F(SoundTest, UnusableSettingsFallBackToTheLastSafeOnesAndAFormatChangeRedecodes)
 {
+    setVar("soundfrequency", "0");
+    setVar("soundbuffer", "banana");
     dir.write("a.wav", wav);
     start();
+    EXPECT_EQ(mixer->spec.frequency, 44100);
+    EXPECT_EQ(mixer->lastBufferSize, 1024);
     sound->loadSound("a.wav");
     EXPECT_EQ(mixer->decodes, 1);
 
@@ -399,15 +389,6 @@ TEST_F(SoundTest, RestartFallsBackToTheLastSafeSettingsAndRedecodesOnAFormatChan
     sound->configure(40, 0, 44100, 2, 1024);
     EXPECT_EQ(sound->getVolume(), 40);
     EXPECT_EQ(mixer->spec.frequency, 44100);
-}
-
-TEST_F(SoundTest, UnusableSettingsAtStartUpFallBackToDefaults)
-{
-    setVar("soundfrequency", "0");
-    setVar("soundbuffer", "banana");
-    EXPECT_TRUE(sound->initialise());
-    EXPECT_EQ(mixer->spec.frequency, 44100);
-    EXPECT_EQ(mixer->lastBufferSize, 1024);
 }
 
 TEST_F(SoundTest, DefinitionsSkipBadEntriesAndShareSamplesByPath)
@@ -476,11 +457,6 @@ TEST_F(SoundTest, ShippedDefinitionsBindEveryIdTheGameUses)
         EXPECT_EQ(mixer->volumes[channel], 0) << id;
         sound->stopChannel(channel);
     }
-    for (const char* name : {"data/sounds/events/On3.wav", "data/sounds/events/Off3.wav",
-                             "data/sounds/gui/MouseTick.wav", "data/sounds/gui/MouseSquare.wav",
-                             "data/sounds/gui/SineHear.wav", "data/sounds/gui/MenuSmoothClose.wav",
-                             Sound::testSoundPath})
-        EXPECT_GE(sound->play(name, 0, 100), 0) << name;
 }
 
 }  // namespace
