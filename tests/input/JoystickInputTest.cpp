@@ -23,26 +23,19 @@ protected:
     void button(int which, int number, bool down)
     {
         SDL_Event e{};
-        e.jbutton.type = down ? SDL_JOYBUTTONDOWN : SDL_JOYBUTTONUP;
-        e.jbutton.which = static_cast<Uint8>(which);
-        e.jbutton.button = static_cast<Uint8>(number);
-        e.jbutton.state = down ? SDL_PRESSED : SDL_RELEASED;
+        e.jbutton = {Uint8(down ? SDL_JOYBUTTONDOWN : SDL_JOYBUTTONUP), Uint8(which), Uint8(number), Uint8(down)};
         EXPECT_TRUE(feed(e));
     }
     void hat(int number, int value)
     {
         SDL_Event e{};
-        e.jhat.type = SDL_JOYHATMOTION;
-        e.jhat.hat = static_cast<Uint8>(number);
-        e.jhat.value = static_cast<Uint8>(value);
+        e.jhat = {SDL_JOYHATMOTION, 0, Uint8(number), Uint8(value)};
         EXPECT_TRUE(feed(e));
     }
     void axis(int number, int value)
     {
         SDL_Event e{};
-        e.jaxis.type = SDL_JOYAXISMOTION;
-        e.jaxis.axis = static_cast<Uint8>(number);
-        e.jaxis.value = static_cast<Sint16>(value);
+        e.jaxis = {SDL_JOYAXISMOTION, 0, Uint8(number), Sint16(value)};
         EXPECT_TRUE(feed(e));
     }
 };
