@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
 #include <fstream>
 #include <memory>
@@ -150,29 +149,29 @@ TEST_F(SoundTest, ChannelsPanAsTheListenerPassesAndPlainSoundsPlayCentred)
     sound->registerSound(9, 12, 100, false, "ui.wav");
     sound->update(Vector(0, 0));
     ASSERT_EQ(sound->playIdAt(32, Vector(240, 0), -1), 12);
-    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{64, 255})) << "panned as play starts";
+    EXPECT_EQ(mixer->pans[12], (Sound::Pan{64, 255})) << "panned as play starts";
 
     sound->update(Vector(480, 0));
-    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    EXPECT_EQ(mixer->pans[12], (Sound::Pan{255, 64}));
     const int calls = mixer->panCalls;
     sound->update(Vector(480, 0));
     EXPECT_EQ(mixer->panCalls, calls) << "unchanged panning is not sent again";
 
     // The same channel reused by a sound heard at the player.
     ASSERT_EQ(sound->playId(9, 0), 12);
-    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 255}));
+    EXPECT_EQ(mixer->pans[12], (Sound::Pan{255, 255}));
 
     // The mixer centres a channel whose sound ended; the next sound on it
     // at the same side must be panned again, between updates or across one.
     ASSERT_EQ(sound->playIdAt(32, Vector(0, 0), -1), 12);
-    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    EXPECT_EQ(mixer->pans[12], (Sound::Pan{255, 64}));
     mixer->finishChannel(12);
     ASSERT_EQ(sound->playIdAt(32, Vector(0, 0), -1), 12);
-    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    EXPECT_EQ(mixer->pans[12], (Sound::Pan{255, 64}));
     mixer->finishChannel(12);
     sound->update(Vector(480, 0));
     ASSERT_EQ(sound->playIdAt(32, Vector(0, 0), -1), 12);
-    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    EXPECT_EQ(mixer->pans[12], (Sound::Pan{255, 64}));
 }
 
 TEST_F(SoundTest, MusicCrossfadesLoopsAndKeepsATrackThatIsAlreadyPlaying)
