@@ -196,33 +196,6 @@ TEST_F(GameInputTest, ShippedDefaultsBindTheControlsAPlayerExpects)
 }
 
 namespace {
-class CountingInput : public GameInput {
-public:
-    void releaseAll() override { ++releases; }
-    int releases = 0;
-};
-}
-
-TEST_F(GameInputTest, KeysReachBindingsOnlyWhileTheGameHasTheInputAndLosingItReleasesHeldControls)
-{
-    auto owned = std::make_unique<CountingInput>();
-    CountingInput* counting = owned.get();
-    game->installGameInput(std::move(owned));
-    InputManager& manager = game->getInputManager();
-    ASSERT_TRUE(manager.loadKeyNames(testSourceDir() + "/data/keymaps.xml"));
-    run("bind k say k");
-    manager.keyEvent(true, SDLK_k, 'k');
-    manager.keyUp(SDLK_k);
-    manager.keyEvent(true, SDLK_BACKQUOTE, '`');  // console opens
-    EXPECT_EQ(counting->releases, 1);
-    manager.keyEvent(true, SDLK_k, 'k');
-    manager.keyEvent(true, SDLK_BACKQUOTE, '`');  // and closes, back without the hooks
-    EXPECT_EQ(counting->releases, 1);
-    manager.keyEvent(true, SDLK_k, 'k');
-    EXPECT_EQ(calls, (Calls{"say|k", "say|k"}));
-}
-
-namespace {
 // Synthetic SDL joystick events go through the input manager as the event
 // pump would hand them on.
 class JoystickInputTest : public GameInputTest {

@@ -123,7 +123,8 @@ TEST_F(InputManagerTest, BackquoteOpensAndClosesTheConsoleAndReturnsToTheLastTar
     EXPECT_TRUE(game.getConsole()->isVisible());
     EXPECT_EQ(input().getCurrentTarget(), "console");
     EXPECT_EQ(input().getPreviousTarget(), "game");
-    // The backquote itself went to the console, not to the game.
+    // The backquote and what is typed after it go to the console, not to the game.
+    press(SDLK_k, 'k');
     EXPECT_EQ(gameTarget.events, (std::vector<std::string>{"activate", "deactivate"}));
 
     press(SDLK_BACKQUOTE, '`');
