@@ -35,17 +35,6 @@ protected:
 };
 }
 
-TEST_F(GameInputTest, BindFoldsCaseOfKeyAndCommand)
-{
-    run("bind P Pause");
-    EXPECT_EQ(input().getBinding("p"), "pause");
-    run("bind p SAY Hello   World");
-    EXPECT_EQ(input().getBindings().at("p"), "say hello world");
-    input().keyDown(SDLK_p, 'P', "P");
-    input().keyUp(SDLK_p, 'P', "P");
-    EXPECT_EQ(calls, (Calls{"say|hello|world"}));
-}
-
 TEST_F(GameInputTest, ReleaseRunsOnlyPlusSegmentsAsMinus)
 {
     run("bind a +hold;+fire 3;say x");
@@ -125,8 +114,13 @@ TEST_F(GameInputTest, UnbindKeepsTheKeyWithAnEmptyCommandAndWrittenBindingsResto
               (std::map<std::string, std::string>{{";", "+hold;+fire 2"}, {"k", "say hi; say ho"}}));
 }
 
-TEST_F(GameInputTest, BindQueriesUsageAndTheKeyForACommand)
+TEST_F(GameInputTest, BindFoldsCaseAnswersQueriesAndFindsTheKeyForACommand)
 {
+    run("bind P SAY Hello   World");
+    EXPECT_EQ(input().getBinding("p"), "say hello world");
+    input().keyDown(SDLK_p, 'P', "P");
+    EXPECT_EQ(takeCalls(), (Calls{"say|hello|world"}));
+
     run("bind");
     run("bind x");
     run("bind Q say it");
@@ -215,7 +209,7 @@ protected:
 };
 }
 
-TEST_F(JoystickInputTest, ButtonsPressAndReleaseTheirBindingPerPad)
+TEST_F(JoystickInputTest, ButtonsPressAndReleaseTheirBindingPerPadWhileTheGameHasTheInput)
 {
     run("bind JOY1_BUTTON3 +fire");
     run("bind joy2_button1 +up");
@@ -228,6 +222,17 @@ TEST_F(JoystickInputTest, ButtonsPressAndReleaseTheirBindingPerPad)
     EXPECT_EQ(takeCalls(), (Calls{"-fire"}));
     button(0, 7, true);  // unbound: nothing
     EXPECT_TRUE(calls.empty());
+
+    game->getInputManager().setTarget("console");
+    button(1, 0, true);
+    EXPECT_TRUE(calls.empty());
+    game->getInputManager().setTarget("game");
+    button(1, 0, false);
+    EXPECT_EQ(takeCalls(), (Calls{"-up"}));
+
+    SDL_Event key{};
+    key.type = SDL_KEYDOWN;
+    EXPECT_FALSE(feed(key)) << "not a pad event";
 }
 
 TEST_F(JoystickInputTest, HatChangesBecomeOnePressOrReleasePerDirection)
@@ -277,21 +282,6 @@ TEST_F(JoystickInputTest, AxesPressPastTheDeadZoneAndSwitchSidesCleanly)
     axis(0, 0);
     axis(0, 32767);
     EXPECT_EQ(takeCalls(), (Calls{"-right", "+right"}));
-}
-
-TEST_F(JoystickInputTest, OnlyTheGameTargetHearsThePad)
-{
-    run("bind joy1_button1 +fire");
-    game->getInputManager().setTarget("console");
-    button(0, 0, true);
-    EXPECT_TRUE(calls.empty());
-    game->getInputManager().setTarget("game");
-    button(0, 0, false);
-    EXPECT_EQ(takeCalls(), (Calls{"-fire"}));
-
-    SDL_Event key{};
-    key.type = SDL_KEYDOWN;
-    EXPECT_FALSE(feed(key));
 }
 
 TEST_F(JoystickInputTest, AimStickPointsTheWayItLastLeanedUntilTheMouseMoves)
