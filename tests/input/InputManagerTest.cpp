@@ -8,14 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "console/Console.h"
-#include "core/Game.h"
+#include "console/RegistryFixture.h"
 #include "gui/GUIManager.h"
 #include "input/InputManager.h"
 #include "input/InputTarget.h"
-#include "render/NullRenderer.h"
-#include "resources/TempDir.h"
-#include "sound/NullSound.h"
 
 namespace {
 const std::string keymaps = testSourceDir() + "/data/keymaps.xml";
@@ -36,24 +32,23 @@ public:
     std::vector<std::string> events;
 };
 
-class InputManagerTest : public ::testing::Test {
+class InputManagerTest : public HeadlessGameFixture {
 protected:
     void SetUp() override
     {
+        HeadlessGameFixture::SetUp();
         ASSERT_TRUE(input().loadKeyNames(keymaps));
         input().addTarget("game", &gameTarget);
     }
-    InputManager& input() { return game.getInputManager(); }
+    InputManager& input() { return game->getInputManager(); }
     void press(int symbol, int character = 0) { input().keyEvent(true, symbol, character); }
-    // A real (empty) level file, read from a scratch directory.
+    // A real (empty) level file.
     void loadEmptyLevel()
     {
-        TempDir dir;
         dir.write("maps/empty.xml", "<level><Objects/></level>");
-        game.loadLevel("empty", "");
+        game->loadLevel("empty", "");
     }
 
-    Game game{std::make_unique<NullRenderer>(), std::make_unique<NullSound>()};
     RecordingTarget gameTarget;
 };
 }
@@ -113,18 +108,18 @@ TEST_F(InputManagerTest, BackquoteOpensAndClosesTheConsoleAndReturnsToTheLastTar
 {
     input().setTarget("game");
     press(SDLK_BACKQUOTE, '`');
-    EXPECT_TRUE(game.getConsole()->isVisible());
+    EXPECT_TRUE(game->getConsole()->isVisible());
     EXPECT_EQ(input().getCurrentTarget(), "console");
     EXPECT_EQ(input().getPreviousTarget(), "game");
-    // The backquote and what is typed after it go to the console, not to the game.
+    // The backquote and what is typed after it go to the console, not to the game->
     press(SDLK_k, 'k');
     EXPECT_EQ(gameTarget.events, (std::vector<std::string>{"activate", "deactivate"}));
 
     press(SDLK_BACKQUOTE, '`');
-    EXPECT_FALSE(game.getConsole()->isVisible());
-    EXPECT_TRUE(game.getConsole()->getInput().empty());
+    EXPECT_FALSE(game->getConsole()->isVisible());
+    EXPECT_TRUE(game->getConsole()->getInput().empty());
     EXPECT_EQ(input().getCurrentTarget(), "game");
-    // Closing returns without the hooks; the key then reaches the game.
+    // Closing returns without the hooks; the key then reaches the game->
     EXPECT_EQ(gameTarget.events.back(), "down 96 96 `");
     EXPECT_EQ(gameTarget.events.size(), 3u);
 }
@@ -136,29 +131,29 @@ TEST_F(InputManagerTest, EscapeOpensTheGuiStopsTheWorldAndIsNotPassedOn)
     press(SDLK_ESCAPE, 27);
     input().hideGUI();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-    EXPECT_TRUE(game.getGUIManager()->isVisible());
+    EXPECT_TRUE(game->getGUIManager()->isVisible());
     EXPECT_EQ(input().getCurrentTarget(), "gui");
 
     // A level loaded from the menus hides them.
     loadEmptyLevel();
-    EXPECT_FALSE(game.getGUIManager()->isVisible());
+    EXPECT_FALSE(game->getGUIManager()->isVisible());
     EXPECT_EQ(input().getCurrentTarget(), "game");
     gameTarget.events.clear();
 
     testing::internal::CaptureStdout();
     press(SDLK_ESCAPE, 27);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Show GUI\n");
-    EXPECT_TRUE(game.getGUIManager()->isVisible());
-    EXPECT_FALSE(game.isWorldRunning());
+    EXPECT_TRUE(game->getGUIManager()->isVisible());
+    EXPECT_FALSE(game->isWorldRunning());
     EXPECT_EQ(input().getCurrentTarget(), "gui");
     EXPECT_EQ(gameTarget.events, (std::vector<std::string>{"deactivate"}));
 
-    // Escape again reaches the GUI, whose root hides it and resumes the game.
+    // Escape again reaches the GUI, whose root hides it and resumes the game->
     testing::internal::CaptureStdout();
     press(SDLK_ESCAPE, 27);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Hide GUI\n");
-    EXPECT_FALSE(game.getGUIManager()->isVisible());
-    EXPECT_TRUE(game.isWorldRunning());
+    EXPECT_FALSE(game->getGUIManager()->isVisible());
+    EXPECT_TRUE(game->isWorldRunning());
     EXPECT_EQ(input().getCurrentTarget(), "game");
 
     // With the console open, Escape is the console's.
@@ -166,8 +161,8 @@ TEST_F(InputManagerTest, EscapeOpensTheGuiStopsTheWorldAndIsNotPassedOn)
     press(SDLK_BACKQUOTE, '`');
     input().addTarget("console", &console);
     press(SDLK_ESCAPE, 27);
-    EXPECT_FALSE(game.getGUIManager()->isVisible());
-    EXPECT_TRUE(game.isWorldRunning());
+    EXPECT_FALSE(game->getGUIManager()->isVisible());
+    EXPECT_TRUE(game->isWorldRunning());
     EXPECT_EQ(console.events, (std::vector<std::string>{"down 27 27 ESCAPE"}));
 }
 
@@ -177,14 +172,14 @@ TEST_F(InputManagerTest, LevelLoadedFromTheOpenConsoleGetsTheKeysWhenItCloses)
         press(SDLK_BACKQUOTE, '`');
         loadEmptyLevel();
         EXPECT_EQ(input().getCurrentTarget(), "console");
-        EXPECT_FALSE(game.getGUIManager()->isVisible());
+        EXPECT_FALSE(game->getGUIManager()->isVisible());
         press(SDLK_BACKQUOTE, '`');
         EXPECT_EQ(input().getCurrentTarget(), "game");
     }
     // Even a console that was its own previous target hands the keys on.
     input().setTarget("console");
     input().setTarget("console");
-    game.getConsole()->setVisible(true);
+    game->getConsole()->setVisible(true);
     press(SDLK_BACKQUOTE, '`');
     EXPECT_EQ(input().getCurrentTarget(), "game");
 }
