@@ -111,7 +111,7 @@ TEST_F(InputManagerTest, BackquoteOpensAndClosesTheConsoleAndReturnsToTheLastTar
     EXPECT_TRUE(game->getConsole()->isVisible());
     EXPECT_EQ(input().getCurrentTarget(), "console");
     EXPECT_EQ(input().getPreviousTarget(), "game");
-    // The backquote and what is typed after it go to the console, not to the game->
+    // The backquote and what is typed after it go to the console, not to the game.
     press(SDLK_k, 'k');
     EXPECT_EQ(gameTarget.events, (std::vector<std::string>{"activate", "deactivate"}));
 
@@ -119,7 +119,7 @@ TEST_F(InputManagerTest, BackquoteOpensAndClosesTheConsoleAndReturnsToTheLastTar
     EXPECT_FALSE(game->getConsole()->isVisible());
     EXPECT_TRUE(game->getConsole()->getInput().empty());
     EXPECT_EQ(input().getCurrentTarget(), "game");
-    // Closing returns without the hooks; the key then reaches the game->
+    // Closing returns without the hooks; the key then reaches the game.
     EXPECT_EQ(gameTarget.events.back(), "down 96 96 `");
     EXPECT_EQ(gameTarget.events.size(), 3u);
 }
@@ -148,7 +148,7 @@ TEST_F(InputManagerTest, EscapeOpensTheGuiStopsTheWorldAndIsNotPassedOn)
     EXPECT_EQ(input().getCurrentTarget(), "gui");
     EXPECT_EQ(gameTarget.events, (std::vector<std::string>{"deactivate"}));
 
-    // Escape again reaches the GUI, whose root hides it and resumes the game->
+    // Escape again reaches the GUI, whose root hides it and resumes the game.
     testing::internal::CaptureStdout();
     press(SDLK_ESCAPE, 27);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Hide GUI\n");
