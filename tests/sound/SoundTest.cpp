@@ -4,6 +4,7 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <tuple>
 
 #include "FakeMixer.h"
 #include "TestPaths.h"
@@ -410,16 +411,13 @@ TEST_F(SoundTest, DefinitionsSkipBadEntriesAndShareSamplesByPath)
     ASSERT_TRUE(sound->loadDefinitions("data/sounds/sounds.xml"));
     EXPECT_EQ(sound->getSampleCount(), 2);
     EXPECT_EQ(sound->findId(0), sound->findId(1)) << "same path, one sample";
-    const SoundSample* a = sound->getSample("data/sounds/a.wav");
-    ASSERT_NE(a, nullptr);
-    EXPECT_EQ(a->channel, 3);
-    EXPECT_EQ(a->volume, 70);
-    EXPECT_FALSE(a->positional);
-    const SoundSample* b = sound->getSample("data/sounds/b.ogg");
-    ASSERT_NE(b, nullptr);
-    EXPECT_EQ(b->channel, -1);
-    EXPECT_EQ(b->volume, 100);
-    EXPECT_TRUE(b->positional);
+    // Channel, volume and placement of each sample.
+    const auto settings = [&](const char* path) {
+        const SoundSample* s = sound->getSample(path);
+        return s ? std::tuple(s->channel, s->volume, s->positional) : std::tuple(-2, -2, false);
+    };
+    EXPECT_EQ(settings("data/sounds/a.wav"), std::tuple(3, 70, false));
+    EXPECT_EQ(settings("data/sounds/b.ogg"), std::tuple(-1, 100, true));
     EXPECT_EQ(sound->findId(8), sound->findId(2));
     for (int id : {5, 6, 7})
         EXPECT_EQ(sound->findId(id), -1) << id;
