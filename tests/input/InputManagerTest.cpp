@@ -96,10 +96,8 @@ TEST(KeyMapTest, FilesAreReadLenientlyButBrokenOnesLeaveKeysUnnamed)
     dir.write("broken_keymaps.xml", "<keys><key sdlcode=\"97\" keyname=\"a\"");
     for (const char* file : {"no/such/keymaps.xml", "broken_keymaps.xml"}) {
         InputManager unnamed;
-        testing::internal::CaptureStdout();
-        EXPECT_FALSE(unnamed.loadKeyNames(file));
-        const std::string message = "Could not load keymap file: " + std::string(file) + "\n";
-        EXPECT_NE(testing::internal::GetCapturedStdout().find(message), std::string::npos);
+        const std::string out = stdoutOf([&] { EXPECT_FALSE(unnamed.loadKeyNames(file)); });
+        EXPECT_NE(out.find("Could not load keymap file: " + std::string(file) + "\n"), std::string::npos) << out;
         EXPECT_EQ(unnamed.keyName(SDLK_a), "");
     }
 }
@@ -127,10 +125,7 @@ TEST_F(InputManagerTest, BackquoteOpensAndClosesTheConsoleAndReturnsToTheLastTar
 TEST_F(InputManagerTest, EscapeOpensTheGuiStopsTheWorldAndIsNotPassedOn)
 {
     // The game starts in the menus, which cannot be hidden without a level.
-    testing::internal::CaptureStdout();
-    press(SDLK_ESCAPE, 27);
-    input().hideGUI();
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(stdoutOf([&] { press(SDLK_ESCAPE, 27); }) + stdoutOf([&] { input().hideGUI(); }), "");
     EXPECT_TRUE(game->getGUIManager()->isVisible());
     EXPECT_EQ(input().getCurrentTarget(), "gui");
 
@@ -140,18 +135,14 @@ TEST_F(InputManagerTest, EscapeOpensTheGuiStopsTheWorldAndIsNotPassedOn)
     EXPECT_EQ(input().getCurrentTarget(), "game");
     gameTarget.events.clear();
 
-    testing::internal::CaptureStdout();
-    press(SDLK_ESCAPE, 27);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Show GUI\n");
+    EXPECT_EQ(stdoutOf([&] { press(SDLK_ESCAPE, 27); }), "Show GUI\n");
     EXPECT_TRUE(game->getGUIManager()->isVisible());
     EXPECT_FALSE(game->isWorldRunning());
     EXPECT_EQ(input().getCurrentTarget(), "gui");
     EXPECT_EQ(gameTarget.events, (std::vector<std::string>{"deactivate"}));
 
     // Escape again reaches the GUI, whose root hides it and resumes the game.
-    testing::internal::CaptureStdout();
-    press(SDLK_ESCAPE, 27);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Hide GUI\n");
+    EXPECT_EQ(stdoutOf([&] { press(SDLK_ESCAPE, 27); }), "Hide GUI\n");
     EXPECT_FALSE(game->getGUIManager()->isVisible());
     EXPECT_TRUE(game->isWorldRunning());
     EXPECT_EQ(input().getCurrentTarget(), "game");
@@ -222,8 +213,6 @@ TEST_F(InputManagerTest, MouseMotionGivesTheTargetScreenAndWorldPositions)
 TEST(InputTargetTest, BaseLogsOnlyLeftClicks)
 {
     InputTarget target;
-    testing::internal::CaptureStdout();
-    target.mouseDown(10.0f, 20.5f, 1);
-    target.mouseDown(10.0f, 20.5f, 3);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "left click at 10, 20.5\n");
+    EXPECT_EQ(stdoutOf([&] { target.mouseDown(10.0f, 20.5f, 1); }), "left click at 10, 20.5\n");
+    EXPECT_EQ(stdoutOf([&] { target.mouseDown(10.0f, 20.5f, 3); }), "");
 }

@@ -224,10 +224,7 @@ TEST_F(SoundTest, MissingOrBrokenMusicIsReportedAndLeavesSilence)
     ASSERT_TRUE(sound->playMusic("data/music/a.ogg"));
     EXPECT_EQ(mixer->musicVolume, 128) << "full volume without a music variable";
 
-    std::fflush(stdout);
-    ::testing::internal::CaptureStdout();
-    EXPECT_FALSE(sound->playMusic("data/music/gone.ogg"));
-    const std::string out = ::testing::internal::GetCapturedStdout();
+    const std::string out = stdoutOf([&] { EXPECT_FALSE(sound->playMusic("data/music/gone.ogg")); });
     EXPECT_NE(out.find("Couldn't find music: data/music/gone.ogg\n"), std::string::npos) << out;
     EXPECT_TRUE(mixer->musicFadingOut) << "the old track fades to silence";
     EXPECT_EQ(sound->getMusicPath(), "");
