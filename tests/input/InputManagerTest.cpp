@@ -102,6 +102,14 @@ TEST(KeyMapTest, FilesAreReadLenientlyButBrokenOnesLeaveKeysUnnamed)
     }
 }
 
+TEST(ModifierTest, SplitsTheSdlMaskIntoItsBits)
+{
+    InputManager input;
+    input.setModifiers(KMOD_LSHIFT | KMOD_CAPS | KMOD_RCTRL);
+    for (int bit = 0; bit < 16; ++bit)
+        EXPECT_EQ(input.getModifier(bit), bit == 0 || bit == 7 || bit == 13) << bit;
+}
+
 TEST_F(InputManagerTest, BackquoteOpensAndClosesTheConsoleAndReturnsToTheLastTarget)
 {
     input().setTarget("game");
