@@ -5,14 +5,11 @@
 #include <cstdlib>
 #include <string>
 
-inline std::string testSourceDir()
+inline std::string testPathFromEnv(const char* variable, const char* configured)
 {
-    const char* dir = std::getenv("BQ_SOURCE_DIR");
-    return dir && *dir ? dir : BQ_SOURCE_TREE;
+    const char* dir = std::getenv(variable);
+    return dir && *dir ? dir : configured;
 }
 
-inline std::string testGameDir()
-{
-    const char* dir = std::getenv("BQ_GAME_DIR");
-    return dir && *dir ? dir : BQ_BUILT_GAME_DIR;
-}
+inline std::string testSourceDir() { return testPathFromEnv("BQ_SOURCE_DIR", BQ_SOURCE_TREE); }
+inline std::string testGameDir() { return testPathFromEnv("BQ_GAME_DIR", BQ_BUILT_GAME_DIR); }

@@ -12,13 +12,15 @@
 
 namespace {
 // A headless game whose "game" target is a GameInput, with recording
-// commands "+hold"/"-hold", "+fire"/"-fire", "say" and "pause".
+// commands "say", "pause" and the press and release of "hold", "fire",
+// "left", "right" and "up".
 class GameInputTest : public HeadlessGameFixture {
 protected:
     void SetUp() override
     {
         HeadlessGameFixture::SetUp();
-        for (const char* name : {"+hold", "-hold", "+fire", "-fire", "say", "pause"})
+        for (const char* name : {"+hold", "-hold", "+fire", "-fire", "say", "pause", "+left", "-left", "+right",
+                                 "-right", "+up", "-up"})
             record(name);
         game->installGameInput(std::make_unique<GameInput>());
         game->getInputManager().setTarget("game");
@@ -31,24 +33,6 @@ protected:
         input().keyUp(0, 0, key);
     }
 };
-}
-
-TEST_F(GameInputTest, BindFoldsCaseOfKeyAndCommand)
-{
-    run("bind P Pause");
-    EXPECT_EQ(input().getBinding("p"), "pause");
-    run("bind p SAY Hello   World");
-    EXPECT_EQ(input().getBindings().at("p"), "say hello world");
-    input().keyDown(SDLK_p, 'P', "P");
-    input().keyUp(SDLK_p, 'P', "P");
-    EXPECT_EQ(takeCalls(), (Calls{"say|hello|world"}));
-
-    // Bound text keeps its semicolons and runs whole.
-    run("bind p say one; say two");
-    EXPECT_TRUE(calls.empty());
-    EXPECT_EQ(input().getBinding("p"), "say one; say two");
-    tap("p");
-    EXPECT_EQ(calls, (Calls{"say|one", "say|two"}));
 }
 
 TEST_F(GameInputTest, ReleaseRunsOnlyPlusSegmentsAsMinus)
@@ -99,10 +83,11 @@ TEST_F(GameInputTest, MouseButtonsAndWheelBindLikeKeys)
     EXPECT_EQ(input().mouseName(9), "");
 }
 
-TEST_F(GameInputTest, UnbindKeepsTheKeyWithAnEmptyCommand)
+TEST_F(GameInputTest, UnbindKeepsTheKeyWithAnEmptyCommandAndWrittenBindingsRestoreTheRest)
 {
     run("bind p pause");
-    run("bind k say hi");
+    run("bind k say hi; say ho");  // kept whole, not run as two commands
+    run("bind ; +hold;+fire 2");  // odd key names survive as they are
     run("unbind P");
     tap("p");
     EXPECT_TRUE(calls.empty());
@@ -110,23 +95,32 @@ TEST_F(GameInputTest, UnbindKeepsTheKeyWithAnEmptyCommand)
 
     game->getConsole()->clearInput();
     run("listbinds");
-    const std::vector<std::string> text = consoleLines();
-    ASSERT_GE(text.size(), 2u);
-    EXPECT_EQ(text[text.size() - 2], "    Key Bindings");
-    EXPECT_EQ(text.back(), "    k is say hi");
+    EXPECT_EQ(consoleLines(), (std::vector<std::string>{"    Key Bindings", "    ; is +hold;+fire 2",
+                                                        "    k is say hi; say ho"}));
 
     std::ostringstream out;
     input().writeBindings(out);
-    EXPECT_EQ(out.str(), "\n//key bindings\n\nunbindall\nbind k say hi\nbind p \n\n");
+    EXPECT_EQ(out.str(), "\n//key bindings\n\nunbindall\nbind ; +hold;+fire 2\nbind k say hi; say ho\nbind p \n\n");
 
     run("unbindall");
     tap("k");
     EXPECT_TRUE(calls.empty());
     EXPECT_TRUE(input().getBindings().empty());
+
+    std::istringstream lines(out.str());
+    for (std::string line; std::getline(lines, line);)
+        run(line);
+    EXPECT_EQ(input().getBindings(),
+              (std::map<std::string, std::string>{{";", "+hold;+fire 2"}, {"k", "say hi; say ho"}}));
 }
 
-TEST_F(GameInputTest, BindQueriesAndUsage)
+TEST_F(GameInputTest, BindFoldsCaseAnswersQueriesAndFindsTheKeyForACommand)
 {
+    run("bind P SAY Hello   World");
+    EXPECT_EQ(input().getBinding("p"), "say hello world");
+    input().keyDown(SDLK_p, 'P', "P");
+    EXPECT_EQ(takeCalls(), (Calls{"say|hello|world"}));
+
     run("bind");
     run("bind x");
     run("bind Q say it");
@@ -137,32 +131,12 @@ TEST_F(GameInputTest, BindQueriesAndUsage)
                                                         "x is unbound", "q is say it", "Usage: unbind <key>",
                                                         "e.g.: unbind p"}));
     EXPECT_EQ(input().getBindings().count("unbound"), 0u);
-}
 
-TEST_F(GameInputTest, FindKeyForTakesTheFirstKeyInNameOrder)
-{
     run("bind w +hold");
     run("bind up +hold");
-    run("bind mouse2 +fire 1");
-    EXPECT_EQ(input().findKeyFor("+hold"), "up");
-    EXPECT_EQ(input().findKeyFor("+fire 1"), "mouse2");
-    EXPECT_EQ(input().findKeyFor("+fire"), "unbound");
-}
-
-TEST_F(GameInputTest, WrittenBindingsRestoreTheSameBindings)
-{
-    run("bind a +hold;+fire 2");
-    run("bind ; say semi");  // odd key names survive as they are
-    run("bind p say a; say b");
-    std::ostringstream out;
-    input().writeBindings(out);
-
-    game->installGameInput(std::make_unique<GameInput>());
-    std::istringstream lines(out.str());
-    for (std::string line; std::getline(lines, line);)
-        run(line);
-    EXPECT_EQ(game->getGameInput()->getBindings(),
-              (std::map<std::string, std::string>{{"a", "+hold;+fire 2"}, {";", "say semi"}, {"p", "say a; say b"}}));
+    EXPECT_EQ(input().findKeyFor("+hold"), "up") << "the first key in name order";
+    EXPECT_EQ(input().findKeyFor("say it"), "q");
+    EXPECT_EQ(input().findKeyFor("say"), "unbound");
 }
 
 TEST_F(GameInputTest, VirtualCursorFollowsScaledMotionAndStaysOnScreen)
@@ -188,20 +162,6 @@ TEST_F(GameInputTest, VirtualCursorFollowsScaledMotionAndStaysOnScreen)
     EXPECT_FLOAT_EQ(input().getMouseY(), 0.0f);
 }
 
-TEST_F(GameInputTest, KeysReachBindingsOnlyWhileTheGameHasTheInput)
-{
-    ASSERT_TRUE(game->getInputManager().loadKeyNames(testSourceDir() + "/data/keymaps.xml"));
-    run("bind k say k");
-    InputManager& manager = game->getInputManager();
-    manager.keyEvent(true, SDLK_k, 'k');
-    manager.keyUp(SDLK_k);
-    manager.keyEvent(true, SDLK_BACKQUOTE, '`');  // console opens
-    manager.keyEvent(true, SDLK_k, 'k');
-    manager.keyEvent(true, SDLK_BACKQUOTE, '`');  // and closes
-    manager.keyEvent(true, SDLK_k, 'k');
-    EXPECT_EQ(calls, (Calls{"say|k", "say|k"}));
-}
-
 TEST_F(GameInputTest, ShippedDefaultsBindTheControlsAPlayerExpects)
 {
     std::ifstream file(testSourceDir() + "/data/default.cfg");
@@ -223,22 +183,144 @@ TEST_F(GameInputTest, ShippedDefaultsBindTheControlsAPlayerExpects)
 }
 
 namespace {
-class CountingInput : public GameInput {
-public:
-    void releaseAll() override { ++releases; }
-    int releases = 0;
+// Synthetic SDL joystick events go through the input manager as the event
+// pump would hand them on.
+class JoystickInputTest : public GameInputTest {
+protected:
+    bool feed(const SDL_Event& event) { return game->getInputManager().joystickEvent(event); }
+    void button(int which, int number, bool down)
+    {
+        SDL_Event e{};
+        e.jbutton = {Uint8(down ? SDL_JOYBUTTONDOWN : SDL_JOYBUTTONUP), Uint8(which), Uint8(number), Uint8(down)};
+        EXPECT_TRUE(feed(e));
+    }
+    void hat(int number, int value)
+    {
+        SDL_Event e{};
+        e.jhat = {SDL_JOYHATMOTION, 0, Uint8(number), Uint8(value)};
+        EXPECT_TRUE(feed(e));
+    }
+    void axis(int number, int value)
+    {
+        SDL_Event e{};
+        e.jaxis = {SDL_JOYAXISMOTION, 0, Uint8(number), Sint16(value)};
+        EXPECT_TRUE(feed(e));
+    }
 };
 }
 
-TEST_F(GameInputTest, LosingTheInputReleasesHeldControls)
+TEST_F(JoystickInputTest, ButtonsPressAndReleaseTheirBindingPerPadWhileTheGameHasTheInput)
 {
-    auto owned = std::make_unique<CountingInput>();
-    CountingInput* counting = owned.get();
-    game->installGameInput(std::move(owned));
-    InputManager& manager = game->getInputManager();
-    ASSERT_EQ(manager.getCurrentTarget(), "game");
-    manager.keyEvent(true, SDLK_BACKQUOTE, '`');
-    EXPECT_EQ(counting->releases, 1);
-    manager.keyEvent(true, SDLK_BACKQUOTE, '`');  // back without the hooks
-    EXPECT_EQ(counting->releases, 1);
+    run("bind JOY1_BUTTON3 +fire");
+    run("bind joy2_button1 +up");
+    button(0, 2, true);
+    EXPECT_EQ(takeCalls(), (Calls{"+fire"}));
+    button(1, 0, true);  // the second pad has its own names
+    button(1, 0, false);
+    EXPECT_EQ(takeCalls(), (Calls{"+up", "-up"}));
+    button(0, 2, false);
+    EXPECT_EQ(takeCalls(), (Calls{"-fire"}));
+    button(0, 7, true);  // unbound: nothing
+    EXPECT_TRUE(calls.empty());
+
+    game->getInputManager().setTarget("console");
+    button(1, 0, true);
+    EXPECT_TRUE(calls.empty());
+    game->getInputManager().setTarget("game");
+    button(1, 0, false);
+    EXPECT_EQ(takeCalls(), (Calls{"-up"}));
+
+    SDL_Event key{};
+    key.type = SDL_KEYDOWN;
+    EXPECT_FALSE(feed(key)) << "not a pad event";
+}
+
+TEST_F(JoystickInputTest, HatChangesBecomeOnePressOrReleasePerDirection)
+{
+    run("bind joy1_hat_up +up");
+    run("bind joy1_hat_right +right");
+    run("bind joy1_hat_left +left");
+    run("bind joy1_hat2_up +fire");
+    hat(0, SDL_HAT_UP);
+    hat(0, SDL_HAT_RIGHTUP);  // diagonal: up stays held, right joins
+    EXPECT_EQ(takeCalls(), (Calls{"+up", "+right"}));
+    hat(0, SDL_HAT_RIGHTUP);  // a repeat changes nothing
+    EXPECT_TRUE(calls.empty());
+    // Rolling straight across releases before it presses.
+    hat(0, SDL_HAT_LEFT);
+    EXPECT_EQ(takeCalls(), (Calls{"-up", "-right", "+left"}));
+    hat(0, SDL_HAT_CENTERED);
+    EXPECT_EQ(takeCalls(), (Calls{"-left"}));
+    hat(1, SDL_HAT_UP);
+    EXPECT_EQ(takeCalls(), (Calls{"+fire"}));
+}
+
+TEST_F(JoystickInputTest, AxesPressPastTheDeadZoneAndSwitchSidesCleanly)
+{
+    VariableRegistry::instance().createVar("joy_deadzone", "0.25", "stick dead zone");
+    run("bind joy1_axis1_minus +left");
+    run("bind joy1_axis1_plus +right");
+    axis(0, 8000);  // inside a quarter of full tilt
+    axis(0, -8000);
+    EXPECT_TRUE(calls.empty());
+    axis(0, 20000);
+    axis(0, 32767);  // further along the same side: still one press
+    EXPECT_EQ(takeCalls(), (Calls{"+right"}));
+    axis(0, -32768);  // straight across in one event
+    EXPECT_EQ(takeCalls(), (Calls{"-right", "+left"}));
+    axis(0, 0);
+    EXPECT_EQ(takeCalls(), (Calls{"-left"}));
+
+    run("set joy_deadzone 0.7");
+    axis(0, 20000);
+    EXPECT_TRUE(calls.empty());
+    axis(0, 30000);
+    EXPECT_EQ(takeCalls(), (Calls{"+right"}));
+
+    // An absurd dead zone still lets a full tilt through.
+    run("set joy_deadzone 5");
+    axis(0, 0);
+    axis(0, 32767);
+    EXPECT_EQ(takeCalls(), (Calls{"-right", "+right"}));
+}
+
+TEST_F(JoystickInputTest, AimStickPointsTheWayItLastLeanedUntilTheMouseMoves)
+{
+    createVar("joy_aimx", "4", "");
+    createVar("joy_aimy", "5", "");
+    Vector aim;
+    EXPECT_FALSE(input().getAimStick(aim));
+    axis(3, 8000);  // inside the dead zone: the mouse still aims
+    EXPECT_FALSE(input().getAimStick(aim));
+
+    axis(3, 32767);
+    ASSERT_TRUE(input().getAimStick(aim));
+    EXPECT_FLOAT_EQ(aim.x, 1.0f);
+    EXPECT_FLOAT_EQ(aim.y, 0.0f);
+    axis(4, -32767);  // stick pushed up: SDL's y runs down, the world's up
+    ASSERT_TRUE(input().getAimStick(aim));
+    EXPECT_NEAR(aim.x, 0.7071f, 1e-3);
+    EXPECT_NEAR(aim.y, 0.7071f, 1e-3);
+    // Letting go keeps the direction; the stick's axes still bind as keys.
+    run("bind joy1_axis4_plus +fire");
+    axis(3, 0);
+    axis(4, 0);
+    ASSERT_TRUE(input().getAimStick(aim));
+    EXPECT_NEAR(aim.x, 0.7071f, 1e-3);
+    EXPECT_NEAR(aim.y, 0.7071f, 1e-3);
+    calls.clear();
+    axis(3, 30000);
+    EXPECT_EQ(calls, (Calls{"+fire"}));
+    ASSERT_TRUE(input().getAimStick(aim));
+    EXPECT_FLOAT_EQ(aim.x, 1.0f);
+
+    input().mouseMove(0, 0, 3, 4);
+    EXPECT_FALSE(input().getAimStick(aim));
+
+    // Aiming off: the axes are only bindable directions.
+    run("set joy_aimx 0");
+    run("set joy_aimy 0");
+    axis(3, 0);
+    axis(3, -32768);
+    EXPECT_FALSE(input().getAimStick(aim));
 }

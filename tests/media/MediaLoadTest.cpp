@@ -17,12 +17,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string gameDir() { return testGameDir(); }
-
 std::vector<fs::path> filesUnder(const std::string& relative, const std::vector<std::string>& extensions)
 {
     std::vector<fs::path> found;
-    const fs::path root = fs::path(gameDir()) / relative;
+    const fs::path root = fs::path(testGameDir()) / relative;
     if (!fs::exists(root))
         return found;
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
@@ -36,27 +34,18 @@ std::vector<fs::path> filesUnder(const std::string& relative, const std::vector<
     return found;
 }
 
-bool isPowerOfTwo(int n)
-{
-    return n > 0 && (n & (n - 1)) == 0;
-}
-
 // Loads one image as the texture loader does (upper-left origin) and returns
 // its pixels as RGBA, or an empty vector.
-std::vector<unsigned char> loadRgba(const fs::path& file, int& width, int& height, int& bpp)
+std::vector<unsigned char> loadRgba(const fs::path& file)
 {
     ILuint image = 0;
     ilGenImages(1, &image);
     ilBindImage(image);
     std::vector<unsigned char> pixels;
-    if (ilLoadImage(file.string().c_str())) {
-        width = ilGetInteger(IL_IMAGE_WIDTH);
-        height = ilGetInteger(IL_IMAGE_HEIGHT);
-        bpp = ilGetInteger(IL_IMAGE_BITS_PER_PIXEL);
-        if (ilConvertImage(IL_RGBA, IL_UNSIGNED_BYTE)) {
-            const auto* data = ilGetData();
-            pixels.assign(data, data + static_cast<std::size_t>(width) * height * 4);
-        }
+    if (ilLoadImage(file.string().c_str()) && ilConvertImage(IL_RGBA, IL_UNSIGNED_BYTE)) {
+        const auto* data = ilGetData();
+        pixels.assign(data, data + static_cast<std::size_t>(ilGetInteger(IL_IMAGE_WIDTH)) *
+                                       ilGetInteger(IL_IMAGE_HEIGHT) * 4);
     }
     ilDeleteImages(1, &image);
     return pixels;
@@ -73,37 +62,29 @@ protected:
 
     void SetUp() override
     {
-        ASSERT_TRUE(fs::exists(fs::path(gameDir()) / "data/images/fallback.png"))
-            << "generated media not found in " << gameDir();
+        ASSERT_TRUE(fs::exists(fs::path(testGameDir()) / "data/images/fallback.png"))
+            << "generated media not found in " << testGameDir();
     }
 };
 
-TEST_F(MediaLoadTest, EveryImageDecodesAsTrueColourWithUsableSize)
+// Formats and sizes are the Python checks' business; this is about DevIL.
+TEST_F(MediaLoadTest, EveryImageDecodes)
 {
     const auto images = filesUnder("data", {".png", ".tga"});
     ASSERT_GT(images.size(), 150u);
     for (const auto& file : images) {
         if (file.string().find("/fonts/") != std::string::npos)
             continue;  // baked by the font tool, checked by its own tests
-        int w = 0, h = 0, bpp = 0;
-        const auto pixels = loadRgba(file, w, h, bpp);
-        ASSERT_FALSE(pixels.empty()) << file;
-        EXPECT_TRUE(bpp == 24 || bpp == 32) << file << " bpp " << bpp;
-        const bool thumbnailSized = file.filename() == "defaultgame.png" && w == 320 && h == 240;
-        EXPECT_TRUE(thumbnailSized || (isPowerOfTwo(w) && isPowerOfTwo(h))) << file << " " << w << "x" << h;
+        EXPECT_FALSE(loadRgba(file).empty()) << file;
     }
 }
 
 TEST_F(MediaLoadTest, TargaAndPngCopiesOfThePlayerMatchRowForRow)
 {
     // Targa stores rows bottom-up; a flipped load would show the player upside down.
-    int tw = 0, th = 0, tb = 0, pw = 0, ph = 0, pb = 0;
-    const auto tga = loadRgba(fs::path(gameDir()) / "data/images/debugsmiley.tga", tw, th, tb);
-    const auto png = loadRgba(fs::path(gameDir()) / "data/images/debugsmiley.png", pw, ph, pb);
+    const auto tga = loadRgba(fs::path(testGameDir()) / "data/images/debugsmiley.tga");
     ASSERT_FALSE(tga.empty());
-    ASSERT_EQ(tw, pw);
-    ASSERT_EQ(th, ph);
-    EXPECT_EQ(tga, png);
+    EXPECT_EQ(tga, loadRgba(fs::path(testGameDir()) / "data/images/debugsmiley.png"));
 }
 
 TEST_F(MediaLoadTest, EverySoundDecodesWithTheMixer)

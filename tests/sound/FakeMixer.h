@@ -11,6 +11,7 @@
 #include <string>
 
 #include "sound/IMixer.h"
+#include "sound/Sound.h"
 
 class FakeMixer : public IMixer {
 public:
@@ -99,12 +100,11 @@ public:
         --liveMusic;
         delete[] reinterpret_cast<char*>(music);
     }
-    bool fadeInMusic(Mix_Music* music, int loops, int) override
+    bool fadeInMusic(Mix_Music*, int loops, int) override
     {
         musicPlaying = true;
         musicFadingOut = false;
         musicLoops = loops;
-        nowPlaying = music;
         ++musicStarts;
         return true;
     }
@@ -126,7 +126,7 @@ public:
     void finishChannel(int channel)
     {
         busy[channel] = false;
-        pans[channel] = {255, 255};
+        pans[channel] = {};
     }
     // Marks the first `count` channels playing, as if sounds were running.
     void fillChannels(int count)
@@ -146,11 +146,7 @@ public:
     int lastBufferSize = 0;
     std::array<bool, 32> busy{};
     std::array<int, 32> volumes{};
-    std::array<std::array<int, 2>, 32> pans = [] {
-        std::array<std::array<int, 2>, 32> centred{};
-        centred.fill({255, 255});
-        return centred;
-    }();
+    std::array<Sound::Pan, 32> pans{};  // centred
     int panCalls = 0;
     std::string error;
     int liveMusic = 0;
@@ -160,5 +156,4 @@ public:
     bool musicPlaying = false;
     bool musicFadingOut = false;
     bool musicPaused = false;
-    Mix_Music* nowPlaying = nullptr;
 };

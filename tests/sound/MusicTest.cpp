@@ -24,28 +24,6 @@ protected:
     Music& music() { return *game.getMusic(); }
 };
 
-TEST_F(MusicTest, TheScreenDecidesTheTrack)
-{
-    struct Case {
-        bool inCutscene;
-        bool inLevel;
-        const char* levelTrack;
-        const char* expected;
-    };
-    const Case cases[] = {
-        {false, false, "quay", "menu"},
-        {true, false, "", "cutscene"},
-        {true, true, "quay", "cutscene"},
-        {false, true, "quay", "quay"},
-        {false, true, "", ""},
-    };
-    for (const Case& c : cases) {
-        music().setLevelTrack(c.levelTrack);
-        EXPECT_EQ(music().wantedTrack(c.inCutscene, c.inLevel), c.expected)
-            << c.inCutscene << c.inLevel << c.levelTrack;
-    }
-}
-
 TEST_F(MusicTest, EachLevelPlaysItsOwnTrackAndOneWithoutPlaysSilence)
 {
     writeLevel("harbour", floor() + skyinfo("quay"));
@@ -59,6 +37,7 @@ TEST_F(MusicTest, EachLevelPlaysItsOwnTrackAndOneWithoutPlaysSilence)
     game.updateMusic();
     EXPECT_EQ(music().getTrack(), "quay");
     EXPECT_TRUE(music().isPlaying());
+    EXPECT_EQ(music().wantedTrack(true, true), Music::cutsceneTrack) << "a scene shown over a level";
 
     game.loadLevel("plain", "");
     game.updateMusic();

@@ -1,39 +1,31 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
 #include <fstream>
 #include <memory>
 #include <string>
+#include <tuple>
 
 #include "FakeMixer.h"
 #include "TestPaths.h"
-#include "console/RegistryFixture.h"
-#include "console/CommandRegistry.h"
 #include "console/ConLine.h"
-#include "console/Console.h"
-#include "console/VariableRegistry.h"
-#include "core/Game.h"
-#include "render/NullRenderer.h"
-#include "resources/TempDir.h"
-#include "sound/NullSound.h"
+#include "console/RegistryFixture.h"
 #include "sound/Sound.h"
 
 namespace {
 
 const std::string wav = "RIFF....WAVEfmt ";
 
-class SoundTest : public RegistryFixture {
+// The game only lends its console, which receives the sound messages.
+class SoundTest : public HeadlessGameFixture {
 protected:
     void SetUp() override
     {
-        RegistryFixture::SetUp();
+        HeadlessGameFixture::SetUp();
         createVar("volume", "128", "");
         createVar("soundfrequency", "44100", "");
         createVar("soundchannels", "2", "");
         createVar("soundbuffer", "1024", "");
-        // The game only lends its console, which receives the sound messages.
-        game = std::make_unique<Game>(std::make_unique<NullRenderer>(), std::make_unique<NullSound>());
         auto fake = std::make_unique<FakeMixer>();
         mixer = fake.get();
         sound = std::make_unique<Sound>(std::move(fake));
@@ -41,8 +33,7 @@ protected:
     void TearDown() override
     {
         sound.reset();
-        game.reset();
-        RegistryFixture::TearDown();
+        HeadlessGameFixture::TearDown();
     }
 
     void start() { ASSERT_TRUE(sound->initialise()); }
@@ -51,10 +42,7 @@ protected:
         const auto& lines = game->getConsole()->getLines();
         return lines.empty() ? "" : lines.back()->text;
     }
-    int volumeVar() const { return findVar("volume")->intValue; }
 
-    TempDir dir;
-    std::unique_ptr<Game> game;
     FakeMixer* mixer = nullptr;
     std::unique_ptr<Sound> sound;
 };
@@ -79,28 +67,47 @@ TEST_F(SoundTest, VolumeCommandsKeepToTheRangeAndRefuseWhatIsOutsideIt)
         run(c.command);
         EXPECT_EQ(lastConsoleLine(), c.message) << c.command;
         EXPECT_EQ(sound->getVolume(), c.volume) << c.command;
-        EXPECT_EQ(volumeVar(), c.volume) << c.command;
         EXPECT_EQ(mixer->volumes[20], c.volume) << c.command;
     }
 }
 
-TEST_F(SoundTest, PositionalSoundsFadeLinearlyToSilenceAt480Units)
+TEST_F(SoundTest, PositionalSoundsFadeLinearlyToSilenceAt480UnitsAndScaleByTheirPercent)
 {
-    dir.write("hum.wav", wav);
+    const float nan = std::nanf("");
+    struct Case {
+        const char* what;
+        int percent;
+        bool positional;
+        Vector position;
+        int volume;
+    };
+    const Case cases[] = {
+        {"at the listener", 100, true, Vector(0, 0), 128},
+        {"half way", 100, true, Vector(240, 0), 64},
+        {"at 480", 100, true, Vector(0, -480), 0},
+        {"beyond", 100, true, Vector(-5000, 0), 0},
+        {"half loud", 50, true, Vector(0, 0), 64},
+        {"plain sounds ignore distance and percent", 50, false, Vector(5000, 0), 128},
+        {"nowhere", 100, true, Vector(nan, nan), 0},
+    };
     start();
-    sound->registerSound(32, -1, 100, true, "hum.wav");
     sound->update(Vector(0, 0));
-    const int channel = sound->playIdAt(32, Vector(240, 0), -1);
-    ASSERT_GE(channel, 10);
-    EXPECT_EQ(mixer->volumes[channel], 64) << "volume is set as play starts";
-    EXPECT_TRUE(sound->getChannelInfo(channel).looping);
-    EXPECT_EQ(mixer->lastLoops, -1);
+    int id = 0;
+    for (const Case& c : cases) {
+        const std::string file = std::to_string(++id) + ".wav";
+        dir.write(file, wav);
+        sound->registerSound(id, -1, c.percent, c.positional, file);
+        const int channel = sound->playIdAt(id, c.position, 0);
+        ASSERT_GE(channel, 10) << c.what;
+        EXPECT_EQ(mixer->volumes[channel], c.volume) << c.what << ": set as play starts";
+        sound->update(Vector(0, 0));
+        EXPECT_EQ(mixer->volumes[channel], c.volume) << c.what;
+        sound->stopChannel(channel);
+    }
 
-    sound->update(Vector(0, 0));
-    EXPECT_EQ(mixer->volumes[channel], 64);
-    sound->update(Vector(240, 480));  // 480 away
-    EXPECT_EQ(mixer->volumes[channel], 0);
-    sound->update(Vector(-5000, 0));
+    // A sound already playing follows the listener.
+    const int channel = sound->playIdAt(2, Vector(240, 0), -1);
+    sound->update(Vector(240, 480));
     EXPECT_EQ(mixer->volumes[channel], 0);
     sound->update(Vector(240, 0));
     EXPECT_EQ(mixer->volumes[channel], 128);
@@ -142,29 +149,29 @@ TEST_F(SoundTest, ChannelsPanAsTheListenerPassesAndPlainSoundsPlayCentred)
     sound->registerSound(9, 12, 100, false, "ui.wav");
     sound->update(Vector(0, 0));
     ASSERT_EQ(sound->playIdAt(32, Vector(240, 0), -1), 12);
-    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{64, 255})) << "panned as play starts";
+    EXPECT_EQ(mixer->pans[12], (Sound::Pan{64, 255})) << "panned as play starts";
 
     sound->update(Vector(480, 0));
-    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    EXPECT_EQ(mixer->pans[12], (Sound::Pan{255, 64}));
     const int calls = mixer->panCalls;
     sound->update(Vector(480, 0));
     EXPECT_EQ(mixer->panCalls, calls) << "unchanged panning is not sent again";
 
     // The same channel reused by a sound heard at the player.
     ASSERT_EQ(sound->playId(9, 0), 12);
-    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 255}));
+    EXPECT_EQ(mixer->pans[12], (Sound::Pan{255, 255}));
 
     // The mixer centres a channel whose sound ended; the next sound on it
     // at the same side must be panned again, between updates or across one.
     ASSERT_EQ(sound->playIdAt(32, Vector(0, 0), -1), 12);
-    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    EXPECT_EQ(mixer->pans[12], (Sound::Pan{255, 64}));
     mixer->finishChannel(12);
     ASSERT_EQ(sound->playIdAt(32, Vector(0, 0), -1), 12);
-    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    EXPECT_EQ(mixer->pans[12], (Sound::Pan{255, 64}));
     mixer->finishChannel(12);
     sound->update(Vector(480, 0));
     ASSERT_EQ(sound->playIdAt(32, Vector(0, 0), -1), 12);
-    EXPECT_EQ(mixer->pans[12], (std::array<int, 2>{255, 64}));
+    EXPECT_EQ(mixer->pans[12], (Sound::Pan{255, 64}));
 }
 
 TEST_F(SoundTest, MusicCrossfadesLoopsAndKeepsATrackThatIsAlreadyPlaying)
@@ -217,10 +224,7 @@ TEST_F(SoundTest, MissingOrBrokenMusicIsReportedAndLeavesSilence)
     ASSERT_TRUE(sound->playMusic("data/music/a.ogg"));
     EXPECT_EQ(mixer->musicVolume, 128) << "full volume without a music variable";
 
-    std::fflush(stdout);
-    ::testing::internal::CaptureStdout();
-    EXPECT_FALSE(sound->playMusic("data/music/gone.ogg"));
-    const std::string out = ::testing::internal::GetCapturedStdout();
+    const std::string out = stdoutOf([&] { EXPECT_FALSE(sound->playMusic("data/music/gone.ogg")); });
     EXPECT_NE(out.find("Couldn't find music: data/music/gone.ogg\n"), std::string::npos) << out;
     EXPECT_TRUE(mixer->musicFadingOut) << "the old track fades to silence";
     EXPECT_EQ(sound->getMusicPath(), "");
@@ -244,7 +248,6 @@ TEST_F(SoundTest, PlaySoundAtPlacesALoopInTheWorldAndStopSoundsEndsIt)
     const int atListener = 10;
     ASSERT_TRUE(mixer->busy[atListener]);
     EXPECT_EQ(mixer->lastLoops, -1);
-    EXPECT_TRUE(sound->getSample("hum.wav")->positional);
     run("playsoundat hum.wav 0 340 100");
     const int away = 11;
     ASSERT_TRUE(mixer->busy[away]);
@@ -261,39 +264,17 @@ TEST_F(SoundTest, PlaySoundAtPlacesALoopInTheWorldAndStopSoundsEndsIt)
         EXPECT_FALSE(mixer->busy[i]) << i;
 }
 
-TEST_F(SoundTest, PercentScalesPositionalSoundsOnlyAndNoPositionIsSafe)
-{
-    dir.write("near.wav", wav);
-    dir.write("ui.wav", wav);
-    start();
-    sound->registerSound(1, -1, 50, true, "near.wav");
-    sound->registerSound(2, -1, 50, false, "ui.wav");
-    const int near = sound->playIdAt(1, Vector(0, 0), 0);
-    const int ui = sound->playId(2, 0);
-    const float nan = std::nanf("");
-    const int lost = sound->playIdAt(1, Vector(nan, nan), 0);
-    sound->update(Vector(0, 0));
-    EXPECT_EQ(mixer->volumes[near], 64);
-    EXPECT_EQ(mixer->volumes[ui], 128);
-    EXPECT_EQ(mixer->volumes[lost], 0);
-}
-
 TEST_F(SoundTest, PlayByNameLoadsOnceAndSharesTheSample)
 {
-    dir.write("data/sounds/gui/MouseTick.wav", wav);
+    dir.write("tick.wav", wav);
     start();
-    const int first = sound->play("data/sounds/gui/MouseTick.wav", 0, 100);
+    const int first = sound->play("tick.wav", 0, 100);
     EXPECT_GE(first, 10);
+    EXPECT_NE(sound->play("tick.wav", 0, 100), first);
     EXPECT_EQ(mixer->decodes, 1);
-    const int second = sound->play("data/sounds/gui/MouseTick.wav", 0, 100);
-    EXPECT_GE(second, 10);
-    EXPECT_NE(second, first);
-    EXPECT_EQ(mixer->decodes, 1);
-    EXPECT_EQ(sound->getSampleCount(), 1);
-    ASSERT_NE(sound->getSample("data/sounds/gui/MouseTick.wav"), nullptr);
-    EXPECT_EQ(sound->getSample("data/sounds/gui/MouseTick.wav")->id, -1);
 
-    EXPECT_EQ(sound->play("data/sounds/gui/missing.wav", 0, 100), -1);
+    // Nothing to play: a missing file, a bad index or an unknown id.
+    EXPECT_EQ(sound->play("missing.wav", 0, 100), -1);
     EXPECT_EQ(sound->playAt(Vector(), "missing.wav", 0, 100), -1);
     EXPECT_EQ(sound->play(7, 0), -1);
     EXPECT_EQ(sound->play(-1, 0), -1);
@@ -306,22 +287,20 @@ TEST_F(SoundTest, PlayingChannelCountsAtTheLastUpdateCapNewSounds)
     dir.write("a.wav", wav);
     start();
     const int index = sound->loadSound("a.wav");
-    mixer->fillChannels(10);
-    sound->update(Vector());
-    EXPECT_EQ(sound->getPlayingCount(), 10);
-    EXPECT_GE(sound->play(index, 0), 10) << "10 playing is still allowed";
-    mixer->fillChannels(11);
-    sound->update(Vector());
-    EXPECT_EQ(sound->play(index, 0), -1);
-
-    mixer->busy.fill(false);
-    mixer->fillChannels(5);
-    sound->update(Vector());
-    EXPECT_GE(sound->playAt(Vector(), index, 0), 10);
-    mixer->fillChannels(6);
-    sound->update(Vector());
-    EXPECT_EQ(sound->playAt(Vector(), index, 0), -1);
-    EXPECT_GE(sound->play(index, 0), 10) << "plain play allows more than positional";
+    // Channels playing at the last update; plain play allows more than positional.
+    const struct {
+        int playing;
+        bool plain;
+        bool positional;
+    } cases[] = {{5, true, true}, {6, true, false}, {10, true, false}, {11, false, false}};
+    for (const auto& c : cases) {
+        mixer->busy.fill(false);
+        mixer->fillChannels(c.playing);
+        sound->update(Vector());
+        EXPECT_EQ(sound->getPlayingCount(), c.playing);
+        EXPECT_EQ(sound->playAt(Vector(), index, 0) >= 10, c.positional) << c.playing;
+        EXPECT_EQ(sound->play(index, 0) >= 10, c.plain) << c.playing;
+    }
 }
 
 TEST_F(SoundTest, NamedChannelsCutOffTheirOwnSoundsAndStopChannelChecksItsRange)
@@ -369,10 +348,14 @@ TEST_F(SoundTest, WithoutADeviceEverythingIsSilentUntilARestartSucceeds)
     EXPECT_EQ(sound->play(index, 0), -1);
 }
 
-TEST_F(SoundTest, RestartFallsBackToTheLastSafeSettingsAndRedecodesOnAFormatChange)
+TEST_F(SoundTest, UnusableSettingsFallBackToTheLastSafeOnesAndAFormatChangeRedecodes)
 {
+    setVar("soundfrequency", "0");
+    setVar("soundbuffer", "banana");
     dir.write("a.wav", wav);
     start();
+    EXPECT_EQ(mixer->spec.frequency, 44100);
+    EXPECT_EQ(mixer->lastBufferSize, 1024);
     sound->loadSound("a.wav");
     EXPECT_EQ(mixer->decodes, 1);
 
@@ -401,15 +384,6 @@ TEST_F(SoundTest, RestartFallsBackToTheLastSafeSettingsAndRedecodesOnAFormatChan
     EXPECT_EQ(mixer->spec.frequency, 44100);
 }
 
-TEST_F(SoundTest, UnusableSettingsAtStartUpFallBackToDefaults)
-{
-    setVar("soundfrequency", "0");
-    setVar("soundbuffer", "banana");
-    EXPECT_TRUE(sound->initialise());
-    EXPECT_EQ(mixer->spec.frequency, 44100);
-    EXPECT_EQ(mixer->lastBufferSize, 1024);
-}
-
 TEST_F(SoundTest, DefinitionsSkipBadEntriesAndShareSamplesByPath)
 {
     dir.write("data/sounds/a.wav", wav);
@@ -432,16 +406,13 @@ TEST_F(SoundTest, DefinitionsSkipBadEntriesAndShareSamplesByPath)
     ASSERT_TRUE(sound->loadDefinitions("data/sounds/sounds.xml"));
     EXPECT_EQ(sound->getSampleCount(), 2);
     EXPECT_EQ(sound->findId(0), sound->findId(1)) << "same path, one sample";
-    const SoundSample* a = sound->getSample("data/sounds/a.wav");
-    ASSERT_NE(a, nullptr);
-    EXPECT_EQ(a->channel, 3);
-    EXPECT_EQ(a->volume, 70);
-    EXPECT_FALSE(a->positional);
-    const SoundSample* b = sound->getSample("data/sounds/b.ogg");
-    ASSERT_NE(b, nullptr);
-    EXPECT_EQ(b->channel, -1);
-    EXPECT_EQ(b->volume, 100);
-    EXPECT_TRUE(b->positional);
+    // Channel, volume and placement of each sample.
+    const auto settings = [&](const char* path) {
+        const SoundSample* s = sound->getSample(path);
+        return s ? std::tuple(s->channel, s->volume, s->positional) : std::tuple(-2, -2, false);
+    };
+    EXPECT_EQ(settings("data/sounds/a.wav"), std::tuple(3, 70, false));
+    EXPECT_EQ(settings("data/sounds/b.ogg"), std::tuple(-1, 100, true));
     EXPECT_EQ(sound->findId(8), sound->findId(2));
     for (int id : {5, 6, 7})
         EXPECT_EQ(sound->findId(id), -1) << id;
@@ -476,11 +447,6 @@ TEST_F(SoundTest, ShippedDefinitionsBindEveryIdTheGameUses)
         EXPECT_EQ(mixer->volumes[channel], 0) << id;
         sound->stopChannel(channel);
     }
-    for (const char* name : {"data/sounds/events/On3.wav", "data/sounds/events/Off3.wav",
-                             "data/sounds/gui/MouseTick.wav", "data/sounds/gui/MouseSquare.wav",
-                             "data/sounds/gui/SineHear.wav", "data/sounds/gui/MenuSmoothClose.wav",
-                             Sound::testSoundPath})
-        EXPECT_GE(sound->play(name, 0, 100), 0) << name;
 }
 
 }  // namespace
