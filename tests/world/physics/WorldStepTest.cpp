@@ -85,20 +85,6 @@ TEST_F(WorldStepTest, ABoxFallsLandsAndComesToRest)
     EXPECT_TRUE(crate->quadTreeNode->contains(*crate));
 }
 
-TEST_F(WorldStepTest, BodiesPushEachOther)
-{
-    addStatic(0, 0, 1000, 20);
-    Body* pusher = spawnBox(-40, 18.5f, 16, 16, 50);
-    Body* crate = spawnBox(0, 18.5f, 16, 16, 50);
-    const float start = crate->pos.x;
-    for (int i = 0; i < 80; ++i) {
-        pusher->vel.x = 100.0f;
-        step();
-    }
-    EXPECT_GT(crate->pos.x, start + 20.0f);
-    EXPECT_GT(crate->pos.x - pusher->pos.x, 15.0f);
-}
-
 // A door or lift: never pushed, moved by its own velocity.
 TEST_F(WorldStepTest, MoversCarryTheBodiesStandingOnThem)
 {
