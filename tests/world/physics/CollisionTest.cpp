@@ -225,15 +225,3 @@ TEST(CollisionTest, IntegrateOneStep)
         }
     }
 }
-
-TEST(CollisionTest, GravityScalesWithItsMultiplier)
-{
-    Body b, gravityless;
-    shapeBox(b, 0, 0, 10, 10, 10);
-    shapeBox(gravityless, 0, 0, 10, 10, 10);
-    gravityless.gravitymultiplier = 0.0f;
-    Collision::applyGravity(gravityless, -500, dt);
-    Collision::applyGravity(b, -500, dt);
-    EXPECT_TRUE(gravityless.vel.isZero());
-    EXPECT_NEAR(b.vel.y, -12.5f, 1e-4f);
-}
