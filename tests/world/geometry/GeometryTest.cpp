@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 
 #include "world/geometry/Geometry.h"
 
@@ -13,18 +12,6 @@ std::vector<Vector> square(float half, bool clockwise = false)
         std::reverse(p.begin(), p.end());
     return p;
 }
-}
-
-TEST(Geometry, RandomHelpersStayInRange)
-{
-    std::srand(1234);
-    for (int i = 0; i < 2000; ++i) {
-        const float r = randomInRange(2.0f, 5.0f);
-        ASSERT_GE(r, 2.0f);
-        ASSERT_LT(r, 5.0f);
-        const Vector d = randomDirection();
-        ASSERT_NEAR(d.length2D(), 1.0f, 1e-5f);
-    }
 }
 
 TEST(Geometry, PointInConvexPolygonEitherWindingAndCircleTouches)
