@@ -126,21 +126,6 @@ TEST_F(QuadTreeTest, DeletedBodiesLeaveTheTreeAndClearedTreesForgetBodies)
     EXPECT_TRUE(tree.getChildren().empty());
 }
 
-TEST_F(QuadTreeTest, WithinRadiusUsesTheSweptRadius)
-{
-    Body* a = add(box(100, 0, 10, 10));
-    Body* b = add(box(-300, -300, 10, 10));
-    ASSERT_TRUE(tree.insert(a));
-    ASSERT_TRUE(tree.insert(b));
-    const float r = a->sweptRadius;
-    std::vector<Body*> out;
-    tree.withinRadius(Vector(0, 0), 100.5f - r, out);
-    EXPECT_EQ(out, std::vector<Body*>{a});
-    out.clear();
-    tree.withinRadius(Vector(0, 0), 99 - r, out);
-    EXPECT_TRUE(out.empty());
-}
-
 TEST_F(QuadTreeTest, TraceFindsHitsAndSortsStably)
 {
     Body* nearWall = add(box(100, 0, 10, 100));
