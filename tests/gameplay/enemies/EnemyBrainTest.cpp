@@ -203,37 +203,33 @@ TEST_F(EnemyBrainTest, SearchLightTriggersAtMostOncePerUntriggerTimer)
     EXPECT_FALSE(light->inCone(player->pos, player->radius));
 }
 
-TEST_F(EnemyBrainTest, KamikazeBlastHurtsWithinItsRangeAndDiesOnce)
+// Walked into or shot, a kamikaze blasts once, hurting only what is within 64.
+TEST_F(EnemyBrainTest, KamikazeBlastsOnceWithinItsRange)
 {
     player->setGodMode(false);
-    const int before = player->health + player->armour;
-    auto* kamikaze = spawnEnemy<KamikazeGrunt>(-370.0f, 40.0f);
     GameBody* near = target(-370.0f, 90.0f);
     GameBody* far = target(-370.0f, 200.0f);
-    kamikaze->think(0.1f);
-    EXPECT_TRUE(kamikaze->exploded);
-    EXPECT_EQ(near->health, 1000 - 50);
-    EXPECT_EQ(far->health, 1000);
-    EXPECT_LT(player->health + player->armour, before);
-    kamikaze->specialAction();
-    kamikaze->think(0.1f);
-    EXPECT_EQ(near->health, 1000 - 50) << "one blast only";
-    frame();
-    EXPECT_EQ(count<KamikazeGrunt>(), 0);
-}
-
-TEST_F(EnemyBrainTest, ShotKamikazeStillExplodesOnce)
-{
-    auto* kamikaze = spawnEnemy<KamikazeGrunt>(-100.0f, 150.0f);
-    GameBody* near = target(-100.0f, 200.0f);
-    kamikaze->takeDamage(500, 1);
-    EXPECT_TRUE(kamikaze->exploded);
-    EXPECT_TRUE(kamikaze->dying);
-    EXPECT_EQ(near->health, 1000 - 50);
-    kamikaze->takeDamage(500, 1);
-    EXPECT_EQ(near->health, 1000 - 50) << "one blast only";
-    frame();
-    EXPECT_EQ(count<KamikazeGrunt>(), 0);
+    for (const bool shot : {false, true}) {
+        SCOPED_TRACE(shot ? "shot" : "walked into");
+        player->health = 100;
+        near->health = 1000;
+        auto* kamikaze = spawnEnemy<KamikazeGrunt>(-370.0f, 40.0f);
+        if (shot)
+            kamikaze->takeDamage(500, 1);
+        else
+            kamikaze->think(0.1f);
+        EXPECT_TRUE(kamikaze->exploded);
+        EXPECT_TRUE(kamikaze->dying);
+        EXPECT_EQ(near->health, 1000 - 50);
+        EXPECT_EQ(far->health, 1000);
+        EXPECT_LT(player->health, 100);
+        kamikaze->specialAction();
+        kamikaze->takeDamage(500, 1);
+        kamikaze->think(0.1f);
+        EXPECT_EQ(near->health, 1000 - 50) << "one blast only";
+        frame();
+        EXPECT_EQ(count<KamikazeGrunt>(), 0);
+    }
 }
 
 TEST_F(EnemyBrainTest, BlowsKeepTheirVictimsInThePlane)
@@ -340,33 +336,31 @@ TEST_F(EnemyBrainTest, FriendlyHuntsEnemiesAndOtherwiseFollows)
     EXPECT_EQ(friendly->vel.length2D(), 0.0f) << "waits when the player is far behind";
 }
 
-TEST_F(EnemyBrainTest, SwarmMembersBiteEnemiesAndExpire)
+// Bites reach past the jaws against enemies, and to the box of hard drives
+// and CPUs, which are larger than the jaws.
+TEST_F(EnemyBrainTest, SwarmMembersBiteWhatTheyReachAndExpire)
 {
-    auto* grunt = spawnEnemy<ChaingunGrunt>(-200.0f, 150.0f);
-    grunt->thinks = false;
-    auto* swarm = swarmAt(-260.0f, 150.0f);
-    swarm->think(0.1f);
-    EXPECT_GT(swarm->vel.x, 0.0f);
-    EXPECT_GT(swarm->gun().nextFireTime, 0.0f) << "60 away is within reach";
-    EXPECT_LT(grunt->health, grunt->initialhealth);
-    frames(50);
-    EXPECT_EQ(count<SwarmMember>(), 0) << "gone after its life time";
-}
-
-// Hard drives and CPUs are larger than the bite's reach from their middle.
-TEST_F(EnemyBrainTest, SwarmMembersReachObjectivesTheyPressAgainst)
-{
-    for (const auto& [gap, bites] : {std::pair{1.0f, true}, {90.0f, false}}) {
-        auto* drive = spawnEnemy<HardDrive>(-100.0f, 150.0f, 1, 72.0f);
-        place(drive, -100.0f, 150.0f);
-        drive->thinks = false;
-        auto* swarm = swarmAt(-100.0f - 36.0f - 8.0f - gap, 150.0f);
+    const struct {
+        bool objective;
+        float gap; // from the swarm member's middle to the victim's edge
+        bool bites;
+    } cases[] = {{false, 52.0f, true}, {false, 92.0f, false}, {true, 1.0f, true}, {true, 90.0f, false}};
+    for (const auto& c : cases) {
+        const float size = c.objective ? 72.0f : 16.0f;
+        EnemyBase* victim = c.objective ? static_cast<EnemyBase*>(spawnEnemy<HardDrive>(-100.0f, 150.0f, 1, size))
+                                        : spawnEnemy<ChaingunGrunt>(-100.0f, 150.0f);
+        victim->thinks = false;
+        auto* swarm = swarmAt(-100.0f - size / 2.0f - c.gap, 150.0f);
         swarm->think(0.1f);
-        EXPECT_EQ(drive->health < drive->initialhealth, bites) << gap;
-        drive->die();
+        EXPECT_GT(swarm->vel.x, 0.0f) << c.gap;
+        EXPECT_EQ(victim->health < victim->initialhealth, c.bites) << c.gap;
+        victim->die();
         swarm->die();
         frame();
     }
+    swarmAt(-300.0f, 150.0f);
+    frames(50);
+    EXPECT_EQ(count<SwarmMember>(), 0) << "gone after its life time";
 }
 
 // The sniper warns: a line on the player for a while before each shot.
