@@ -107,6 +107,9 @@ TEST_F(BossesTest, BlockBossOnlyFeelsBlocksOfItsCurrentColour)
     at(2200.0f);
     touch(*boss, *block(2));
     EXPECT_EQ(boss->health, 700);
+    at(3000.0f);
+    boss->takeDamage(5000, BlockBoss::bossBlockDamageType);
+    EXPECT_EQ(boss->lastCashDropped(), 15) << "a sure drop";
 }
 
 TEST_F(BossesTest, BlockBossFiresRocketsAndCloseUpTheShotgun)
@@ -123,15 +126,7 @@ TEST_F(BossesTest, BlockBossFiresRocketsAndCloseUpTheShotgun)
     EXPECT_GT(boss->shotgun->nextFireTime, 1600.0f);
 }
 
-TEST_F(BossesTest, BlockBossDropsFifteenCashForSure)
-{
-    auto* boss = spawn<BlockBoss>(400.0f, 300.0f, 64.0f);
-    boss->showdamage = false;
-    boss->takeDamage(5000, BlockBoss::bossBlockDamageType);
-    EXPECT_EQ(boss->lastCashDropped(), 15);
-}
-
-TEST_F(BossesTest, DestroyerFightsInBurstsCyclingItsWeapons)
+TEST_F(BossesTest, DestroyerFightsInBurstsCyclingItsWeaponsAndPatrolsOtherwise)
 {
     player->health = 100000;
     placePlayer(-100.0f, 100.0f);
@@ -159,17 +154,12 @@ TEST_F(BossesTest, DestroyerFightsInBurstsCyclingItsWeapons)
     EXPECT_GT(destroyer->weapons[2]->nextFireTime, 8900.0f) << "the shotgun burst";
     thinkAt(*destroyer, 12000.0f);
     EXPECT_EQ(destroyer->weaponState, 0) << "after the shotgun come rockets again";
-}
 
-TEST_F(BossesTest, DestroyerPatrolsWhenThePlayerIsFar)
-{
     placePlayer(-900.0f, 16.0f);
-    auto* destroyer = spawn<Destroyer>(100.0f, 100.0f, 64.0f);
-    thinkAt(*destroyer, 500.0f);
-    EXPECT_FALSE(destroyer->firing);
-    EXPECT_FLOAT_EQ(destroyer->vel.x, -128.0f);
+    thinkAt(*destroyer, 12100.0f);
+    EXPECT_FLOAT_EQ(destroyer->vel.x, -128.0f) << "patrols when the player is far";
     EXPECT_FLOAT_EQ(destroyer->vel.y, 0.0f);
-    thinkAt(*destroyer, 2600.0f);
+    thinkAt(*destroyer, 14200.0f);
     EXPECT_FLOAT_EQ(destroyer->vel.x, 128.0f);
 }
 
