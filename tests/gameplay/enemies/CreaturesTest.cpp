@@ -46,16 +46,20 @@ TEST_F(CreaturesTest, EveryClassStartsWithItsHealthAndImage)
     EXPECT_NE(dynamic_cast<HardDrive*>(game->getBodyFactory()->create("cpu").get()), nullptr);
 }
 
-TEST_F(CreaturesTest, ALevelThreeBacteriumSplitsOnceIntoTwoLevelFours)
+TEST_F(CreaturesTest, ASeenLevelThreeBacteriumSplitsOnceIntoTwoLevelFours)
 {
-    placePlayer(-100.0f, 16.0f);
+    placePlayer(-900.0f, 16.0f); // beyond 290
     auto* bacterium = spawn<Bacteria>(0.0f, 16.0f);
     bacterium->applyLevel(3);
-    thinkAt(*bacterium, 1000.0f);
-    EXPECT_FLOAT_EQ(bacterium->splitTime, 4000.0f);
-    thinkAt(*bacterium, 3900.0f);
+    for (float t = 100.0f; t < 10000.0f; t += 100.0f)
+        thinkAt(*bacterium, t);
+    EXPECT_EQ(count<Bacteria>(), 1) << "unseen, it never splits";
+    placePlayer(-100.0f, 16.0f);
+    thinkAt(*bacterium, 11000.0f);
+    EXPECT_FLOAT_EQ(bacterium->splitTime, 14000.0f);
+    thinkAt(*bacterium, 13900.0f);
     EXPECT_EQ(count<Bacteria>(), 1);
-    thinkAt(*bacterium, 4100.0f);
+    thinkAt(*bacterium, 14100.0f);
     ASSERT_EQ(count<Bacteria>(), 2);
     EXPECT_TRUE(played(41)) << "the hatching sound";
     EXPECT_FALSE(played(33)) << "not the switch";
@@ -73,21 +77,11 @@ TEST_F(CreaturesTest, ALevelThreeBacteriumSplitsOnceIntoTwoLevelFours)
         }
     }
     // Level 4 is the last: seeing the player for a long time splits nothing.
-    for (float t = 4200.0f; t < 20000.0f; t += 100.0f)
+    for (float t = 14200.0f; t < 30000.0f; t += 100.0f)
         for (Body* body : std::vector<Body*>(game->getBodies().begin(), game->getBodies().end()))
             if (auto* b = dynamic_cast<Bacteria*>(body))
                 thinkAt(*b, t);
     EXPECT_EQ(count<Bacteria>(), 2);
-}
-
-TEST_F(CreaturesTest, ABacteriumThatNeverSeesThePlayerNeverSplits)
-{
-    placePlayer(-900.0f, 16.0f);  // beyond 290
-    auto* bacterium = spawn<Bacteria>(0.0f, 16.0f);
-    for (float t = 100.0f; t < 10000.0f; t += 100.0f)
-        thinkAt(*bacterium, t);
-    EXPECT_EQ(count<Bacteria>(), 1);
-    EXPECT_EQ(bacterium->level, 1);
 }
 
 TEST_F(CreaturesTest, EggsCrackNearThePlayerAndHatchFiveSwarmersOfTheirLevel)
