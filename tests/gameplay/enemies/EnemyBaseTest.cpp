@@ -25,7 +25,8 @@ public:
     int changes = 0;
 };
 
-// Levels come from level files, spawners and saves; every class holds them to 1..5.
+// Levels come from level files, spawners and saves; every class holds them to
+// 1..5 and lets a level file's health stand.
 TEST(EnemyBase, EveryClassClampsItsLevel)
 {
     GameBodyFactory factory;
@@ -47,6 +48,8 @@ TEST(EnemyBase, EveryClassClampsItsLevel)
         EXPECT_EQ(enemy->level, 1) << name;
         enemy->applyLevel(99);
         EXPECT_EQ(enemy->level, 5) << name;
+        enemy->readAttributes({{"health", "33"}, {"level", "3"}});
+        EXPECT_EQ(enemy->health, 33) << name << ": an explicit health beats the level table";
     }
 }
 
@@ -66,14 +69,6 @@ TEST(EnemyBase, LevelsPastTheTableKeepTheLastRow)
     EXPECT_EQ(grunt.gun().damage, 35);
     EXPECT_EQ(grunt.texture, "data/images/plasmaenemy4.png");
     EXPECT_EQ(grunt.health, 130);
-}
-
-TEST(EnemyBase, AnExplicitHealthBeatsTheLevelTable)
-{
-    ChaingunGrunt grunt;
-    grunt.readAttributes({{"health", "33"}, {"level", "3"}});
-    EXPECT_EQ(grunt.level, 3);
-    EXPECT_EQ(grunt.health, 33);
 }
 
 TEST(EnemyBase, ARestoredLevelRearmsTheGrunt)
