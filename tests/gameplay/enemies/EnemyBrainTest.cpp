@@ -16,13 +16,9 @@
 #include "gameplay/enemies/HardDrive.h"
 #include "gameplay/enemies/SwarmMember.h"
 #include "gameplay/enemies/Turret.h"
-#include "gameplay/projectiles/RocketProjectile.h"
 #include "gameplay/weapons/ChaingunWeapon.h"
-#include "gameplay/weapons/MeleeWeapon.h"
 #include "gameplay/weapons/PlasmaPistolWeapon.h"
 #include "gameplay/weapons/RailgunWeapon.h"
-#include "gameplay/weapons/RocketWeapon.h"
-#include "gameplay/weapons/ShotgunWeapon.h"
 #include "world/level/BodyFactory.h"
 #include "world/movers/Door.h"
 
