@@ -52,24 +52,21 @@ TEST_F(EnemyArenaTest, GodModeSoakStaysBounded)
     EXPECT_FALSE(player->dead);
 }
 
-TEST_F(EnemyArenaTest, WarpingToTheMineFieldLeavesThePlayerAlive)
-{
-    const int before = count("proxygrenade");
-    run("warpto minefield");
-    frames(80);
-    EXPECT_FALSE(player->dead);
-    EXPECT_EQ(count("proxygrenade"), before);
-}
-
-// The boss waits at home while the player is elsewhere, then fights inside
-// its arena with a bounded crowd of reinforcements.
+// The boss waits at home while the player is elsewhere (at the way into the
+// mine field), then fights inside its arena with a bounded crowd of
+// reinforcements.
 TEST_F(EnemyArenaTest, BlockBossFightsOnlyInItsArenaWithBoundedReinforcements)
 {
     auto* boss = byType<EnemyBase>("blockboss");
     ASSERT_NE(boss, nullptr);
     const Vector home = boss->pos;
     const int placed = reinforcements();
-    frames(1000);
+    const int mines = count("proxygrenade");
+    run("warpto minefield");
+    frames(80);
+    ASSERT_FALSE(player->dead) << "the mine field's way in is clear of the mines";
+    ASSERT_EQ(count("proxygrenade"), mines);
+    frames(920);
     EXPECT_NEAR(boss->pos.x, home.x, 1.0f);
     EXPECT_EQ(reinforcements(), placed);
 
