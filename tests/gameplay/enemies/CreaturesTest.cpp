@@ -52,7 +52,7 @@ TEST_F(CreaturesTest, ASeenLevelThreeBacteriumSplitsOnceIntoTwoLevelFours)
     EXPECT_EQ(count<Bacteria>(), 2);
 }
 
-TEST_F(CreaturesTest, EggsCrackNearThePlayerAndHatchFiveSwarmersOfTheirLevel)
+TEST_F(CreaturesTest, EggsCrackNearThePlayerAndHatchFiveSwarmersThatBiteAndExpire)
 {
     auto* egg = spawn<Egg>(0.0f, 16.0f);
     egg->applyLevel(2);
@@ -70,10 +70,12 @@ TEST_F(CreaturesTest, EggsCrackNearThePlayerAndHatchFiveSwarmersOfTheirLevel)
     EXPECT_TRUE(egg->cancleanup) << "the shell is gone";
     ASSERT_EQ(count<Swarmer>(), 5);
     EXPECT_TRUE(played(41));
+    Swarmer* hatched = nullptr;
     for (Body* body : game->getBodies()) {
         auto* s = dynamic_cast<Swarmer*>(body);
         if (!s)
             continue;
+        hatched = s;
         EXPECT_EQ(s->level, 2);
         EXPECT_EQ(s->health, 20);
         EXPECT_EQ(s->attack, 15);
@@ -82,31 +84,26 @@ TEST_F(CreaturesTest, EggsCrackNearThePlayerAndHatchFiveSwarmersOfTheirLevel)
         EXPECT_NEAR(s->bounds->maxX - s->bounds->minX, 8.0f, 0.01f);
         EXPECT_FLOAT_EQ(s->expireTime, 2050.0f + Swarmer::lifeMillis);
     }
-}
 
-TEST_F(CreaturesTest, SwarmersLiveSevenSecondsAndBiteTwiceASecondAtMost)
-{
-    at(1000.0f);
-    auto* swarmer = spawn<Swarmer>(-560.0f, 16.0f);
-    thinkAt(*swarmer, 7900.0f);
-    EXPECT_FALSE(swarmer->cancleanup);
-
+    // Swarmers bite only the player, twice a second at most, and live seven seconds.
     player->health = 100;
-    swarmer->vel = Vector(50.0f, 0.0f);
-    EXPECT_EQ(healthAfterTouches(*swarmer, *player, {2000.0f, 2400.0f, 2600.0f}), (std::vector<int>{93, 93, 86}));
-    EXPECT_TRUE(swarmer->vel.isZero()) << "a biter stops";
+    hatched->vel = Vector(50.0f, 0.0f);
+    EXPECT_EQ(healthAfterTouches(*hatched, *player, {3000.0f, 3400.0f, 3600.0f}), (std::vector<int>{85, 85, 70}));
+    EXPECT_TRUE(hatched->vel.isZero()) << "a biter stops";
     GameBody other;
     other.takedamage = true;
     at(4000.0f);
-    touch(*swarmer, other);
-    EXPECT_EQ(other.health, 100) << "only the player is bitten";
-
-    thinkAt(*swarmer, 8100.0f);
-    EXPECT_TRUE(swarmer->cancleanup);
+    touch(*hatched, other);
+    EXPECT_EQ(other.health, 100);
+    thinkAt(*hatched, 8950.0f);
+    EXPECT_FALSE(hatched->cancleanup);
+    thinkAt(*hatched, 9150.0f);
+    EXPECT_TRUE(hatched->cancleanup);
 }
 
 // Engineers fly to the nearest objective within their search and, once
-// there, repair it every half second.
+// there, repair it every half second; objectives show their health and
+// explode.
 TEST_F(CreaturesTest, EngineersRepairTheNearestObjectiveEveryHalfSecond)
 {
     placePlayer(-300.0f, 16.0f);
@@ -140,19 +137,14 @@ TEST_F(CreaturesTest, EngineersRepairTheNearestObjectiveEveryHalfSecond)
     capped.health = 80;
     capped.addHealth(Engineer::repairAmount);
     EXPECT_EQ(capped.health, 100);
-}
 
-TEST_F(CreaturesTest, ObjectivesShowTheirHealthAndExplode)
-{
-    auto* drive = spawn<HardDrive>(0.0f, 100.0f, 32.0f);
-    drive->health = 80;
-    EXPECT_EQ(drive->healthText(), "80/100");
+    EXPECT_EQ(far->healthText(), "20/100");
     NullRenderer renderer;
-    drive->drawExtras(renderer);
-    drive->takeDamage(500, 1);
-    EXPECT_TRUE(drive->cancleanup);
-    EXPECT_TRUE(played(0));
-    EXPECT_EQ(drive->lastCashDropped(), 0);
+    far->drawExtras(renderer);
+    far->takeDamage(500, 1);
+    EXPECT_TRUE(far->cancleanup);
+    EXPECT_TRUE(played(0)) << "objectives explode";
+    EXPECT_EQ(far->lastCashDropped(), 0);
 }
 
 }
