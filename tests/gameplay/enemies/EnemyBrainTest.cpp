@@ -20,15 +20,10 @@
 #include "gameplay/weapons/PlasmaPistolWeapon.h"
 #include "gameplay/weapons/RailgunWeapon.h"
 #include "world/level/BodyFactory.h"
+#include "world/logic/LogicFixture.h"
 #include "world/movers/Door.h"
 
 namespace {
-
-class Alarm : public GameBody {
-public:
-    void onTriggered(GameBody*) override { ++fired; }
-    int fired = 0;
-};
 
 class EnemyBrainTest : public EnemiesFixture {
 protected:
@@ -183,7 +178,7 @@ TEST_F(EnemyBrainTest, SearchLightTriggersAtMostOncePerUntriggerTimer)
     auto* light = spawnEnemy<SearchLight>(-400.0f, 250.0f);
     light->readAttributes({{"startangle", "0"}, {"speed", "0"}, {"conewidth", "60"}, {"conelength", "300"},
                            {"untriggertimer", "1000"}});
-    auto* alarm = spawn<Alarm>(3000.0f, 300.0f, 8.0f);
+    auto* alarm = spawn<TriggerRecorder>(3000.0f, 300.0f, 8.0f);
     light->addTarget(alarm);
     EXPECT_TRUE(light->inCone(player->pos, player->radius));
     for (int i = 0; i < 100; ++i) { // 2.5 s in the cone
@@ -192,7 +187,7 @@ TEST_F(EnemyBrainTest, SearchLightTriggersAtMostOncePerUntriggerTimer)
             placePlayer(-400.0f, 40.0f);
     }
     EXPECT_EQ(light->sighted, player);
-    EXPECT_EQ(alarm->fired, 3);
+    EXPECT_EQ(alarm->activators.size(), 3u);
     placePlayer(-100.0f, 40.0f); // out of the cone, within watch range
     frames(4);
     EXPECT_EQ(light->sighted, nullptr);
