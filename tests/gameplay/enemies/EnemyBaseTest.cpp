@@ -27,18 +27,27 @@ public:
     int changes = 0;
 };
 
+// Placed creatures wait for the player; only the patrolling classes set off.
 // Levels come from level files, spawners and saves; every class holds them to
 // 1..5 and lets a level file's health stand.
-TEST(EnemyBase, EveryClassClampsItsLevel)
+TEST(EnemyBase, EveryClassStartsStillUnlessItPatrolsAndClampsItsLevel)
 {
+    const std::set<std::string> patrollers = {"chaingungrunt", "plasmagrunt",  "rocketgrunt",
+                                              "shotgungrunt",  "meleegrunt",   "kamikazegrunt",
+                                              "sniper",        "spawnergrunt", "egglayer",
+                                              "blockboss",     "destroyer"};
     GameBodyFactory factory;
     factory.registerPrototypes();
     const std::pair<const char*, int> rows[] = {{"3", 3}, {"0", 1}, {"-1", 1}, {"junk", 1}, {"6", 5}};
+    int seen = 0;
     for (const auto& name : GameBodyFactory::typeNames()) {
         std::unique_ptr<Body> body = factory.create(name);
         auto* enemy = dynamic_cast<EnemyBase*>(body.get());
         if (!enemy)
             continue;
+        ++seen;
+        EXPECT_FLOAT_EQ(enemy->vel.x, patrollers.count(name) ? enemy->patrolSpeed : 0.0f) << name;
+        EXPECT_FLOAT_EQ(enemy->vel.y, 0.0f) << name;
         for (const auto& [text, expected] : rows) {
             enemy->readAttributes({{"level", text}});
             EXPECT_EQ(enemy->level, expected) << name << " " << text;
@@ -53,6 +62,7 @@ TEST(EnemyBase, EveryClassClampsItsLevel)
         enemy->readAttributes({{"health", "33"}, {"level", "3"}});
         EXPECT_EQ(enemy->health, 33) << name << ": an explicit health beats the level table";
     }
+    EXPECT_GT(seen, static_cast<int>(patrollers.size()));
 }
 
 // A level past a class's table keeps the last row's numbers.
@@ -121,29 +131,6 @@ TEST(EnemyBase, PatrolTurnsEveryPeriodStartingLeft)
         enemy.patrol(t);
         EXPECT_FLOAT_EQ(enemy.vel.x, vx) << t;
     }
-}
-
-// Placed creatures wait for the player; only the patrolling classes set off.
-TEST(EnemyBase, OnlyPatrollingEnemiesStartMoving)
-{
-    const std::set<std::string> patrollers = {"chaingungrunt", "plasmagrunt",  "rocketgrunt",
-                                              "shotgungrunt",  "meleegrunt",   "kamikazegrunt",
-                                              "sniper",        "spawnergrunt", "egglayer",
-                                              "blockboss",     "destroyer"};
-    GameBodyFactory factory;
-    factory.registerPrototypes();
-    int seen = 0;
-    for (const auto& name : GameBodyFactory::typeNames()) {
-        std::unique_ptr<Body> body = factory.create(name);
-        const auto* enemy = dynamic_cast<const EnemyBase*>(body.get());
-        if (!enemy)
-            continue;
-        ++seen;
-        const float expected = patrollers.count(name) ? enemy->patrolSpeed : 0.0f;
-        EXPECT_FLOAT_EQ(enemy->vel.x, expected) << name;
-        EXPECT_FLOAT_EQ(enemy->vel.y, 0.0f) << name;
-    }
-    EXPECT_GT(seen, static_cast<int>(patrollers.size()));
 }
 
 // Of `deaths` fresh T's dying, how many dropped cash and the most one dropped.
