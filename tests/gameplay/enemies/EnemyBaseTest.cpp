@@ -21,12 +21,6 @@
 
 namespace {
 
-class CountingEnemy : public EnemyBase {
-public:
-    void sightedChanged() override { ++changes; }
-    int changes = 0;
-};
-
 // Placed creatures wait for the player; only the patrolling classes set off.
 // Levels come from level files, spawners and saves; every class holds them to
 // 1..5 and lets a level file's health stand.
@@ -93,21 +87,6 @@ TEST(EnemyBase, ARestoredLevelRearmsTheGrunt)
     restored.readState(&saved);
     EXPECT_EQ(restored.level, 3);
     EXPECT_FLOAT_EQ(restored.gun().delay, 200.0f) << "the weapon follows the restored level";
-}
-
-TEST(EnemyBase, SightingOnlyMovesWhenTheBodyChanges)
-{
-    CountingEnemy enemy;
-    Body a, b;
-    enemy.setSighted(&a);
-    enemy.setSighted(&a);
-    EXPECT_EQ(enemy.changes, 1);
-    enemy.clearSighted();
-    EXPECT_EQ(enemy.sighted, nullptr);
-    EXPECT_EQ(enemy.changes, 1);
-    enemy.setSighted(&b);
-    EXPECT_EQ(enemy.changes, 2);
-    EXPECT_EQ(enemy.sighted, &b);
 }
 
 TEST(EnemyBase, SteeringDampsTheHorizontalPushAndCapsSpeed)
