@@ -78,7 +78,6 @@ TEST_F(CreaturesTest, EggsCrackNearThePlayerAndHatchFiveSwarmersThatBiteAndExpir
         hatched = s;
         EXPECT_EQ(s->level, 2);
         EXPECT_EQ(s->health, 20);
-        EXPECT_EQ(s->attack, 15);
         EXPECT_TRUE(s->vel.isZero());
         EXPECT_LE(s->pos.distance2D(egg->pos), 8.01f);
         EXPECT_NEAR(s->bounds->maxX - s->bounds->minX, 8.0f, 0.01f);

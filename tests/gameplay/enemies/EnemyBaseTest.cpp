@@ -59,8 +59,9 @@ TEST(EnemyBase, EveryClassStartsStillUnlessItPatrolsAndClampsItsLevel)
     EXPECT_GT(seen, static_cast<int>(patrollers.size()));
 }
 
-// A level past a class's table keeps the last row's numbers.
-TEST(EnemyBase, LevelsPastTheTableKeepTheLastRow)
+// A level past a class's table keeps the last row's numbers; a level restored
+// from a save rearms the grunt.
+TEST(EnemyBase, LevelsPastTheTableKeepTheLastRowAndRestoredOnesRearm)
 {
     Bacteria bacterium;
     bacterium.applyLevel(4);
@@ -75,16 +76,13 @@ TEST(EnemyBase, LevelsPastTheTableKeepTheLastRow)
     EXPECT_EQ(grunt.gun().damage, 35);
     EXPECT_EQ(grunt.texture, "data/images/plasmaenemy4.png");
     EXPECT_EQ(grunt.health, 130);
-}
 
-TEST(EnemyBase, ARestoredLevelRearmsTheGrunt)
-{
-    ChaingunGrunt grunt;
-    grunt.applyLevel(3);
-    TiXmlElement saved("body");
-    grunt.writeState(&saved);
+    ChaingunGrunt saved;
+    saved.applyLevel(3);
+    TiXmlElement state("body");
+    saved.writeState(&state);
     ChaingunGrunt restored;
-    restored.readState(&saved);
+    restored.readState(&state);
     EXPECT_EQ(restored.level, 3);
     EXPECT_FLOAT_EQ(restored.gun().delay, 200.0f) << "the weapon follows the restored level";
 }

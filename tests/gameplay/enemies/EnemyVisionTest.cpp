@@ -33,6 +33,10 @@ protected:
 TEST_F(EnemyVisionTest, WhatStandsBetweenDecidesTheView)
 {
     EXPECT_TRUE(viewer->canSee(false)) << "a clear line";
+    auto* swarm = spawn<SwarmMember>(-600.0f, 40.0f);
+    EXPECT_TRUE(EnemyBase::lineOfSight(*swarm, *viewer, false)) << "swarm members look through the player";
+    auto* friendly = spawnEnemy<Friendly>(-700.0f, 40.0f);
+    EXPECT_FALSE(EnemyBase::lineOfSight(*friendly, *viewer, false)) << "the player blocks everyone else";
     between<Body>()->kind = 11;
     between<Body>(30.0f)->kind = 12;
     between<Body>(20.0f)->type = "detail";
@@ -57,14 +61,6 @@ TEST_F(EnemyVisionTest, WhatStandsBetweenDecidesTheView)
     auto* other = spawnEnemy<ChaingunGrunt>(-200.0f, 200.0f);
     wall(-300.0f, 120.0f, 16.0f, 80.0f);
     EXPECT_FALSE(other->canSee(true)) << "level geometry";
-}
-
-TEST_F(EnemyVisionTest, SwarmMembersLookThroughThePlayer)
-{
-    auto* swarm = spawn<SwarmMember>(-600.0f, 40.0f);
-    EXPECT_TRUE(EnemyBase::lineOfSight(*swarm, *viewer, false));
-    auto* friendly = spawnEnemy<Friendly>(-700.0f, 40.0f);
-    EXPECT_FALSE(EnemyBase::lineOfSight(*friendly, *viewer, false)) << "the player blocks everyone else";
 }
 
 }
