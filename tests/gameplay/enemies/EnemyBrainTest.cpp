@@ -190,22 +190,36 @@ TEST_F(EnemyBrainTest, SearchLightTriggersAtMostOncePerUntriggerTimer)
     EXPECT_FALSE(light->inCone(player->pos, player->radius));
 }
 
-// Walked into or shot, a kamikaze blasts once, hurting only what is within 64
-// and pushing nobody off the drawing depth.
+// Walked into, shot or left with a burning fuse, a kamikaze blasts once,
+// hurting only what is within 64 and pushing nobody off the drawing depth.
 TEST_F(EnemyBrainTest, KamikazeBlastsOnceWithinItsRange)
 {
     player->setGodMode(false);
     GameBody* near = target(-370.0f, 90.0f);
     GameBody* far = target(-370.0f, 200.0f);
-    for (const bool shot : {false, true}) {
-        SCOPED_TRACE(shot ? "shot" : "walked into");
+    enum How { walkedInto, shot, fuse };
+    for (const How how : {walkedInto, shot, fuse}) {
+        SCOPED_TRACE(how);
         player->health = 100;
         near->health = 1000;
-        auto* kamikaze = spawnEnemy<KamikazeGrunt>(-370.0f, 40.0f);
-        if (shot)
-            kamikaze->takeDamage(500, 1);
-        else
+        // The fuse is lit 55 from the player: in range, outside the blast.
+        auto* kamikaze = spawnEnemy<KamikazeGrunt>(how == fuse ? -345.0f : -370.0f, 40.0f);
+        if (how == walkedInto) {
             kamikaze->think(0.1f);
+        } else if (how == shot) {
+            kamikaze->takeDamage(500, 1);
+        } else {
+            kamikaze->thinks = false;
+            kamikaze->patrolSpeed = 0.0f;
+            // Two seconds after it is lit, the fuse burns out.
+            for (const int wait : {0, 40, 44}) {
+                frames(wait);
+                placePlayer(-400.0f, 40.0f);
+                place(kamikaze, -345.0f, 40.0f);
+                kamikaze->think(0.1f);
+                ASSERT_EQ(kamikaze->exploded, wait == 44) << wait;
+            }
+        }
         EXPECT_TRUE(kamikaze->exploded);
         EXPECT_TRUE(kamikaze->dying);
         EXPECT_EQ(near->health, 1000 - 50);
@@ -219,27 +233,6 @@ TEST_F(EnemyBrainTest, KamikazeBlastsOnceWithinItsRange)
         frame();
         EXPECT_EQ(count<KamikazeGrunt>(), 0);
     }
-}
-
-TEST_F(EnemyBrainTest, KamikazeFuseBurnsOutAfterTwoSeconds)
-{
-    auto* kamikaze = spawnEnemy<KamikazeGrunt>(-345.0f, 40.0f); // 55: in range, outside the blast
-    kamikaze->thinks = false;
-    kamikaze->patrolSpeed = 0.0f;
-    kamikaze->think(0.1f);
-    EXPECT_FALSE(kamikaze->exploded);
-    EXPECT_GT(kamikaze->fuseTime, GameBody::now());
-    kamikaze->vel = Vector();
-    frames(40);
-    placePlayer(-400.0f, 40.0f);
-    place(kamikaze, -345.0f, 40.0f);
-    kamikaze->think(0.1f);
-    EXPECT_FALSE(kamikaze->exploded) << "one second in";
-    frames(44);
-    placePlayer(-400.0f, 40.0f);
-    place(kamikaze, -345.0f, 40.0f);
-    kamikaze->think(0.1f);
-    EXPECT_TRUE(kamikaze->exploded);
 }
 
 TEST_F(EnemyBrainTest, SpawnerGruntKeepsItsBroodAtMaxAlive)
