@@ -270,9 +270,7 @@ TEST_F(EnemyBrainTest, EggLayerLaysLevelledEggsAndThrowsThemWhenThePlayerIsNear)
     Body* egg = layer->spawnOne();
     ASSERT_NE(egg, nullptr);
     EXPECT_EQ(egg->type, "egg");
-    if (auto* enemy = dynamic_cast<EnemyBase*>(egg)) {
-        EXPECT_EQ(enemy->level, 2);
-    }
+    EXPECT_EQ(dynamic_cast<EnemyBase&>(*egg).level, 2);
     EXPECT_NEAR(egg->vel.length2D(), 8.0f, 0.01f) << "dropped while the player is far";
 
     place(layer, -250.0f, 150.0f);
