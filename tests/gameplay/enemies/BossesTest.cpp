@@ -62,10 +62,14 @@ TEST_F(BossesTest, BlockBossCyclesItsDamageStatesAndCallsItsReinforcementsInTurn
     EXPECT_EQ(a->activators[0], boss);
     EXPECT_EQ(boss->addLevel, 1);
 
-    // A name that finds no body is harmless.
+    // A name that finds no body, or no name at all, is harmless.
     boss->adds[1] = "nobody";
     thinkAt(*boss, 80010.0f);
     EXPECT_EQ(boss->addLevel, 0);
+    boss->adds[0].clear();
+    thinkAt(*boss, 100020.0f);
+    EXPECT_EQ(boss->addLevel, 1);
+    EXPECT_EQ(a->activators.size(), 2u);
 }
 
 TEST_F(BossesTest, BlockBossOnlyFeelsBlocksOfItsCurrentColour)

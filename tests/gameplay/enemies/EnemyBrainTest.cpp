@@ -17,6 +17,7 @@
 #include "gameplay/enemies/SwarmMember.h"
 #include "gameplay/enemies/Turret.h"
 #include "gameplay/weapons/ChaingunWeapon.h"
+#include "gameplay/weapons/MeleeWeapon.h"
 #include "gameplay/weapons/PlasmaPistolWeapon.h"
 #include "gameplay/weapons/RailgunWeapon.h"
 #include "world/level/BodyFactory.h"
@@ -320,6 +321,7 @@ TEST_F(EnemyBrainTest, SwarmMembersBiteWhatTheyReachAndExpire)
         auto* swarm = swarmAt(-100.0f - size / 2.0f - c.gap, 150.0f);
         swarm->think(0.1f);
         EXPECT_GT(swarm->vel.x, 0.0f) << c.gap;
+        EXPECT_EQ(swarm->gun().nextFireTime > 0.0f, c.bites) << c.gap;
         EXPECT_EQ(victim->health < victim->initialhealth, c.bites) << c.gap;
         victim->die();
         swarm->die();
