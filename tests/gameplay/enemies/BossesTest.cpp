@@ -28,28 +28,9 @@ protected:
     }
 };
 
-TEST_F(BossesTest, BlockBossCyclesItsDamageStatesEveryTenSeconds)
-{
-    placePlayer(0.0f, 16.0f);
-    auto* boss = spawn<BlockBoss>(400.0f, 300.0f, 128.0f);
-    EXPECT_EQ(boss->damageState, 0);
-    thinkAt(*boss, 9900.0f);
-    EXPECT_EQ(boss->damageState, 0);
-    const char* images[] = {"data/images/blockboss1.png", "data/images/blockboss2.png",
-                            "data/images/blockboss3.png"};
-    float t = 10001.0f;
-    for (int expected : {1, 2, 0, 1}) {
-        thinkAt(*boss, t);
-        EXPECT_EQ(boss->damageState, expected) << t;
-        EXPECT_EQ(boss->texture, images[expected]);
-        EXPECT_FLOAT_EQ(boss->nextDamageSwitch, t + 10000.0f);
-        thinkAt(*boss, t + 5000.0f);
-        EXPECT_EQ(boss->damageState, expected) << "no switch between";
-        t += 10001.0f;
-    }
-}
-
-TEST_F(BossesTest, BlockBossCallsItsTwoReinforcementsInTurn)
+// Every ten seconds the boss moves on to its next damage state, and every
+// twenty it calls its two reinforcements in turn.
+TEST_F(BossesTest, BlockBossCyclesItsDamageStatesAndCallsItsReinforcementsInTurn)
 {
     loadLevel(entity("blockboss", "boss", 400, 300, attribute("adds1", "wave_a") + attribute("adds2", "wave_b"),
                      "", 64.0f));
@@ -58,22 +39,37 @@ TEST_F(BossesTest, BlockBossCallsItsTwoReinforcementsInTurn)
     ASSERT_NE(boss, nullptr);
     TriggerRecorder* a = addRecorder("wave_a");
     TriggerRecorder* b = addRecorder("wave_b");
-    thinkAt(*boss, 19000.0f);
-    EXPECT_TRUE(a->activators.empty());
-    thinkAt(*boss, 20001.0f);
-    ASSERT_EQ(a->activators.size(), 1u);
+    thinkAt(*boss, 9900.0f);
+    EXPECT_EQ(boss->damageState, 0);
+    const char* images[] = {"data/images/blockboss1.png", "data/images/blockboss2.png",
+                            "data/images/blockboss3.png"};
+    const struct {
+        int state;
+        size_t calledA, calledB;
+    } steps[] = {{1, 0, 0}, {2, 1, 0}, {0, 1, 0}, {1, 1, 1}, {2, 1, 1}, {0, 2, 1}};
+    float t = 10001.0f;
+    for (const auto& step : steps) {
+        thinkAt(*boss, t);
+        EXPECT_EQ(boss->damageState, step.state) << t;
+        EXPECT_EQ(boss->texture, images[step.state]);
+        EXPECT_FLOAT_EQ(boss->nextDamageSwitch, t + 10000.0f);
+        ASSERT_EQ(a->activators.size(), step.calledA) << t;
+        EXPECT_EQ(b->activators.size(), step.calledB) << t;
+        thinkAt(*boss, t + 5000.0f);
+        EXPECT_EQ(boss->damageState, step.state) << "no switch between";
+        t += 10001.0f;
+    }
     EXPECT_EQ(a->activators[0], boss);
-    EXPECT_TRUE(b->activators.empty());
-    thinkAt(*boss, 40002.0f);
-    EXPECT_EQ(b->activators.size(), 1u);
-    thinkAt(*boss, 60003.0f);
-    EXPECT_EQ(a->activators.size(), 2u);
     EXPECT_EQ(boss->addLevel, 1);
 
-    // A name that finds no body is harmless.
+    // A name that finds no body, or no name at all, is harmless.
     boss->adds[1] = "nobody";
-    thinkAt(*boss, 80004.0f);
+    thinkAt(*boss, 80010.0f);
     EXPECT_EQ(boss->addLevel, 0);
+    boss->adds[0].clear();
+    thinkAt(*boss, 100020.0f);
+    EXPECT_EQ(boss->addLevel, 1);
+    EXPECT_EQ(a->activators.size(), 2u);
 }
 
 TEST_F(BossesTest, BlockBossOnlyFeelsBlocksOfItsCurrentColour)
@@ -107,6 +103,9 @@ TEST_F(BossesTest, BlockBossOnlyFeelsBlocksOfItsCurrentColour)
     at(2200.0f);
     touch(*boss, *block(2));
     EXPECT_EQ(boss->health, 700);
+    at(3000.0f);
+    boss->takeDamage(5000, BlockBoss::bossBlockDamageType);
+    EXPECT_EQ(boss->lastCashDropped(), 15) << "a sure drop";
 }
 
 TEST_F(BossesTest, BlockBossFiresRocketsAndCloseUpTheShotgun)
@@ -123,15 +122,7 @@ TEST_F(BossesTest, BlockBossFiresRocketsAndCloseUpTheShotgun)
     EXPECT_GT(boss->shotgun->nextFireTime, 1600.0f);
 }
 
-TEST_F(BossesTest, BlockBossDropsFifteenCashForSure)
-{
-    auto* boss = spawn<BlockBoss>(400.0f, 300.0f, 64.0f);
-    boss->showdamage = false;
-    boss->takeDamage(5000, BlockBoss::bossBlockDamageType);
-    EXPECT_EQ(boss->lastCashDropped(), 15);
-}
-
-TEST_F(BossesTest, DestroyerFightsInBurstsCyclingItsWeapons)
+TEST_F(BossesTest, DestroyerFightsInBurstsCyclingItsWeaponsAndPatrolsOtherwise)
 {
     player->health = 100000;
     placePlayer(-100.0f, 100.0f);
@@ -159,17 +150,12 @@ TEST_F(BossesTest, DestroyerFightsInBurstsCyclingItsWeapons)
     EXPECT_GT(destroyer->weapons[2]->nextFireTime, 8900.0f) << "the shotgun burst";
     thinkAt(*destroyer, 12000.0f);
     EXPECT_EQ(destroyer->weaponState, 0) << "after the shotgun come rockets again";
-}
 
-TEST_F(BossesTest, DestroyerPatrolsWhenThePlayerIsFar)
-{
     placePlayer(-900.0f, 16.0f);
-    auto* destroyer = spawn<Destroyer>(100.0f, 100.0f, 64.0f);
-    thinkAt(*destroyer, 500.0f);
-    EXPECT_FALSE(destroyer->firing);
-    EXPECT_FLOAT_EQ(destroyer->vel.x, -128.0f);
+    thinkAt(*destroyer, 12100.0f);
+    EXPECT_FLOAT_EQ(destroyer->vel.x, -128.0f) << "patrols when the player is far";
     EXPECT_FLOAT_EQ(destroyer->vel.y, 0.0f);
-    thinkAt(*destroyer, 2600.0f);
+    thinkAt(*destroyer, 14200.0f);
     EXPECT_FLOAT_EQ(destroyer->vel.x, 128.0f);
 }
 

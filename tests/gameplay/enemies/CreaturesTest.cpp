@@ -1,8 +1,6 @@
 // Bacteria, eggs and swarmers; engineers and the objectives they repair.
 #include <gtest/gtest.h>
 
-#include <memory>
-
 #include "gameplay/enemies/Bacteria.h"
 #include "gameplay/enemies/CPU.h"
 #include "gameplay/enemies/Egg.h"
@@ -11,51 +9,25 @@
 #include "gameplay/enemies/Swarmer.h"
 #include "gameplay/enemies/SpecialEnemyFixture.h"
 #include "render/NullRenderer.h"
-#include "world/level/BodyFactory.h"
 
 namespace {
 
-struct Row {
-    const char* type;
-    int health;
-    const char* image;
-};
-
 class CreaturesTest : public SpecialEnemyFixture {};
 
-TEST_F(CreaturesTest, EveryClassStartsWithItsHealthAndImage)
+TEST_F(CreaturesTest, ASeenLevelThreeBacteriumSplitsOnceIntoTwoLevelFours)
 {
-    const Row rows[] = {
-        {"bacteria", 140, "data/images/bacteria1.png"},   {"swarmer", 10, "data/images/swarmer1.png"},
-        {"egg", 200, "data/images/egg1.png"},             {"blockboss", 1000, "data/images/blockboss1.png"},
-        {"destroyer", 1250, "data/images/destroyer1.png"}, {"electrotower", 100, "data/images/electrotower1.png"},
-        {"harddrive", 100, "data/images/harddrive.png"},  {"cpu", 100, "data/images/cpu.png"},
-        {"engineer", 50, "data/images/engineerenemy.png"}, {"ballofdeath", 50, "data/images/ballofdeath.png"},
-        {"proxygrenade", 50, "data/images/proxygrenade.png"},
-    };
-    for (const Row& row : rows) {
-        std::unique_ptr<Body> body = game->getBodyFactory()->create(row.type);
-        auto* enemy = dynamic_cast<EnemyBase*>(body.get());
-        ASSERT_NE(enemy, nullptr) << row.type;
-        EXPECT_EQ(enemy->type, row.type);
-        EXPECT_EQ(enemy->health, row.health) << row.type;
-        EXPECT_EQ(enemy->initialhealth, row.health) << row.type;
-        EXPECT_EQ(enemy->texture, row.image) << row.type;
-        EXPECT_TRUE(enemy->isEnemy()) << row.type;
-    }
-    EXPECT_NE(dynamic_cast<HardDrive*>(game->getBodyFactory()->create("cpu").get()), nullptr);
-}
-
-TEST_F(CreaturesTest, ALevelThreeBacteriumSplitsOnceIntoTwoLevelFours)
-{
-    placePlayer(-100.0f, 16.0f);
+    placePlayer(-900.0f, 16.0f); // beyond 290
     auto* bacterium = spawn<Bacteria>(0.0f, 16.0f);
     bacterium->applyLevel(3);
-    thinkAt(*bacterium, 1000.0f);
-    EXPECT_FLOAT_EQ(bacterium->splitTime, 4000.0f);
-    thinkAt(*bacterium, 3900.0f);
+    for (float t = 100.0f; t < 10000.0f; t += 100.0f)
+        thinkAt(*bacterium, t);
+    EXPECT_EQ(count<Bacteria>(), 1) << "unseen, it never splits";
+    placePlayer(-100.0f, 16.0f);
+    thinkAt(*bacterium, 11000.0f);
+    EXPECT_FLOAT_EQ(bacterium->splitTime, 14000.0f);
+    thinkAt(*bacterium, 13900.0f);
     EXPECT_EQ(count<Bacteria>(), 1);
-    thinkAt(*bacterium, 4100.0f);
+    thinkAt(*bacterium, 14100.0f);
     ASSERT_EQ(count<Bacteria>(), 2);
     EXPECT_TRUE(played(41)) << "the hatching sound";
     EXPECT_FALSE(played(33)) << "not the switch";
@@ -73,24 +45,14 @@ TEST_F(CreaturesTest, ALevelThreeBacteriumSplitsOnceIntoTwoLevelFours)
         }
     }
     // Level 4 is the last: seeing the player for a long time splits nothing.
-    for (float t = 4200.0f; t < 20000.0f; t += 100.0f)
+    for (float t = 14200.0f; t < 30000.0f; t += 100.0f)
         for (Body* body : std::vector<Body*>(game->getBodies().begin(), game->getBodies().end()))
             if (auto* b = dynamic_cast<Bacteria*>(body))
                 thinkAt(*b, t);
     EXPECT_EQ(count<Bacteria>(), 2);
 }
 
-TEST_F(CreaturesTest, ABacteriumThatNeverSeesThePlayerNeverSplits)
-{
-    placePlayer(-900.0f, 16.0f);  // beyond 290
-    auto* bacterium = spawn<Bacteria>(0.0f, 16.0f);
-    for (float t = 100.0f; t < 10000.0f; t += 100.0f)
-        thinkAt(*bacterium, t);
-    EXPECT_EQ(count<Bacteria>(), 1);
-    EXPECT_EQ(bacterium->level, 1);
-}
-
-TEST_F(CreaturesTest, EggsCrackNearThePlayerAndHatchFiveSwarmersOfTheirLevel)
+TEST_F(CreaturesTest, EggsCrackNearThePlayerAndHatchFiveSwarmersThatBiteAndExpire)
 {
     auto* egg = spawn<Egg>(0.0f, 16.0f);
     egg->applyLevel(2);
@@ -108,52 +70,56 @@ TEST_F(CreaturesTest, EggsCrackNearThePlayerAndHatchFiveSwarmersOfTheirLevel)
     EXPECT_TRUE(egg->cancleanup) << "the shell is gone";
     ASSERT_EQ(count<Swarmer>(), 5);
     EXPECT_TRUE(played(41));
+    Swarmer* hatched = nullptr;
     for (Body* body : game->getBodies()) {
         auto* s = dynamic_cast<Swarmer*>(body);
         if (!s)
             continue;
+        hatched = s;
         EXPECT_EQ(s->level, 2);
         EXPECT_EQ(s->health, 20);
-        EXPECT_EQ(s->attack, 15);
         EXPECT_TRUE(s->vel.isZero());
         EXPECT_LE(s->pos.distance2D(egg->pos), 8.01f);
         EXPECT_NEAR(s->bounds->maxX - s->bounds->minX, 8.0f, 0.01f);
         EXPECT_FLOAT_EQ(s->expireTime, 2050.0f + Swarmer::lifeMillis);
     }
-}
 
-TEST_F(CreaturesTest, SwarmersLiveSevenSecondsAndBiteTwiceASecondAtMost)
-{
-    at(1000.0f);
-    auto* swarmer = spawn<Swarmer>(-560.0f, 16.0f);
-    thinkAt(*swarmer, 7900.0f);
-    EXPECT_FALSE(swarmer->cancleanup);
-
+    // Swarmers bite only the player, twice a second at most, and live seven seconds.
     player->health = 100;
-    swarmer->vel = Vector(50.0f, 0.0f);
-    EXPECT_EQ(healthAfterTouches(*swarmer, *player, {2000.0f, 2400.0f, 2600.0f}), (std::vector<int>{93, 93, 86}));
-    EXPECT_TRUE(swarmer->vel.isZero()) << "a biter stops";
+    hatched->vel = Vector(50.0f, 0.0f);
+    EXPECT_EQ(healthAfterTouches(*hatched, *player, {3000.0f, 3400.0f, 3600.0f}), (std::vector<int>{85, 85, 70}));
+    EXPECT_TRUE(hatched->vel.isZero()) << "a biter stops";
     GameBody other;
     other.takedamage = true;
     at(4000.0f);
-    touch(*swarmer, other);
-    EXPECT_EQ(other.health, 100) << "only the player is bitten";
-
-    thinkAt(*swarmer, 8100.0f);
-    EXPECT_TRUE(swarmer->cancleanup);
+    touch(*hatched, other);
+    EXPECT_EQ(other.health, 100);
+    thinkAt(*hatched, 8950.0f);
+    EXPECT_FALSE(hatched->cancleanup);
+    thinkAt(*hatched, 9150.0f);
+    EXPECT_TRUE(hatched->cancleanup);
 }
 
+// Engineers fly to the nearest objective within their search and, once
+// there, repair it every half second; objectives show their health and
+// explode.
 TEST_F(CreaturesTest, EngineersRepairTheNearestObjectiveEveryHalfSecond)
 {
     placePlayer(-300.0f, 16.0f);
-    auto* near = spawn<HardDrive>(40.0f, 100.0f, 32.0f);
-    auto* far = spawn<CPU>(-90.0f, 100.0f, 32.0f);
-    near->health = 20;
-    far->health = 20;
-    near->maxhealth = far->maxhealth = 1000;
     auto* engineer = spawn<Engineer>(0.0f, 100.0f);
-    EXPECT_EQ(engineer->findRepairTarget(), near);
+    EXPECT_EQ(engineer->findRepairTarget(), nullptr);
+    auto* far = spawn<CPU>(-90.0f, 100.0f, 32.0f);
+    far->health = 20;
+    thinkAt(*engineer, 500.0f);
+    EXPECT_FALSE(engineer->repairing);
+    EXPECT_EQ(far->health, 20);
+    EXPECT_LT(engineer->vel.x, 0.0f) << "heading for it";
 
+    auto* near = spawn<HardDrive>(40.0f, 100.0f, 32.0f);
+    near->health = 20;
+    near->maxhealth = far->maxhealth = 1000;
+    place(engineer, 0.0f, 100.0f);
+    EXPECT_EQ(engineer->findRepairTarget(), near);
     thinkAt(*engineer, 1000.0f);
     EXPECT_EQ(near->health, 70);
     EXPECT_TRUE(engineer->repairing);
@@ -170,46 +136,14 @@ TEST_F(CreaturesTest, EngineersRepairTheNearestObjectiveEveryHalfSecond)
     capped.health = 80;
     capped.addHealth(Engineer::repairAmount);
     EXPECT_EQ(capped.health, 100);
-}
 
-TEST_F(CreaturesTest, EngineersFlyToADistantObjectiveAndTieGoesToTheFirstFound)
-{
-    auto* engineer = spawn<Engineer>(0.0f, 100.0f);
-    auto* left = spawn<HardDrive>(-150.0f, 100.0f, 32.0f);
-    auto* right = spawn<HardDrive>(150.0f, 100.0f, 32.0f);
-    std::vector<Body*> found;
-    game->getQuadTree().withinRadius(engineer->pos, Engineer::searchRadius, found);
-    Body* first = nullptr;
-    for (Body* body : found)
-        if (body == left || body == right) {
-            first = body;
-            break;
-        }
-    ASSERT_NE(first, nullptr);
-    EXPECT_EQ(engineer->findRepairTarget(), first);
-
-    const int before = left->health;
-    thinkAt(*engineer, 1000.0f);
-    EXPECT_FALSE(engineer->repairing);
-    EXPECT_EQ(left->health, before);
-    EXPECT_GT(engineer->vel.x * (first->pos.x - engineer->pos.x), 0.0f) << "heading for it";
-
-    Engineer alone;
-    alone.setPosition(Vector(-900.0f, 600.0f));
-    EXPECT_EQ(alone.findRepairTarget(), nullptr);
-}
-
-TEST_F(CreaturesTest, ObjectivesShowTheirHealthAndExplode)
-{
-    auto* drive = spawn<HardDrive>(0.0f, 100.0f, 32.0f);
-    drive->health = 80;
-    EXPECT_EQ(drive->healthText(), "80/100");
+    EXPECT_EQ(far->healthText(), "20/100");
     NullRenderer renderer;
-    drive->drawExtras(renderer);
-    drive->takeDamage(500, 1);
-    EXPECT_TRUE(drive->cancleanup);
-    EXPECT_TRUE(played(0));
-    EXPECT_EQ(drive->lastCashDropped(), 0);
+    far->drawExtras(renderer);
+    far->takeDamage(500, 1);
+    EXPECT_TRUE(far->cancleanup);
+    EXPECT_TRUE(played(0)) << "objectives explode";
+    EXPECT_EQ(far->lastCashDropped(), 0);
 }
 
 }

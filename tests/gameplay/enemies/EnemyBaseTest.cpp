@@ -2,10 +2,12 @@
 
 #include <tinyxml.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "gameplay/enemies/Bacteria.h"
 #include "gameplay/enemies/ChaingunGrunt.h"
@@ -19,23 +21,27 @@
 
 namespace {
 
-class CountingEnemy : public EnemyBase {
-public:
-    void sightedChanged() override { ++changes; }
-    int changes = 0;
-};
-
-// Levels come from level files, spawners and saves; every class holds them to 1..5.
-TEST(EnemyBase, EveryClassClampsItsLevel)
+// Placed creatures wait for the player; only the patrolling classes set off.
+// Levels come from level files, spawners and saves; every class holds them to
+// 1..5 and lets a level file's health stand.
+TEST(EnemyBase, EveryClassStartsStillUnlessItPatrolsAndClampsItsLevel)
 {
+    const std::set<std::string> patrollers = {"chaingungrunt", "plasmagrunt",  "rocketgrunt",
+                                              "shotgungrunt",  "meleegrunt",   "kamikazegrunt",
+                                              "sniper",        "spawnergrunt", "egglayer",
+                                              "blockboss",     "destroyer"};
     GameBodyFactory factory;
     factory.registerPrototypes();
     const std::pair<const char*, int> rows[] = {{"3", 3}, {"0", 1}, {"-1", 1}, {"junk", 1}, {"6", 5}};
+    int seen = 0;
     for (const auto& name : GameBodyFactory::typeNames()) {
         std::unique_ptr<Body> body = factory.create(name);
         auto* enemy = dynamic_cast<EnemyBase*>(body.get());
         if (!enemy)
             continue;
+        ++seen;
+        EXPECT_FLOAT_EQ(enemy->vel.x, patrollers.count(name) ? enemy->patrolSpeed : 0.0f) << name;
+        EXPECT_FLOAT_EQ(enemy->vel.y, 0.0f) << name;
         for (const auto& [text, expected] : rows) {
             enemy->readAttributes({{"level", text}});
             EXPECT_EQ(enemy->level, expected) << name << " " << text;
@@ -47,11 +53,15 @@ TEST(EnemyBase, EveryClassClampsItsLevel)
         EXPECT_EQ(enemy->level, 1) << name;
         enemy->applyLevel(99);
         EXPECT_EQ(enemy->level, 5) << name;
+        enemy->readAttributes({{"health", "33"}, {"level", "3"}});
+        EXPECT_EQ(enemy->health, 33) << name << ": an explicit health beats the level table";
     }
+    EXPECT_GT(seen, static_cast<int>(patrollers.size()));
 }
 
-// A level past a class's table keeps the last row's numbers.
-TEST(EnemyBase, LevelsPastTheTableKeepTheLastRow)
+// A level past a class's table keeps the last row's numbers; a level restored
+// from a save rearms the grunt.
+TEST(EnemyBase, LevelsPastTheTableKeepTheLastRowAndRestoredOnesRearm)
 {
     Bacteria bacterium;
     bacterium.applyLevel(4);
@@ -66,41 +76,15 @@ TEST(EnemyBase, LevelsPastTheTableKeepTheLastRow)
     EXPECT_EQ(grunt.gun().damage, 35);
     EXPECT_EQ(grunt.texture, "data/images/plasmaenemy4.png");
     EXPECT_EQ(grunt.health, 130);
-}
 
-TEST(EnemyBase, AnExplicitHealthBeatsTheLevelTable)
-{
-    ChaingunGrunt grunt;
-    grunt.readAttributes({{"health", "33"}, {"level", "3"}});
-    EXPECT_EQ(grunt.level, 3);
-    EXPECT_EQ(grunt.health, 33);
-}
-
-TEST(EnemyBase, ARestoredLevelRearmsTheGrunt)
-{
-    ChaingunGrunt grunt;
-    grunt.applyLevel(3);
-    TiXmlElement saved("body");
-    grunt.writeState(&saved);
+    ChaingunGrunt saved;
+    saved.applyLevel(3);
+    TiXmlElement state("body");
+    saved.writeState(&state);
     ChaingunGrunt restored;
-    restored.readState(&saved);
+    restored.readState(&state);
     EXPECT_EQ(restored.level, 3);
     EXPECT_FLOAT_EQ(restored.gun().delay, 200.0f) << "the weapon follows the restored level";
-}
-
-TEST(EnemyBase, SightingOnlyMovesWhenTheBodyChanges)
-{
-    CountingEnemy enemy;
-    Body a, b;
-    enemy.setSighted(&a);
-    enemy.setSighted(&a);
-    EXPECT_EQ(enemy.changes, 1);
-    enemy.clearSighted();
-    EXPECT_EQ(enemy.sighted, nullptr);
-    EXPECT_EQ(enemy.changes, 1);
-    enemy.setSighted(&b);
-    EXPECT_EQ(enemy.changes, 2);
-    EXPECT_EQ(enemy.sighted, &b);
 }
 
 TEST(EnemyBase, SteeringDampsTheHorizontalPushAndCapsSpeed)
@@ -126,60 +110,32 @@ TEST(EnemyBase, PatrolTurnsEveryPeriodStartingLeft)
     }
 }
 
-// Placed creatures wait for the player; only the patrolling classes set off.
-TEST(EnemyBase, OnlyPatrollingEnemiesStartMoving)
+// Of `deaths` fresh T's dying, how many dropped cash and the most one dropped.
+template <class T>
+std::pair<int, int> cashDrops(int deaths)
 {
-    const std::set<std::string> patrollers = {"chaingungrunt", "plasmagrunt",  "rocketgrunt",
-                                              "shotgungrunt",  "meleegrunt",   "kamikazegrunt",
-                                              "sniper",        "spawnergrunt", "egglayer",
-                                              "blockboss",     "destroyer"};
-    GameBodyFactory factory;
-    factory.registerPrototypes();
-    int seen = 0;
-    for (const auto& name : GameBodyFactory::typeNames()) {
-        std::unique_ptr<Body> body = factory.create(name);
-        const auto* enemy = dynamic_cast<const EnemyBase*>(body.get());
-        if (!enemy)
-            continue;
-        ++seen;
-        const float expected = patrollers.count(name) ? enemy->patrolSpeed : 0.0f;
-        EXPECT_FLOAT_EQ(enemy->vel.x, expected) << name;
-        EXPECT_FLOAT_EQ(enemy->vel.y, 0.0f) << name;
+    int drops = 0;
+    int most = 0;
+    for (int i = 0; i < deaths; ++i) {
+        T enemy;
+        enemy.showdamage = false;
+        enemy.deathEffects();
+        drops += enemy.lastCashDropped() > 0;
+        most = std::max(most, enemy.lastCashDropped());
     }
-    EXPECT_GT(seen, static_cast<int>(patrollers.size()));
+    return {drops, most};
 }
 
 TEST(EnemyBase, AboutOneInTwentyDropsAtFivePercent)
 {
     std::srand(20260);
-    int drops = 0;
-    const int enemies = 4000;
-    for (int i = 0; i < enemies; ++i) {
-        EnemyBase enemy;
-        enemy.showdamage = false;
-        enemy.deathEffects();
-        if (enemy.lastCashDropped() > 0) {
-            EXPECT_EQ(enemy.lastCashDropped(), 1);
-            ++drops;
-        }
-    }
-    EXPECT_NEAR(drops, enemies / 20, enemies / 20 / 3);
-
-    int spawnerDrops = 0;
-    for (int i = 0; i < 1000; ++i) {
-        SpawnerGrunt spawner;
-        spawner.showdamage = false;
-        spawner.deathEffects();
-        EXPECT_LE(spawner.lastCashDropped(), 2);
-        spawnerDrops += spawner.lastCashDropped() > 0;
-    }
+    const auto [drops, most] = cashDrops<EnemyBase>(4000);
+    EXPECT_NEAR(drops, 200, 66);
+    EXPECT_EQ(most, 1);
+    const auto [spawnerDrops, spawnerMost] = cashDrops<SpawnerGrunt>(1000);
     EXPECT_NEAR(spawnerDrops, 500, 80) << "spawners drop at 50 %";
-    Friendly friendly;
-    friendly.showdamage = false;
-    for (int i = 0; i < 100; ++i) {
-        friendly.deathEffects();
-        EXPECT_EQ(friendly.lastCashDropped(), 0);
-    }
+    EXPECT_EQ(spawnerMost, 2);
+    EXPECT_EQ(cashDrops<Friendly>(100).first, 0);
 }
 
 }

@@ -16,23 +16,15 @@
 #include "gameplay/enemies/HardDrive.h"
 #include "gameplay/enemies/SwarmMember.h"
 #include "gameplay/enemies/Turret.h"
-#include "gameplay/projectiles/RocketProjectile.h"
 #include "gameplay/weapons/ChaingunWeapon.h"
 #include "gameplay/weapons/MeleeWeapon.h"
 #include "gameplay/weapons/PlasmaPistolWeapon.h"
 #include "gameplay/weapons/RailgunWeapon.h"
-#include "gameplay/weapons/RocketWeapon.h"
-#include "gameplay/weapons/ShotgunWeapon.h"
 #include "world/level/BodyFactory.h"
+#include "world/logic/LogicFixture.h"
 #include "world/movers/Door.h"
 
 namespace {
-
-class Alarm : public GameBody {
-public:
-    void onTriggered(GameBody*) override { ++fired; }
-    int fired = 0;
-};
 
 class EnemyBrainTest : public EnemiesFixture {
 protected:
@@ -110,7 +102,6 @@ TEST_F(EnemyBrainTest, InvisMakesEveryEnemyPatrol)
         spawnEnemy<RocketGrunt>(-350.0f, 40.0f),   spawnEnemy<ShotgunGrunt>(-300.0f, 120.0f),
         spawnEnemy<MeleeGrunt>(-390.0f, 60.0f),    spawnEnemy<Sniper>(-300.0f, 60.0f),
         spawnEnemy<KamikazeGrunt>(-300.0f, 100.0f)};
-    auto* turret = spawnEnemy<Turret>(-300.0f, 150.0f);
     for (EnemyBase* enemy : enemies) {
         enemy->think(0.1f);
         EXPECT_TRUE(patrolling(*enemy)) << enemy->type;
@@ -120,9 +111,6 @@ TEST_F(EnemyBrainTest, InvisMakesEveryEnemyPatrol)
     }
     EXPECT_EQ(static_cast<Sniper*>(enemies[5])->gun().nextFireTime, 0.0f);
     EXPECT_FALSE(static_cast<KamikazeGrunt*>(enemies[6])->exploded);
-    turret->think(0.05f);
-    EXPECT_EQ(turret->sighted, nullptr);
-    EXPECT_EQ(turret->gun().nextFireTime, 0.0f);
 }
 
 TEST_F(EnemyBrainTest, TurretWaitsASecondThenFiresEveryHalfSecond)
@@ -187,7 +175,7 @@ TEST_F(EnemyBrainTest, SearchLightTriggersAtMostOncePerUntriggerTimer)
     auto* light = spawnEnemy<SearchLight>(-400.0f, 250.0f);
     light->readAttributes({{"startangle", "0"}, {"speed", "0"}, {"conewidth", "60"}, {"conelength", "300"},
                            {"untriggertimer", "1000"}});
-    auto* alarm = spawn<Alarm>(3000.0f, 300.0f, 8.0f);
+    auto* alarm = spawn<TriggerRecorder>(3000.0f, 300.0f, 8.0f);
     light->addTarget(alarm);
     EXPECT_TRUE(light->inCone(player->pos, player->radius));
     for (int i = 0; i < 100; ++i) { // 2.5 s in the cone
@@ -196,78 +184,56 @@ TEST_F(EnemyBrainTest, SearchLightTriggersAtMostOncePerUntriggerTimer)
             placePlayer(-400.0f, 40.0f);
     }
     EXPECT_EQ(light->sighted, player);
-    EXPECT_EQ(alarm->fired, 3);
+    EXPECT_EQ(alarm->activators.size(), 3u);
     placePlayer(-100.0f, 40.0f); // out of the cone, within watch range
     frames(4);
     EXPECT_EQ(light->sighted, nullptr);
     EXPECT_FALSE(light->inCone(player->pos, player->radius));
 }
 
-TEST_F(EnemyBrainTest, KamikazeBlastHurtsWithinItsRangeAndDiesOnce)
+// Walked into, shot or left with a burning fuse, a kamikaze blasts once,
+// hurting only what is within 64 and pushing nobody off the drawing depth.
+TEST_F(EnemyBrainTest, KamikazeBlastsOnceWithinItsRange)
 {
     player->setGodMode(false);
-    const int before = player->health + player->armour;
-    auto* kamikaze = spawnEnemy<KamikazeGrunt>(-370.0f, 40.0f);
     GameBody* near = target(-370.0f, 90.0f);
     GameBody* far = target(-370.0f, 200.0f);
-    kamikaze->think(0.1f);
-    EXPECT_TRUE(kamikaze->exploded);
-    EXPECT_EQ(near->health, 1000 - 50);
-    EXPECT_EQ(far->health, 1000);
-    EXPECT_LT(player->health + player->armour, before);
-    kamikaze->specialAction();
-    kamikaze->think(0.1f);
-    EXPECT_EQ(near->health, 1000 - 50) << "one blast only";
-    frame();
-    EXPECT_EQ(count<KamikazeGrunt>(), 0);
-}
-
-TEST_F(EnemyBrainTest, ShotKamikazeStillExplodesOnce)
-{
-    auto* kamikaze = spawnEnemy<KamikazeGrunt>(-100.0f, 150.0f);
-    GameBody* near = target(-100.0f, 200.0f);
-    kamikaze->takeDamage(500, 1);
-    EXPECT_TRUE(kamikaze->exploded);
-    EXPECT_TRUE(kamikaze->dying);
-    EXPECT_EQ(near->health, 1000 - 50);
-    kamikaze->takeDamage(500, 1);
-    EXPECT_EQ(near->health, 1000 - 50) << "one blast only";
-    frame();
-    EXPECT_EQ(count<KamikazeGrunt>(), 0);
-}
-
-TEST_F(EnemyBrainTest, BlowsKeepTheirVictimsInThePlane)
-{
-    auto* grunt = spawnEnemy<MeleeGrunt>(-399.0f, 40.0f);
-    for (int i = 0; i < 20; ++i) {
-        grunt->gun().nextFireTime = 0.0f;
-        place(grunt, player->pos.x + 0.5f, player->pos.y);
-        grunt->think(0.1f);
+    enum How { walkedInto, shot, fuse };
+    for (const How how : {walkedInto, shot, fuse}) {
+        SCOPED_TRACE(how);
+        player->health = 100;
+        near->health = 1000;
+        // The fuse is lit 55 from the player: in range, outside the blast.
+        auto* kamikaze = spawnEnemy<KamikazeGrunt>(how == fuse ? -345.0f : -370.0f, 40.0f);
+        if (how == walkedInto) {
+            kamikaze->think(0.1f);
+        } else if (how == shot) {
+            kamikaze->takeDamage(500, 1);
+        } else {
+            kamikaze->thinks = false;
+            kamikaze->patrolSpeed = 0.0f;
+            // Two seconds after it is lit, the fuse burns out.
+            for (const int wait : {0, 40, 44}) {
+                frames(wait);
+                placePlayer(-400.0f, 40.0f);
+                place(kamikaze, -345.0f, 40.0f);
+                kamikaze->think(0.1f);
+                ASSERT_EQ(kamikaze->exploded, wait == 44) << wait;
+            }
+        }
+        EXPECT_TRUE(kamikaze->exploded);
+        EXPECT_TRUE(kamikaze->dying);
+        EXPECT_EQ(near->health, 1000 - 50);
+        EXPECT_EQ(far->health, 1000);
+        EXPECT_LT(player->health, 100);
+        EXPECT_EQ(player->vel.z, 0.0f) << "blasts push in the plane only";
+        kamikaze->specialAction();
+        kamikaze->takeDamage(500, 1);
+        kamikaze->think(0.1f);
+        EXPECT_EQ(near->health, 1000 - 50) << "one blast only";
         frame();
+        EXPECT_EQ(count<KamikazeGrunt>(), 0);
     }
-    EXPECT_EQ(player->vel.z, 0.0f);
-    EXPECT_NEAR(player->pos.z, 0.0f, 1e-3f);
-}
-
-TEST_F(EnemyBrainTest, KamikazeFuseBurnsOutAfterTwoSeconds)
-{
-    auto* kamikaze = spawnEnemy<KamikazeGrunt>(-345.0f, 40.0f); // 55: in range, outside the blast
-    kamikaze->thinks = false;
-    kamikaze->patrolSpeed = 0.0f;
-    kamikaze->think(0.1f);
-    EXPECT_FALSE(kamikaze->exploded);
-    EXPECT_GT(kamikaze->fuseTime, GameBody::now());
-    kamikaze->vel = Vector();
-    frames(40);
-    placePlayer(-400.0f, 40.0f);
-    place(kamikaze, -345.0f, 40.0f);
-    kamikaze->think(0.1f);
-    EXPECT_FALSE(kamikaze->exploded) << "one second in";
-    frames(44);
-    placePlayer(-400.0f, 40.0f);
-    place(kamikaze, -345.0f, 40.0f);
-    kamikaze->think(0.1f);
-    EXPECT_TRUE(kamikaze->exploded);
 }
 
 TEST_F(EnemyBrainTest, SpawnerGruntKeepsItsBroodAtMaxAlive)
@@ -305,9 +271,7 @@ TEST_F(EnemyBrainTest, EggLayerLaysLevelledEggsAndThrowsThemWhenThePlayerIsNear)
     Body* egg = layer->spawnOne();
     ASSERT_NE(egg, nullptr);
     EXPECT_EQ(egg->type, "egg");
-    if (auto* enemy = dynamic_cast<EnemyBase*>(egg)) {
-        EXPECT_EQ(enemy->level, 2);
-    }
+    EXPECT_EQ(dynamic_cast<EnemyBase&>(*egg).level, 2);
     EXPECT_NEAR(egg->vel.length2D(), 8.0f, 0.01f) << "dropped while the player is far";
 
     place(layer, -250.0f, 150.0f);
@@ -340,33 +304,32 @@ TEST_F(EnemyBrainTest, FriendlyHuntsEnemiesAndOtherwiseFollows)
     EXPECT_EQ(friendly->vel.length2D(), 0.0f) << "waits when the player is far behind";
 }
 
-TEST_F(EnemyBrainTest, SwarmMembersBiteEnemiesAndExpire)
+// Bites reach past the jaws against enemies, and to the box of hard drives
+// and CPUs, which are larger than the jaws.
+TEST_F(EnemyBrainTest, SwarmMembersBiteWhatTheyReachAndExpire)
 {
-    auto* grunt = spawnEnemy<ChaingunGrunt>(-200.0f, 150.0f);
-    grunt->thinks = false;
-    auto* swarm = swarmAt(-260.0f, 150.0f);
-    swarm->think(0.1f);
-    EXPECT_GT(swarm->vel.x, 0.0f);
-    EXPECT_GT(swarm->gun().nextFireTime, 0.0f) << "60 away is within reach";
-    EXPECT_LT(grunt->health, grunt->initialhealth);
-    frames(50);
-    EXPECT_EQ(count<SwarmMember>(), 0) << "gone after its life time";
-}
-
-// Hard drives and CPUs are larger than the bite's reach from their middle.
-TEST_F(EnemyBrainTest, SwarmMembersReachObjectivesTheyPressAgainst)
-{
-    for (const auto& [gap, bites] : {std::pair{1.0f, true}, {90.0f, false}}) {
-        auto* drive = spawnEnemy<HardDrive>(-100.0f, 150.0f, 1, 72.0f);
-        place(drive, -100.0f, 150.0f);
-        drive->thinks = false;
-        auto* swarm = swarmAt(-100.0f - 36.0f - 8.0f - gap, 150.0f);
+    const struct {
+        bool objective;
+        float gap; // from the swarm member's middle to the victim's edge
+        bool bites;
+    } cases[] = {{false, 52.0f, true}, {false, 92.0f, false}, {true, 1.0f, true}, {true, 90.0f, false}};
+    for (const auto& c : cases) {
+        const float size = c.objective ? 72.0f : 16.0f;
+        EnemyBase* victim = c.objective ? static_cast<EnemyBase*>(spawnEnemy<HardDrive>(-100.0f, 150.0f, 1, size))
+                                        : spawnEnemy<ChaingunGrunt>(-100.0f, 150.0f);
+        victim->thinks = false;
+        auto* swarm = swarmAt(-100.0f - size / 2.0f - c.gap, 150.0f);
         swarm->think(0.1f);
-        EXPECT_EQ(drive->health < drive->initialhealth, bites) << gap;
-        drive->die();
+        EXPECT_GT(swarm->vel.x, 0.0f) << c.gap;
+        EXPECT_EQ(swarm->gun().nextFireTime > 0.0f, c.bites) << c.gap;
+        EXPECT_EQ(victim->health < victim->initialhealth, c.bites) << c.gap;
+        victim->die();
         swarm->die();
         frame();
     }
+    swarmAt(-300.0f, 150.0f);
+    frames(50);
+    EXPECT_EQ(count<SwarmMember>(), 0) << "gone after its life time";
 }
 
 // The sniper warns: a line on the player for a while before each shot.

@@ -28,62 +28,39 @@ protected:
     ChaingunGrunt* viewer = nullptr;
 };
 
-TEST_F(EnemyVisionTest, TransparentBodiesDoNotBlockTheView)
+// Bodies pile up between the grunt and the player; each check is decided by
+// the newest, looking past other enemies or not.
+TEST_F(EnemyVisionTest, WhatStandsBetweenDecidesTheView)
 {
     EXPECT_TRUE(viewer->canSee(false)) << "a clear line";
-
-    Body* liquid = between<Body>();
-    liquid->kind = 11;
-    liquid->solid = false;
-    Body* lava = between<Body>(30.0f);
-    lava->kind = 12;
-    lava->solid = false;
-    Body* detail = between<Body>(20.0f);
-    detail->type = "detail";
-    auto* neutral = between<GameBody>(18.0f);
-    neutral->entity = true;
-    game->getQuadTree().update(liquid);
+    auto* swarm = spawn<SwarmMember>(-600.0f, 40.0f);
+    EXPECT_TRUE(EnemyBase::lineOfSight(*swarm, *viewer, false)) << "swarm members look through the player";
+    auto* friendly = spawnEnemy<Friendly>(-700.0f, 40.0f);
+    EXPECT_FALSE(EnemyBase::lineOfSight(*friendly, *viewer, false)) << "the player blocks everyone else";
+    between<Body>()->kind = 11;
+    between<Body>(30.0f)->kind = 12;
+    between<Body>(20.0f)->type = "detail";
+    between<GameBody>(18.0f)->entity = true;
     EXPECT_TRUE(viewer->canSee(false)) << "liquids, details and neutral bodies are see-through";
-}
 
-TEST_F(EnemyVisionTest, OtherEnemiesBlockUnlessIgnored)
-{
     between<ChaingunGrunt>();
-    EXPECT_FALSE(viewer->canSee(false));
-    EXPECT_TRUE(viewer->canSee(true));
-}
-
-TEST_F(EnemyVisionTest, ThePlayersSideAlwaysBlocks)
-{
-    auto* ally = between<GameBody>();
-    ally->setPlayerSide(true);
-    EXPECT_FALSE(viewer->canSee(false));
-    EXPECT_FALSE(viewer->canSee(true));
-}
-
-TEST_F(EnemyVisionTest, DoorsAndGeometryBlock)
-{
-    Door* door = between<Door>();
-    EXPECT_FALSE(viewer->canSee(true));
-    game->markForRemoval(door);
-    frame();
-    placePlayer(-400.0f, 40.0f);
+    EXPECT_FALSE(viewer->canSee(false)) << "another enemy";
     EXPECT_TRUE(viewer->canSee(true));
 
-    between<AlphaDoor>();
-    EXPECT_FALSE(viewer->canSee(true));
+    for (const bool alpha : {false, true}) {
+        Body* door = alpha ? static_cast<Body*>(between<AlphaDoor>()) : between<Door>();
+        EXPECT_FALSE(viewer->canSee(true)) << door->type;
+        game->markForRemoval(door);
+        frame();
+        placePlayer(-400.0f, 40.0f);
+        EXPECT_TRUE(viewer->canSee(true));
+    }
+    between<GameBody>()->setPlayerSide(true);
+    EXPECT_FALSE(viewer->canSee(true)) << "the player's side always blocks";
 
     auto* other = spawnEnemy<ChaingunGrunt>(-200.0f, 200.0f);
     wall(-300.0f, 120.0f, 16.0f, 80.0f);
     EXPECT_FALSE(other->canSee(true)) << "level geometry";
-}
-
-TEST_F(EnemyVisionTest, SwarmMembersLookThroughThePlayer)
-{
-    auto* swarm = spawn<SwarmMember>(-600.0f, 40.0f);
-    EXPECT_TRUE(EnemyBase::lineOfSight(*swarm, *viewer, false));
-    auto* friendly = spawnEnemy<Friendly>(-700.0f, 40.0f);
-    EXPECT_FALSE(EnemyBase::lineOfSight(*friendly, *viewer, false)) << "the player blocks everyone else";
 }
 
 }

@@ -32,5 +32,6 @@ protected:
         return healths;
     }
 
-    bool played(int id) const { return std::count(sound->ids.begin(), sound->ids.end(), id) > 0; }
+    int timesPlayed(int id) const { return static_cast<int>(std::count(sound->ids.begin(), sound->ids.end(), id)); }
+    bool played(int id) const { return timesPlayed(id) > 0; }
 };
