@@ -68,17 +68,12 @@ TEST_F(WeaponsTest, HitscanTakesTheNearestSolidBodyAndSkipsTriggersAndTheShooter
         FireableWeapon::hitscan(player, player->pos, player->pos + Vector(0, 300), 0.0f, 0, 1);
     EXPECT_EQ(miss.hit, nullptr);
     EXPECT_NEAR(miss.end.y, player->pos.y + 300.0f, 0.01f);
-}
 
-TEST_F(WeaponsTest, QuadScalesHitscanDamageAndKnockbackPushes)
-{
+    // Quad scales the damage and the knockback pushes what can move.
     GameBody* movable = target(-300.0f, 40.0f, 1000, 16.0f, 10.0f);
     player->giveQuad(4.0f);
-    ASSERT_TRUE(player->inventory.fire(player, player->pos, Vector(1, 0), 0.0f, 2));
-    // Aimed along y = 8 the shot misses the raised body; aim at it instead.
     const Vector d = movable->pos - player->pos;
-    const Vector aim = d * (1.0f / d.length2D());
-    ASSERT_TRUE(player->inventory.fire(player, player->pos, aim, 1000.0f, 2));
+    ASSERT_TRUE(player->inventory.fire(player, player->pos, d * (1.0f / d.length2D()), 1000.0f, 2));
     EXPECT_EQ(movable->health, 1000 - 80);
     EXPECT_GT(movable->vel.x, 10.0f);
 }
@@ -251,6 +246,7 @@ TEST_F(WeaponsTest, TheHookAttachesPullsAndLetsGo)
 TEST_F(WeaponsTest, GibsAreCappedAndExpire)
 {
     setVar("maxgibs", "6");
+    // Bursts of two to five: the one that would pass the cap is cut short.
     int made = 0;
     for (int i = 0; i < 6; ++i)
         made += Gib::spawnGibs(Vector(-200.0f, 100.0f), 100.0f, 200.0f, 8.0f, 10.0f);
