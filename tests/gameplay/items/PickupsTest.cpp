@@ -27,6 +27,11 @@ TEST_F(PickupsTest, HealthHealsUpToTheMaximumAndRespawnsOnTheLevelClock)
     player->maxhealth = 150;
     player->health = 100;
     Health* health = pickup<Health>();
+    // Only the player collects, and walks through pickups instead of bumping into them.
+    GameBody stranger;
+    touch(*health, stranger);
+    EXPECT_TRUE(health->visible);
+    EXPECT_FALSE(health->collidesWith(player));
     touch(*health, *player);
     EXPECT_EQ(player->health, 150);
     EXPECT_FALSE(health->visible);
@@ -81,7 +86,7 @@ TEST_F(PickupsTest, AmmoAndWeaponPickups)
     EXPECT_NE(dynamic_cast<WeaponBase*>(gun.get()), nullptr);
 }
 
-TEST_F(PickupsTest, CashIsTakenForGoodAndQuadDamageGiven)
+TEST_F(PickupsTest, CashIsTakenForGoodQuadAndArmourShardsGiven)
 {
     CashPickup* cash = pickup<CashPickup>();
     cash->amount = 60;
@@ -95,6 +100,14 @@ TEST_F(PickupsTest, CashIsTakenForGoodAndQuadDamageGiven)
     touch(*quad, *player);
     EXPECT_TRUE(player->hasquad);
     EXPECT_FLOAT_EQ(player->damagefactor, 4.0f);
+
+    // A shard gives twenty unless the level says otherwise.
+    player->armour = 0;
+    touch(*pickup<QuickArmour>(), *player);
+    EXPECT_EQ(player->armour, 20);
+    QuickArmour level;
+    level.readAttributes({{"amount", "5"}});
+    EXPECT_EQ(level.amount, 5);
 }
 
 TEST_F(PickupsTest, TheScreenWiperHitsEnemiesInRangeOnly)
@@ -110,31 +123,6 @@ TEST_F(PickupsTest, TheScreenWiperHitsEnemiesInRangeOnly)
     EXPECT_EQ(friendly->health, 600);
     EXPECT_EQ(farEnemy->health, 600);
     EXPECT_EQ(gameplay->getHud().lastMessage(), "SCREENWIPE");
-}
-
-TEST_F(PickupsTest, OnlyTheLivingPlayerCollects)
-{
-    Health* health = pickup<Health>();
-    player->health = 20;
-    GameBody stranger;
-    touch(*health, stranger);
-    EXPECT_TRUE(health->visible);
-    // And the player walks through pickups instead of bumping into them.
-    EXPECT_FALSE(health->collidesWith(player));
-}
-
-TEST_F(PickupsTest, QuickArmourGivesTwentyUnlessTheLevelSaysOtherwise)
-{
-    player->armour = 0;
-    QuickArmour* shard = pickup<QuickArmour>();
-    touch(*shard, *player);
-    EXPECT_EQ(player->armour, 20);
-
-    QuickArmour level;
-    level.readAttributes({});
-    EXPECT_EQ(level.amount, 20);
-    level.readAttributes({{"amount", "5"}});
-    EXPECT_EQ(level.amount, 5);
 }
 
 // Whatever pain a level gives, negative included, health and armour stay
