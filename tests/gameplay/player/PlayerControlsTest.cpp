@@ -162,21 +162,6 @@ TEST_F(PlayerControlsTest, ControlsLeaveThePlayersOwnFrictionAlone)
     EXPECT_GT(player->vel.x, 0.5f);
 }
 
-TEST_F(PlayerControlsTest, FreeModeFliesAgainstGravity)
-{
-    setMode(1);
-    loadLevel();
-    player->setPosition(Vector(-500.0f, 8.0f));
-    frames(10);
-    GameplayInput::moveUp = true;
-    frames(40);
-    EXPECT_GT(player->pos.y, 60.0f);
-    GameplayInput::moveUp = false;
-    GameplayInput::moveLeft = true;
-    frames(20);
-    EXPECT_LT(player->pos.x, -510.0f);
-}
-
 TEST_F(PlayerControlsTest, FallingFarBelowTheLevelKillsThePlayer)
 {
     setMode(2);
@@ -195,7 +180,7 @@ TEST_F(PlayerControlsTest, FallingFarBelowTheLevelKillsThePlayer)
 // steps) lands on a ledge twice the player's height; it swims up out of a
 // pool 48 deep, deeper than the best jump; and on the shipped test level the
 // stairs of 8-unit steps need no jump and the pool is left by swimming up to
-// the step and out.
+// the step and out. In free mode it flies up and on against gravity.
 TEST_F(PlayerControlsTest, HeldKeysReachTheirGoals)
 {
     const std::string pool = box("default", "rim_west", 400, 0, 480, 48) +
@@ -210,6 +195,7 @@ TEST_F(PlayerControlsTest, HeldKeysReachTheirGoals)
         int upSteps;  // 0: up is never pressed, -1: held throughout
         float minX, maxX, minY, maxY;
         bool reaches = true;
+        int mode = 2;
     };
     const float far = 1e9f;
     const Case cases[] = {
@@ -221,9 +207,11 @@ TEST_F(PlayerControlsTest, HeldKeysReachTheirGoals)
         {"deep water", nullptr, pool, Vector(520.0f, 8.0f), -1, 568.0f, far, 55.0f, 57.0f},
         {"stairs", "test", "", Vector(1216.0f, 8.0f), 0, 1390.0f, far, 55.0f, far},
         {"test pool", "test", "", Vector(1040.0f, -40.0f), -1, 1126.0f, far, 7.0f, far},
+        {"free flight", nullptr, "", Vector(-500.0f, 8.0f), -1, -490.0f, far, 60.0f, far, true, 1},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
+        setMode(c.mode);
         if (c.shipped)
             loadShipped(c.shipped);
         else
