@@ -105,25 +105,14 @@ TEST_F(AdventureActThreeTest, ServerHallsVaultsVentPadAndLiftOpenToWhatTheLevelA
     EXPECT_GT(door->pos.y, shut + 90.0f) << "the cell in its slot did not open the lift door";
 }
 
-TEST_F(AdventureActThreeTest, TheDestroyersFallOpensTheGateToTheCore)
+TEST_F(AdventureActThreeTest, ThePitWakesTheNestAndTheVentsAndTheDestroyersFallOpensTheGate)
 {
     loadShipped("destroyerlair");
     auto* destroyer = byId<GameBody>("thedestroyer");
     Body* gate = byId("lair_gate");
-    ASSERT_NE(destroyer, nullptr);
-    ASSERT_NE(gate, nullptr);
+    ASSERT_TRUE(destroyer && gate);
     const float shut = gate->pos.y;
 
-    frames(40);
-    EXPECT_NEAR(gate->pos.y, shut, 0.5f) << "the gate opened with the destroyer alive";
-    destroyer->takeDamage(5000, 32);
-    frames(120);
-    EXPECT_GT(gate->pos.y, shut + 90.0f) << "the destroyer's death did not open the gate";
-}
-
-TEST_F(AdventureActThreeTest, SteppingIntoThePitWakesTheSwarmNestAndTheFurnaceVents)
-{
-    loadShipped("destroyerlair");
     placePlayer(808.0f, -150.0f);
     // The balcony's swarm lives ten seconds; what flies after that came from the nest.
     frames(12000 / 25);
@@ -131,6 +120,11 @@ TEST_F(AdventureActThreeTest, SteppingIntoThePitWakesTheSwarmNestAndTheFurnaceVe
     EXPECT_EQ(count("swarmer"), 0) << "the vents opened before their time";
     frames(10000 / 25);
     EXPECT_GT(count("swarmer"), 0) << "the first wave never came out of the vents";
+
+    EXPECT_NEAR(gate->pos.y, shut, 0.5f) << "the gate opened with the destroyer alive";
+    destroyer->takeDamage(5000, 32);
+    frames(120);
+    EXPECT_GT(gate->pos.y, shut + 90.0f) << "the destroyer's death did not open the gate";
 }
 
 } // namespace
