@@ -38,6 +38,11 @@ TEST_F(DefaultGameplayTest, LevelAndRaceClocksHoldThroughPauseSaveAndLoad)
     frame();
     EXPECT_FLOAT_EQ(levelTime(), level + 25.0f);
     EXPECT_FLOAT_EQ(gameplay->raceTime(), race + 25.0f);
+    // Stepped while paused, a clock still stands.
+    BasicTimer stopped;
+    stopped.paused = true;
+    DefaultGameplay::advanceClock(stopped, 25.0f);
+    EXPECT_FLOAT_EQ(stopped.currentTime, 0.0f);
     level = levelTime();
     race = gameplay->raceTime();
 
