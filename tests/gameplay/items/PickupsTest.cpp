@@ -27,9 +27,12 @@ TEST_F(PickupsTest, HealthHealsUpToTheMaximumAndRespawnsOnTheLevelClock)
     player->maxhealth = 150;
     player->health = 100;
     Health* health = pickup<Health>();
-    // Only the player collects, and walks through pickups instead of bumping into them.
+    // Only the living player collects, and walks through pickups instead of bumping into them.
     GameBody stranger;
     touch(*health, stranger);
+    player->dead = true;
+    touch(*health, *player);
+    player->dead = false;
     EXPECT_TRUE(health->visible);
     EXPECT_FALSE(health->collidesWith(player));
     touch(*health, *player);
