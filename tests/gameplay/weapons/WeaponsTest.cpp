@@ -144,30 +144,20 @@ TEST_F(WeaponsTest, RadialDamageIsFullAtAnyDistanceButThePushFallsOff)
 TEST_F(WeaponsTest, GrenadesBounceOffWallsWithRateLimitedClacksAndBurstOnCreatures)
 {
     GrenadeProjectile grenade;
-    Body wallBody;
-    wallBody.setMass(0.0f);
-    GameBody door;
-    door.type = "door";
-    door.entity = true;
-    GameBody creature;
-    creature.entity = true;
-    creature.setMass(10.0f);
-
-    TouchInfo info;
     grenade.vel = Vector(0.0f, -20.0f);
-    info.other = &wallBody;
-    grenade.onTouch(info);
+    Body* floor = wall(-300.0f, 100.0f, 16.0f, 16.0f);
+    touch(grenade, *floor);
     const float first = grenade.nextBounceSoundTime;
     EXPECT_GT(first, 0.0f);
-    grenade.onTouch(info);
+    touch(grenade, *floor);
     EXPECT_FLOAT_EQ(grenade.nextBounceSoundTime, first);  // within 250 ms: silent
     EXPECT_FALSE(grenade.exploded);
-    info.other = &door;
-    door.setMass(0.0f);
-    grenade.onTouch(info);
+    // A door is an entity but no creature.
+    GameBody* door = target(-300.0f, 200.0f);
+    door->type = "door";
+    touch(grenade, *door);
     EXPECT_FALSE(grenade.exploded);
-    info.other = &creature;
-    grenade.onTouch(info);
+    touch(grenade, *target(-300.0f, 300.0f, 1000, 16.0f, 10.0f));
     EXPECT_TRUE(grenade.exploded);
 }
 
