@@ -289,6 +289,5 @@ TEST_F(DefaultGameplayTest, CreateBodyKnowsTheGameTypesOnly)
     EXPECT_EQ(player->type, "player");
     EXPECT_EQ(player->kind, 1);
     EXPECT_EQ(player->autoid, 1);
-    EXPECT_FLOAT_EQ(player->mass, 100.0f);
     EXPECT_EQ(GameplaySingleton::get().resources.player, player);
 }
