@@ -274,9 +274,8 @@ TEST_F(WeaponsTest, DefinitionsOverrideDefaultsAndBadFilesKeepThem)
     pistol.applyDefinition();
     EXPECT_FLOAT_EQ(pistol.delay, 500.0f);
 
-    write("<weapons><pistol damage=\"30\" delay=\"250\" knockback=\"5\" range=\"900\"/>"
-          "<shotgun numshots=\"6\" damage=\"7\" delay=\"700\" knockback=\"1\" range=\"800\" spread=\"50\"/>"
-          "<bfg damage=\"9999\"/></weapons>");
+    write("<weapons><pistol damage=\"30\" delay=\"250\" range=\"900\"/><shotgun numshots=\"6\"/>"
+          "<bfg damage=\"9\"/></weapons>");
     EXPECT_TRUE(WeaponDefinitions::load("weapons.xml"));
     pistol.applyDefinition();
     EXPECT_EQ(pistol.damage, 30);
@@ -287,9 +286,8 @@ TEST_F(WeaponsTest, DefinitionsOverrideDefaultsAndBadFilesKeepThem)
     EXPECT_EQ(shotgun.numShots, 6);
 
     // Bad numbers: that row keeps its previous values; the others load.
-    write("<weapons><pistol damage=\"lots\" delay=\"-1\" knockback=\"5\" range=\"900\"/>"
-          "<shotgun numshots=\"100000\" damage=\"7\" delay=\"700\" knockback=\"1\" range=\"800\" spread=\"50\"/>"
-          "<railgun damage=\"150\" delay=\"1200\" knockback=\"60\" range=\"5000\"/></weapons>");
+    write("<weapons><pistol damage=\"lots\" delay=\"-1\"/><shotgun numshots=\"100000\"/>"
+          "<railgun damage=\"150\"/></weapons>");
     EXPECT_TRUE(WeaponDefinitions::load("weapons.xml"));
     pistol.applyDefinition();
     EXPECT_EQ(pistol.damage, 30);
