@@ -15,10 +15,7 @@ TEST_F(InventoryTest, EveryLevelStartsWithHookPistolAndSwarmUnlimited)
         EXPECT_FALSE(inv.owns(id)) << id;
     for (int type : {0, 1, 9})
         EXPECT_EQ(inv.ammoOf(type), Inventory::unlimited);
-    EXPECT_EQ(inv.maxAmmoOf(3), 50);
-    EXPECT_EQ(inv.maxAmmoOf(4), 300);
     EXPECT_EQ(inv.currentWeapon, 2);
-    EXPECT_NE(inv.weapon(10), nullptr);
     EXPECT_EQ(inv.weapon(11), nullptr);
 }
 

@@ -162,19 +162,6 @@ TEST_F(PlayerControlsTest, ControlsLeaveThePlayersOwnFrictionAlone)
     EXPECT_GT(player->vel.x, 0.5f);
 }
 
-TEST_F(PlayerControlsTest, FallingFarBelowTheLevelKillsThePlayer)
-{
-    setMode(2);
-    loadLevel();
-    // The fixture floor's bottom is at -100.
-    player->setPosition(Vector(2000.0f, -1000.0f));
-    frames(4);
-    EXPECT_FALSE(player->dead);
-    player->setPosition(Vector(2000.0f, -1110.0f));
-    frames(2);
-    EXPECT_TRUE(player->dead);
-}
-
 // Held keys carry the player to a goal: walking climbs steps up to 8 units
 // but neither passes nor creeps up a 12-unit one; a jump (up let go after 16
 // steps) lands on a ledge twice the player's height; it swims up out of a

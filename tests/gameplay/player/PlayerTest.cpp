@@ -2,12 +2,16 @@
 
 class PlayerTest : public GameplayFixture {};
 
-TEST_F(PlayerTest, DeathRestartsTheLevelTwoSecondsLater)
+TEST_F(PlayerTest, FallingOutOfTheLevelKillsAndRestartsItTwoSecondsLater)
 {
     loadLevel(spawnPoint("start", -200.0f, 20.0f, true));
     frames(10);
-    player->health = 5;
-    player->takeDamage(50, -1);
+    // The fixture floor's bottom is at -100; death comes a thousand and more below it.
+    player->setPosition(Vector(2000.0f, -1000.0f));
+    frames(4);
+    EXPECT_FALSE(player->dead);
+    player->setPosition(Vector(2000.0f, -1110.0f));
+    frame();
     EXPECT_TRUE(player->dead);
     EXPECT_TRUE(player->dying);
     EXPECT_FALSE(player->visible);
