@@ -87,26 +87,40 @@ TEST_F(PlayerControlsTest, FreeModeThrustAndDamping)
     EXPECT_FLOAT_EQ(player->vel.x, 100.0f);
 }
 
-TEST_F(PlayerControlsTest, CommandsSetAndReleaseTheHeldState)
+TEST_F(PlayerControlsTest, CommandsHoldAndReleaseAndATapStillCountsForItsStep)
 {
+    loadLevel();
+    frames(4);
+    const float x = player->pos.x;
+    // Pressed and let go between two steps, as a quick key tap is.
     run("+moveright");
-    run("+attack");
-    run("+fire 3");
     EXPECT_TRUE(GameplayInput::moveRight);
+    run("-moveright");
+    EXPECT_FALSE(GameplayInput::moveRight);
+    frame();
+    EXPECT_GT(player->vel.x, 0.0f);
+    // Only that step: the push is not held on.
+    const float vel = player->vel.x;
+    frames(4);
+    EXPECT_LT(player->vel.x, vel);
+    EXPECT_GT(player->pos.x, x);
+
+    // Losing the input lets go of everything, and a tap it let go of does not come back.
+    run("+moveleft");
+    run("+attack");
     EXPECT_TRUE(GameplayInput::attack);
+    input->deactivate();
+    EXPECT_FALSE(GameplayInput::moveLeft);
+    EXPECT_FALSE(GameplayInput::attack);
+    frame();
+    EXPECT_GE(player->vel.x, 0.0f);
+
+    run("+fire 3");
     EXPECT_TRUE(GameplayInput::fireById);
     EXPECT_EQ(GameplayInput::fireWeaponId, 3);
     run("-fire");
     EXPECT_FALSE(GameplayInput::fireById);
     EXPECT_EQ(GameplayInput::fireWeaponId, 3);
-    run("-moveright");
-    EXPECT_FALSE(GameplayInput::moveRight);
-
-    // Losing the input lets go of everything.
-    run("+moveleft");
-    input->deactivate();
-    EXPECT_FALSE(GameplayInput::moveLeft);
-    EXPECT_FALSE(GameplayInput::attack);
 
     run("god");
     EXPECT_TRUE(player->isGodMode());
@@ -114,29 +128,6 @@ TEST_F(PlayerControlsTest, CommandsSetAndReleaseTheHeldState)
     EXPECT_FALSE(player->isGodMode());
     run("invis");
     EXPECT_TRUE(player->notarget);
-}
-
-TEST_F(PlayerControlsTest, ATapWithinOneStepStillCountsForThatStep)
-{
-    loadLevel();
-    frames(4);
-    const float x = player->pos.x;
-    // Pressed and let go between two steps, as a quick key tap is.
-    run("+moveright");
-    run("-moveright");
-    frame();
-    EXPECT_GT(player->vel.x, 0.0f);
-    EXPECT_FALSE(GameplayInput::moveRight);
-    // Only that step: the push is not held on.
-    const float vel = player->vel.x;
-    frames(4);
-    EXPECT_LT(player->vel.x, vel);
-    EXPECT_GT(player->pos.x, x);
-    // A tap that a lost input already let go of does not come back.
-    run("+moveleft");
-    input->deactivate();
-    frame();
-    EXPECT_GE(player->vel.x, 0.0f);
 }
 
 TEST_F(PlayerControlsTest, ControlsLeaveThePlayersOwnFrictionAlone)
