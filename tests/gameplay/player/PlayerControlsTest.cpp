@@ -1,5 +1,3 @@
-#include <cmath>
-
 #include "gameplay/GameplayFixture.h"
 
 class PlayerControlsTest : public GameplayFixture {
@@ -8,7 +6,7 @@ protected:
     Vector force(float step = 0.025f) { return input->computeForce(*player, step); }
 };
 
-TEST_F(PlayerControlsTest, PlatformForcesOnGroundAndInTheAir)
+TEST_F(PlayerControlsTest, PlatformForcesAndTheJumpAllowance)
 {
     setMode(2);
     const float m = player->mass;
@@ -28,23 +26,14 @@ TEST_F(PlayerControlsTest, PlatformForcesOnGroundAndInTheAir)
     GameplayInput::moveLeft = false;
     GameplayInput::moveDown = true;
     EXPECT_FLOAT_EQ(force().y, -320.0f * m);
-}
 
-TEST_F(PlayerControlsTest, JumpAllowanceEndsAfterAirTimeAndReturnsOnLanding)
-{
-    setMode(2);
-    const float m = player->mass;
+    // Up pushes on the ground step plus every step until the air time passes 0.3 s.
+    input->releaseAll();
     GameplayInput::moveUp = true;
     player->onGround = true;
     int pushes = 0;
-    int step = 0;
-    for (; step < 40; ++step) {
-        if (force().y > 0.0f)
-            ++pushes;
-        else
-            break;
-    }
-    // The ground step plus every step until the air time passes 0.3 s.
+    while (pushes < 40 && force().y > 0.0f)
+        ++pushes;
     EXPECT_GE(pushes, 12);
     EXPECT_LE(pushes, 13);
     EXPECT_FALSE(player->canJump);
