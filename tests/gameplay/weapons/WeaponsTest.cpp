@@ -141,8 +141,26 @@ TEST_F(WeaponsTest, RadialDamageIsFullAtAnyDistanceButThePushFallsOff)
     EXPECT_EQ(player->health, 50);
 }
 
-TEST_F(WeaponsTest, GrenadesBounceOffWallsWithRateLimitedClacksAndBurstOnCreatures)
+TEST_F(WeaponsTest, GrenadesBurstWhenTheFuseRunsOutOrOnCreaturesAndClackOffWalls)
 {
+    GameBody* victim = target(-300.0f, 8.0f, 1000, 16.0f);
+    player->inventory.own(6);
+    player->inventory.setAmmo(5, 2);
+    ASSERT_TRUE(fire(6, Vector(0.0f, 1.0f)));
+    EXPECT_EQ(player->inventory.ammoOf(5), 1);
+    ASSERT_EQ(count<GrenadeProjectile>(), 1);
+    auto* fired = byType<GrenadeProjectile>();
+    EXPECT_NEAR(fired->vel.length2D(), 170.0f, 1.0f);
+    const float fuse = fired->explodeTime;
+    while (levelTime() < fuse - 50.0f)
+        frame();
+    EXPECT_FALSE(fired->exploded);
+    frames(4);
+    EXPECT_EQ(count<GrenadeProjectile>(), 0);
+    // The blast stayed near the player: the far target is untouched, the owner unhurt.
+    EXPECT_EQ(victim->health, 1000);
+    EXPECT_EQ(player->health, 100);
+
     GrenadeProjectile grenade;
     grenade.vel = Vector(0.0f, -20.0f);
     Body* floor = wall(-300.0f, 100.0f, 16.0f, 16.0f);
@@ -159,28 +177,6 @@ TEST_F(WeaponsTest, GrenadesBounceOffWallsWithRateLimitedClacksAndBurstOnCreatur
     EXPECT_FALSE(grenade.exploded);
     touch(grenade, *target(-300.0f, 300.0f, 1000, 16.0f, 10.0f));
     EXPECT_TRUE(grenade.exploded);
-}
-
-TEST_F(WeaponsTest, AGrenadeLeftAloneBurstsWhenItsFuseRunsOut)
-{
-    GameBody* victim = target(-300.0f, 8.0f, 1000, 16.0f);
-    player->inventory.own(6);
-    player->inventory.setAmmo(5, 2);
-    ASSERT_TRUE(fire(6, Vector(0.0f, 1.0f)));
-    EXPECT_EQ(player->inventory.ammoOf(5), 1);
-    ASSERT_EQ(count<GrenadeProjectile>(), 1);
-    auto* grenade = byType<GrenadeProjectile>();
-    ASSERT_NE(grenade, nullptr);
-    EXPECT_NEAR(grenade->vel.length2D(), 170.0f, 1.0f);
-    const float fuse = grenade->explodeTime;
-    while (levelTime() < fuse - 50.0f)
-        frame();
-    EXPECT_FALSE(grenade->exploded);
-    frames(4);
-    EXPECT_EQ(count<GrenadeProjectile>(), 0);
-    // The blast stayed near the player: the far target is untouched, the owner unhurt.
-    EXPECT_EQ(victim->health, 1000);
-    EXPECT_EQ(player->health, 100);
 }
 
 TEST_F(WeaponsTest, RocketsHitDirectlySplashAndPassThroughInvisibleBodies)
