@@ -138,15 +138,22 @@ TEST_F(DefaultGameplayTest, SpawnPointChoice)
     EXPECT_EQ(gameplay->nearestSpawnPoint(&probe), nullptr);
 }
 
-TEST_F(DefaultGameplayTest, RaceStartFinishAndFinishAgain)
+TEST_F(DefaultGameplayTest, RacesStartWithThePlayerAndFinishOnTheLineOrWithEveryBlockDelivered)
 {
-    loadLevel();
+    const std::string still = "mass=\"0\" solid=\"false\" entity=\"true\"";
+    const std::string block = "mass=\"10\" solid=\"true\" entity=\"true\"";
+    loadLevel(box("racestart", "start", 600, 0, 620, 20, still) + box("raceend", "line", 700, 0, 720, 20, still) +
+              box("raceblock", "a", -620, 0, -600, 20, block) + box("raceblock", "b", -520, 0, -500, 20, block) +
+              box("raceendblock", "goal", -900, 0, -880, 20, still,
+                  attribute("blocks", "a,b") + attribute("untriggertimer", "500")));
+    auto* start = byId<RaceStart>("start");
+    auto* end = byId<RaceEnd>("line");
+    auto* a = byId<RaceBlock>("a");
+    auto* b = byId<RaceBlock>("b");
+    auto* goal = byId<RaceEndBlock>("goal");
+    ASSERT_TRUE(start && end && a && b && goal);
+    const Vector homeA = a->pos;
     GameHUD& hud = gameplay->getHud();
-    std::unique_ptr<Body> startBody(gameplay->createBody("racestart"));
-    std::unique_ptr<Body> endBody(gameplay->createBody("raceend"));
-    auto* start = dynamic_cast<RaceStart*>(startBody.get());
-    auto* end = dynamic_cast<RaceEnd*>(endBody.get());
-    ASSERT_TRUE(start && end);
 
     // The finish line means nothing outside a race.
     touch(*end, *player);
@@ -177,21 +184,6 @@ TEST_F(DefaultGameplayTest, RaceStartFinishAndFinishAgain)
     start->triggered = false;
     touch(*start, stranger);
     EXPECT_FALSE(gameplay->isRaceActive());
-}
-
-TEST_F(DefaultGameplayTest, EndBlockFinishesWhenEveryBlockIsDelivered)
-{
-    const std::string extra =
-        box("raceblock", "a", -620, 0, -600, 20, "mass=\"10\" solid=\"true\" entity=\"true\"") +
-        box("raceblock", "b", -520, 0, -500, 20, "mass=\"10\" solid=\"true\" entity=\"true\"") +
-        box("raceendblock", "goal", -900, 0, -880, 20, "mass=\"0\" solid=\"false\" entity=\"true\"",
-            attribute("blocks", "a,b") + attribute("untriggertimer", "500"));
-    loadLevel(extra);
-    auto* a = byId<RaceBlock>("a");
-    auto* b = byId<RaceBlock>("b");
-    auto* goal = byId<RaceEndBlock>("goal");
-    ASSERT_TRUE(a && b && goal);
-    const Vector homeA = a->pos;
 
     // Outside a race a block is not counted.
     touch(*goal, *a);
@@ -230,7 +222,7 @@ TEST_F(DefaultGameplayTest, EndBlockFinishesWhenEveryBlockIsDelivered)
     a->vel = Vector(5.0f, 5.0f);
     gameplay->resetRace();
     EXPECT_FALSE(gameplay->isRaceActive());
-    EXPECT_EQ(gameplay->getHud().lastMessage(), "Race reset.");
+    EXPECT_EQ(hud.lastMessage(), "Race reset.");
     EXPECT_FALSE(a->delivered);
     EXPECT_FLOAT_EQ(a->pos.x, homeA.x);
     EXPECT_FLOAT_EQ(a->pos.y, homeA.y);
