@@ -277,9 +277,4 @@ TEST_F(DefaultGameplayTest, CreateBodyKnowsTheGameTypesOnly)
     std::unique_ptr<Body> block(gameplay->createBody("raceblock"));
     ASSERT_NE(block, nullptr);
     EXPECT_EQ(block->type, "raceblock");
-    // The game's player came from the same factory at start-up.
-    EXPECT_EQ(player->type, "player");
-    EXPECT_EQ(player->kind, 1);
-    EXPECT_EQ(player->autoid, 1);
-    EXPECT_EQ(GameplaySingleton::get().resources.player, player);
 }
