@@ -6,7 +6,7 @@
 
 class InventoryTest : public WeaponsFixture {};
 
-TEST_F(InventoryTest, EveryLevelStartsWithHookPistolAndSwarmUnlimited)
+TEST_F(InventoryTest, LevelsStartWithHookPistolAndSwarmUnlimitedAndAmmoIsCappedAtTheMaximumOr999)
 {
     Inventory& inv = player->inventory;
     for (int id : {1, 2, 10})
@@ -17,11 +17,7 @@ TEST_F(InventoryTest, EveryLevelStartsWithHookPistolAndSwarmUnlimited)
         EXPECT_EQ(inv.ammoOf(type), Inventory::unlimited);
     EXPECT_EQ(inv.currentWeapon, 2);
     EXPECT_EQ(inv.weapon(11), nullptr);
-}
 
-TEST_F(InventoryTest, AmmoIsCappedAtTheMaximumOr999AfterGiveall)
-{
-    Inventory& inv = player->inventory;
     inv.setAmmo(3, 45);
     inv.addAmmo(3, 10);
     EXPECT_EQ(inv.ammoOf(3), 50);
