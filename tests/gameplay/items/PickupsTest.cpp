@@ -4,7 +4,6 @@
 #include "gameplay/items/AmmoBase.h"
 #include "gameplay/items/CashPickup.h"
 #include "gameplay/items/Health.h"
-#include "gameplay/items/QuadDamage.h"
 #include "gameplay/items/QuickArmour.h"
 #include "gameplay/items/ScreenWiper.h"
 #include "gameplay/items/WeaponBase.h"
@@ -80,7 +79,7 @@ TEST_F(PickupsTest, AmmoAndWeaponPickups)
     EXPECT_EQ(gameplay->getHud().lastMessage(), "Rocket Launcher");
 }
 
-TEST_F(PickupsTest, CashIsTakenForGoodQuadAndArmourShardsGiven)
+TEST_F(PickupsTest, CashIsTakenForGoodAndArmourShardsGiven)
 {
     CashPickup* cash = pickup<CashPickup>();
     cash->amount = 60;
@@ -88,11 +87,6 @@ TEST_F(PickupsTest, CashIsTakenForGoodQuadAndArmourShardsGiven)
     EXPECT_EQ(player->properties.cash, 60);
     frames(400);  // 10 s: cash never comes back
     EXPECT_FALSE(cash->visible);
-
-    QuadDamage* quad = pickup<QuadDamage>();
-    touch(*quad, *player);
-    EXPECT_TRUE(player->hasquad);
-    EXPECT_FLOAT_EQ(player->damagefactor, 4.0f);
 
     // A shard gives twenty unless the level says otherwise.
     player->armour = 0;

@@ -1,4 +1,5 @@
 #include "gameplay/GameplayFixture.h"
+#include "gameplay/items/QuadDamage.h"
 
 class PlayerTest : public GameplayFixture {};
 
@@ -52,7 +53,8 @@ TEST_F(PlayerTest, FallingOutOfTheLevelKillsAndRestartsItTwoSecondsLater)
 TEST_F(PlayerTest, PowerUpsLastThirtySecondsAndKeepTheLargerFactor)
 {
     loadLevel();
-    player->giveQuad(4.0f);
+    QuadDamage pickup;
+    touch(pickup, *player);
     EXPECT_TRUE(player->hasquad);
     EXPECT_FLOAT_EQ(player->damagefactor, 4.0f);
     EXPECT_EQ(gameplay->getHud().lastMessage(), "Quad Damage");
