@@ -1,8 +1,5 @@
 #include <tinyxml.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "gameplay/GameplayFixture.h"
 #include "gameplay/RaceBlock.h"
 #include "gameplay/RaceEnd.h"
@@ -260,14 +257,11 @@ TEST_F(DefaultGameplayTest, DebugCommandsMoveAndLaunchThePlayer)
     run("killvelocity");
     EXPECT_TRUE(player->vel.isZero());
 
-    std::remove("playerinfo.txt");
     run("playerinfo");
-    std::ifstream in("playerinfo.txt");
-    std::stringstream text;
-    text << in.rdbuf();
-    EXPECT_NE(text.str().find("Player pos, vel: -400,100,0 0,0,0\n"), std::string::npos) << text.str();
-    EXPECT_NE(text.str().find("Player Mouse Pos: -100,100,0\n"), std::string::npos);
-    EXPECT_NE(text.str().find("Current Level: gameplaytest : at time: "), std::string::npos);
+    const std::string text = TempDir::read("playerinfo.txt");
+    EXPECT_NE(text.find("Player pos, vel: -400,100,0 0,0,0\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("Player Mouse Pos: -100,100,0\n"), std::string::npos);
+    EXPECT_NE(text.find("Current Level: gameplaytest : at time: "), std::string::npos);
 }
 
 TEST_F(DefaultGameplayTest, CreateBodyKnowsTheGameTypesOnly)
