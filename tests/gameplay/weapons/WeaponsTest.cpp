@@ -32,6 +32,9 @@ TEST_F(WeaponsTest, ShotsWaitForTheDelayAndSpendAmmoOnlyWhenFired)
     // Not owned, or outside 1 to 11: ignored.
     EXPECT_FALSE(inv.fire(player, player->pos, Vector(1, 0), 5000.0f, 8));
     EXPECT_FALSE(inv.fire(player, player->pos, Vector(1, 0), 5000.0f, 12));
+    EXPECT_EQ(WeaponMapping::byId(0), nullptr);
+    EXPECT_EQ(WeaponMapping::byId(12), nullptr);
+    EXPECT_EQ(WeaponMapping::idOf("bfg"), -1);
 
     // A level start resets the timers so a long delay never carries over.
     inv.own(10);
@@ -295,14 +298,4 @@ TEST_F(WeaponsTest, DefinitionsOverrideDefaultsAndBadFilesKeepThem)
     write("<weapons><pistol");
     EXPECT_FALSE(WeaponDefinitions::load("weapons.xml"));
     EXPECT_EQ(WeaponDefinitions::find("pistol")->damage, 30);
-}
-
-TEST(WeaponMappingTest, NamesAndAmmoTypes)
-{
-    EXPECT_EQ(WeaponMapping::idOf("rocketlauncher"), 7);
-    EXPECT_EQ(WeaponMapping::byId(7)->ammoType, 6);
-    EXPECT_EQ(WeaponMapping::displayName(11), "Magnetic Gun");
-    EXPECT_EQ(WeaponMapping::byId(0), nullptr);
-    EXPECT_EQ(WeaponMapping::byId(12), nullptr);
-    EXPECT_EQ(WeaponMapping::idOf("bfg"), -1);
 }
