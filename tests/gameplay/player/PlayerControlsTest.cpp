@@ -6,7 +6,7 @@ protected:
     Vector force(float step = 0.025f) { return input->computeForce(*player, step); }
 };
 
-TEST_F(PlayerControlsTest, PlatformForcesAndTheJumpAllowance)
+TEST_F(PlayerControlsTest, ForcesInEachModeTheJumpAllowanceAndDamping)
 {
     setMode(2);
     const float m = player->mass;
@@ -45,12 +45,10 @@ TEST_F(PlayerControlsTest, PlatformForcesAndTheJumpAllowance)
     EXPECT_FLOAT_EQ(force().y, 320.0f * m);
     EXPECT_TRUE(player->canJump);
     EXPECT_FLOAT_EQ(player->airTime, 0.025f);
-}
 
-TEST_F(PlayerControlsTest, FreeModeThrustAndDamping)
-{
+    // Free mode thrusts the same every way, up as well.
     setMode(1);
-    const float m = player->mass;
+    input->releaseAll();
     GameplayInput::moveUp = true;
     GameplayInput::moveRight = true;
     Vector f = force();
