@@ -35,6 +35,7 @@ TEST_F(WeaponsTest, ShotsWaitForTheDelayAndSpendAmmoOnlyWhenFired)
     EXPECT_EQ(WeaponMapping::byId(0), nullptr);
     EXPECT_EQ(WeaponMapping::byId(12), nullptr);
     EXPECT_EQ(WeaponMapping::idOf("bfg"), -1);
+    EXPECT_EQ(WeaponMapping::idOf("railgun"), 8);
 
     // A level start resets the timers so a long delay never carries over.
     inv.own(10);
