@@ -67,11 +67,13 @@ TEST_F(DefaultGameplayTest, LevelAndRaceClocksHoldThroughPauseSaveAndLoad)
     EXPECT_FLOAT_EQ(player->quadtime, 5000.0f - elapsed);
     EXPECT_FLOAT_EQ(levelTime(), 0.0f);
 
-    // A missing clock is left alone, one cut short is ignored, a missing race flag means no race.
+    // A clock cut short is ignored and a missing one left alone; a missing race flag means no race.
     race = gameplay->raceTime();
     TiXmlElement damaged("gameplay");
-    damaged.SetAttribute("racetimer", "12,34");
+    damaged.SetAttribute("timer", "12,34");
     gameplay->load(&damaged);
+    TiXmlElement empty("gameplay");
+    gameplay->load(&empty);
     EXPECT_FALSE(gameplay->isRaceActive());
     EXPECT_FLOAT_EQ(levelTime(), 0.0f);
     EXPECT_FLOAT_EQ(gameplay->raceTime(), race);
