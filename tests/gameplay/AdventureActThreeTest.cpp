@@ -14,54 +14,28 @@ protected:
     }
 };
 
-TEST_F(AdventureActThreeTest, WarmUpRunsFromTheFlagUntilTheCrateDropsIntoTheChute)
+TEST_F(AdventureActThreeTest, RooftopsWarmUpRaceThenTheStartOpensTheHatchAndThePadGoesBackToTheLine)
 {
     loadShipped("rooftops");
     Body* crate = byId("crate");
-    ASSERT_NE(crate, nullptr);
+    Body* hatch = byId("hatch");
+    Body* startline = byId("startline");
+    ASSERT_TRUE(crate && hatch && startline);
+    const float shut = hatch->pos.y;
+
     placePlayer(86.0f, 10.0f);
     frames(8);
     EXPECT_TRUE(gameplay->isRaceActive()) << "the warm-up flag started no race";
     place(crate, 724.0f, -12.0f);
     frames(8);
     EXPECT_FALSE(gameplay->isRaceActive()) << "the crate in the chute did not finish the warm-up";
-}
-
-TEST_F(AdventureActThreeTest, RaceStartOpensTheServerHatchAndThePadOnItsHutGoesBackToTheStartLine)
-{
-    loadShipped("rooftops");
-    Body* hatch = byId("hatch");
-    Body* startline = byId("startline");
-    ASSERT_NE(hatch, nullptr);
-    ASSERT_NE(startline, nullptr);
-    const float shut = hatch->pos.y;
 
     placePlayer(906.0f, 10.0f);
     frames(80);
     EXPECT_GT(hatch->pos.y, shut + 60.0f) << "the start post did not open the hatch";
-
     placePlayer(4316.0f, 250.0f);
     frames(4);
     EXPECT_NEAR(player->pos.x, startline->pos.x, 24.0f) << "the pad on the hatch hut did not return to the start";
-}
-
-TEST_F(AdventureActThreeTest, BreakingTheDriveAndTheProcessorOpensBothVaultDoors)
-{
-    loadShipped("serverhalls");
-    Body* vault1 = byId("vault_1");
-    Body* vault2 = byId("vault_2");
-    ASSERT_NE(vault1, nullptr);
-    ASSERT_NE(vault2, nullptr);
-    EXPECT_TRUE(vault1->solid);
-    EXPECT_TRUE(vault2->solid);
-    for (const char* objective : {"harddrive", "cpu"}) {
-        GameBody* body = byType<GameBody>(objective);
-        ASSERT_NE(body, nullptr) << objective;
-        body->takeDamage(1000, 64);
-    }
-    frames(10);
-    EXPECT_FALSE(vault1->solid);
-    EXPECT_FALSE(vault2->solid);
 }
 
 // A player who steps on a pad and lets go of the keys lands on the ledge it serves.
@@ -93,10 +67,26 @@ TEST_F(AdventureActThreeTest, JumpPadsLandAHandsOffPlayerOnTheirLedges)
     }
 }
 
-TEST_F(AdventureActThreeTest, TheDeckSwitchWakesTheVentPadThatThrowsIntoTheColdStore)
+TEST_F(AdventureActThreeTest, ServerHallsVaultsVentPadAndLiftOpenToWhatTheLevelAsks)
 {
     loadShipped("serverhalls");
     run("notarget");
+    Body* vault1 = byId("vault_1");
+    Body* vault2 = byId("vault_2");
+    Body* door = byId("pit_door");
+    GameBody* cell = byType<GameBody>("battery");
+    ASSERT_TRUE(vault1 && vault2 && door && cell);
+    EXPECT_TRUE(vault1->solid);
+    EXPECT_TRUE(vault2->solid);
+    for (const char* objective : {"harddrive", "cpu"}) {
+        GameBody* body = byType<GameBody>(objective);
+        ASSERT_NE(body, nullptr) << objective;
+        body->takeDamage(1000, 64);
+    }
+    frames(10);
+    EXPECT_FALSE(vault1->solid) << "breaking the drive and the processor did not open the vaults";
+    EXPECT_FALSE(vault2->solid);
+
     placePlayer(3904.0f, 8.0f);
     frames(40);
     EXPECT_LT(player->pos.y, 20.0f) << "the vent pad blows before its switch";
@@ -107,15 +97,7 @@ TEST_F(AdventureActThreeTest, TheDeckSwitchWakesTheVentPadThatThrowsIntoTheColdS
     EXPECT_GT(player->pos.y, 200.0f) << "the vent pad did not throw the player up to the cold store";
     EXPECT_GT(player->pos.x, 3980.0f);
     EXPECT_LT(player->pos.x, 4100.0f);
-}
 
-TEST_F(AdventureActThreeTest, ThePowerCellInItsSlotOpensTheLiftDown)
-{
-    loadShipped("serverhalls");
-    Body* door = byId("pit_door");
-    GameBody* cell = byType<GameBody>("battery");
-    ASSERT_NE(door, nullptr);
-    ASSERT_NE(cell, nullptr);
     const float shut = door->pos.y;
     place(cell, 5504.0f, 14.0f);
     placePlayer(5440.0f, 10.0f);
@@ -123,25 +105,14 @@ TEST_F(AdventureActThreeTest, ThePowerCellInItsSlotOpensTheLiftDown)
     EXPECT_GT(door->pos.y, shut + 90.0f) << "the cell in its slot did not open the lift door";
 }
 
-TEST_F(AdventureActThreeTest, TheDestroyersFallOpensTheGateToTheCore)
+TEST_F(AdventureActThreeTest, ThePitWakesTheNestAndTheVentsAndTheDestroyersFallOpensTheGate)
 {
     loadShipped("destroyerlair");
     auto* destroyer = byId<GameBody>("thedestroyer");
     Body* gate = byId("lair_gate");
-    ASSERT_NE(destroyer, nullptr);
-    ASSERT_NE(gate, nullptr);
+    ASSERT_TRUE(destroyer && gate);
     const float shut = gate->pos.y;
 
-    frames(40);
-    EXPECT_NEAR(gate->pos.y, shut, 0.5f) << "the gate opened with the destroyer alive";
-    destroyer->takeDamage(5000, 32);
-    frames(120);
-    EXPECT_GT(gate->pos.y, shut + 90.0f) << "the destroyer's death did not open the gate";
-}
-
-TEST_F(AdventureActThreeTest, SteppingIntoThePitWakesTheSwarmNestAndTheFurnaceVents)
-{
-    loadShipped("destroyerlair");
     placePlayer(808.0f, -150.0f);
     // The balcony's swarm lives ten seconds; what flies after that came from the nest.
     frames(12000 / 25);
@@ -149,6 +120,11 @@ TEST_F(AdventureActThreeTest, SteppingIntoThePitWakesTheSwarmNestAndTheFurnaceVe
     EXPECT_EQ(count("swarmer"), 0) << "the vents opened before their time";
     frames(10000 / 25);
     EXPECT_GT(count("swarmer"), 0) << "the first wave never came out of the vents";
+
+    EXPECT_NEAR(gate->pos.y, shut, 0.5f) << "the gate opened with the destroyer alive";
+    destroyer->takeDamage(5000, 32);
+    frames(120);
+    EXPECT_GT(gate->pos.y, shut + 90.0f) << "the destroyer's death did not open the gate";
 }
 
 } // namespace

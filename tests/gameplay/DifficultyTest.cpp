@@ -9,7 +9,6 @@
 #include "gameplay/items/Armour.h"
 #include "gameplay/items/QuickHealth.h"
 #include "gameplay/items/WeaponBase.h"
-#include "gameplay/weapons/WeaponMapping.h"
 
 TEST(DifficultyScale, RoundsHoldsSmallHitsAndSaturates)
 {
@@ -79,10 +78,9 @@ TEST_F(DifficultyTest, DamageTakenAndPickupsFollowTheLevel)
         touch(shells, *player);
         EXPECT_EQ(player->inventory.ammoOf(3), c.shells);
 
-        const int rocketAmmo = WeaponMapping::byName("rocketlauncher")->ammoType;
-        player->inventory.setAmmo(rocketAmmo, 0);
+        player->inventory.setAmmo(6, 0);
         WeaponBase launcher("rocketlauncher");
         touch(launcher, *player);
-        EXPECT_EQ(player->inventory.ammoOf(rocketAmmo), c.rockets);
+        EXPECT_EQ(player->inventory.ammoOf(6), c.rockets);
     }
 }

@@ -1,5 +1,3 @@
-#include <cmath>
-
 #include "gameplay/GameplayFixture.h"
 
 class PlayerControlsTest : public GameplayFixture {
@@ -8,7 +6,7 @@ protected:
     Vector force(float step = 0.025f) { return input->computeForce(*player, step); }
 };
 
-TEST_F(PlayerControlsTest, PlatformForcesOnGroundAndInTheAir)
+TEST_F(PlayerControlsTest, ForcesInEachModeTheJumpAllowanceAndDamping)
 {
     setMode(2);
     const float m = player->mass;
@@ -28,23 +26,14 @@ TEST_F(PlayerControlsTest, PlatformForcesOnGroundAndInTheAir)
     GameplayInput::moveLeft = false;
     GameplayInput::moveDown = true;
     EXPECT_FLOAT_EQ(force().y, -320.0f * m);
-}
 
-TEST_F(PlayerControlsTest, JumpAllowanceEndsAfterAirTimeAndReturnsOnLanding)
-{
-    setMode(2);
-    const float m = player->mass;
+    // Up pushes on the ground step plus every step until the air time passes 0.3 s.
+    input->releaseAll();
     GameplayInput::moveUp = true;
     player->onGround = true;
     int pushes = 0;
-    int step = 0;
-    for (; step < 40; ++step) {
-        if (force().y > 0.0f)
-            ++pushes;
-        else
-            break;
-    }
-    // The ground step plus every step until the air time passes 0.3 s.
+    while (pushes < 40 && force().y > 0.0f)
+        ++pushes;
     EXPECT_GE(pushes, 12);
     EXPECT_LE(pushes, 13);
     EXPECT_FALSE(player->canJump);
@@ -56,12 +45,10 @@ TEST_F(PlayerControlsTest, JumpAllowanceEndsAfterAirTimeAndReturnsOnLanding)
     EXPECT_FLOAT_EQ(force().y, 320.0f * m);
     EXPECT_TRUE(player->canJump);
     EXPECT_FLOAT_EQ(player->airTime, 0.025f);
-}
 
-TEST_F(PlayerControlsTest, FreeModeThrustAndDamping)
-{
+    // Free mode thrusts the same every way, up as well.
     setMode(1);
-    const float m = player->mass;
+    input->releaseAll();
     GameplayInput::moveUp = true;
     GameplayInput::moveRight = true;
     Vector f = force();
@@ -87,26 +74,40 @@ TEST_F(PlayerControlsTest, FreeModeThrustAndDamping)
     EXPECT_FLOAT_EQ(player->vel.x, 100.0f);
 }
 
-TEST_F(PlayerControlsTest, CommandsSetAndReleaseTheHeldState)
+TEST_F(PlayerControlsTest, CommandsHoldAndReleaseAndATapStillCountsForItsStep)
 {
+    loadLevel();
+    frames(4);
+    const float x = player->pos.x;
+    // Pressed and let go between two steps, as a quick key tap is.
     run("+moveright");
-    run("+attack");
-    run("+fire 3");
     EXPECT_TRUE(GameplayInput::moveRight);
+    run("-moveright");
+    EXPECT_FALSE(GameplayInput::moveRight);
+    frame();
+    EXPECT_GT(player->vel.x, 0.0f);
+    // Only that step: the push is not held on.
+    const float vel = player->vel.x;
+    frames(4);
+    EXPECT_LT(player->vel.x, vel);
+    EXPECT_GT(player->pos.x, x);
+
+    // Losing the input lets go of everything, and a tap it let go of does not come back.
+    run("+moveleft");
+    run("+attack");
     EXPECT_TRUE(GameplayInput::attack);
+    input->deactivate();
+    EXPECT_FALSE(GameplayInput::moveLeft);
+    EXPECT_FALSE(GameplayInput::attack);
+    frame();
+    EXPECT_GE(player->vel.x, 0.0f);
+
+    run("+fire 3");
     EXPECT_TRUE(GameplayInput::fireById);
     EXPECT_EQ(GameplayInput::fireWeaponId, 3);
     run("-fire");
     EXPECT_FALSE(GameplayInput::fireById);
     EXPECT_EQ(GameplayInput::fireWeaponId, 3);
-    run("-moveright");
-    EXPECT_FALSE(GameplayInput::moveRight);
-
-    // Losing the input lets go of everything.
-    run("+moveleft");
-    input->deactivate();
-    EXPECT_FALSE(GameplayInput::moveLeft);
-    EXPECT_FALSE(GameplayInput::attack);
 
     run("god");
     EXPECT_TRUE(player->isGodMode());
@@ -114,29 +115,6 @@ TEST_F(PlayerControlsTest, CommandsSetAndReleaseTheHeldState)
     EXPECT_FALSE(player->isGodMode());
     run("invis");
     EXPECT_TRUE(player->notarget);
-}
-
-TEST_F(PlayerControlsTest, ATapWithinOneStepStillCountsForThatStep)
-{
-    loadLevel();
-    frames(4);
-    const float x = player->pos.x;
-    // Pressed and let go between two steps, as a quick key tap is.
-    run("+moveright");
-    run("-moveright");
-    frame();
-    EXPECT_GT(player->vel.x, 0.0f);
-    EXPECT_FALSE(GameplayInput::moveRight);
-    // Only that step: the push is not held on.
-    const float vel = player->vel.x;
-    frames(4);
-    EXPECT_LT(player->vel.x, vel);
-    EXPECT_GT(player->pos.x, x);
-    // A tap that a lost input already let go of does not come back.
-    run("+moveleft");
-    input->deactivate();
-    frame();
-    EXPECT_GE(player->vel.x, 0.0f);
 }
 
 TEST_F(PlayerControlsTest, ControlsLeaveThePlayersOwnFrictionAlone)
@@ -162,40 +140,12 @@ TEST_F(PlayerControlsTest, ControlsLeaveThePlayersOwnFrictionAlone)
     EXPECT_GT(player->vel.x, 0.5f);
 }
 
-TEST_F(PlayerControlsTest, FreeModeFliesAgainstGravity)
-{
-    setMode(1);
-    loadLevel();
-    player->setPosition(Vector(-500.0f, 8.0f));
-    frames(10);
-    GameplayInput::moveUp = true;
-    frames(40);
-    EXPECT_GT(player->pos.y, 60.0f);
-    GameplayInput::moveUp = false;
-    GameplayInput::moveLeft = true;
-    frames(20);
-    EXPECT_LT(player->pos.x, -510.0f);
-}
-
-TEST_F(PlayerControlsTest, FallingFarBelowTheLevelKillsThePlayer)
-{
-    setMode(2);
-    loadLevel();
-    // The fixture floor's bottom is at -100.
-    player->setPosition(Vector(2000.0f, -1000.0f));
-    frames(4);
-    EXPECT_FALSE(player->dead);
-    player->setPosition(Vector(2000.0f, -1110.0f));
-    frames(2);
-    EXPECT_TRUE(player->dead);
-}
-
 // Held keys carry the player to a goal: walking climbs steps up to 8 units
 // but neither passes nor creeps up a 12-unit one; a jump (up let go after 16
 // steps) lands on a ledge twice the player's height; it swims up out of a
 // pool 48 deep, deeper than the best jump; and on the shipped test level the
 // stairs of 8-unit steps need no jump and the pool is left by swimming up to
-// the step and out.
+// the step and out. In free mode it flies up and on against gravity.
 TEST_F(PlayerControlsTest, HeldKeysReachTheirGoals)
 {
     const std::string pool = box("default", "rim_west", 400, 0, 480, 48) +
@@ -210,6 +160,7 @@ TEST_F(PlayerControlsTest, HeldKeysReachTheirGoals)
         int upSteps;  // 0: up is never pressed, -1: held throughout
         float minX, maxX, minY, maxY;
         bool reaches = true;
+        int mode = 2;
     };
     const float far = 1e9f;
     const Case cases[] = {
@@ -221,9 +172,11 @@ TEST_F(PlayerControlsTest, HeldKeysReachTheirGoals)
         {"deep water", nullptr, pool, Vector(520.0f, 8.0f), -1, 568.0f, far, 55.0f, 57.0f},
         {"stairs", "test", "", Vector(1216.0f, 8.0f), 0, 1390.0f, far, 55.0f, far},
         {"test pool", "test", "", Vector(1040.0f, -40.0f), -1, 1126.0f, far, 7.0f, far},
+        {"free flight", nullptr, "", Vector(-500.0f, 8.0f), -1, -490.0f, far, 60.0f, far, true, 1},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
+        setMode(c.mode);
         if (c.shipped)
             loadShipped(c.shipped);
         else

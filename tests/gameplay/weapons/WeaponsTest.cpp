@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <fstream>
 
 #include "gameplay/WeaponsFixture.h"
@@ -33,6 +32,10 @@ TEST_F(WeaponsTest, ShotsWaitForTheDelayAndSpendAmmoOnlyWhenFired)
     // Not owned, or outside 1 to 11: ignored.
     EXPECT_FALSE(inv.fire(player, player->pos, Vector(1, 0), 5000.0f, 8));
     EXPECT_FALSE(inv.fire(player, player->pos, Vector(1, 0), 5000.0f, 12));
+    EXPECT_EQ(WeaponMapping::byId(0), nullptr);
+    EXPECT_EQ(WeaponMapping::byId(12), nullptr);
+    EXPECT_EQ(WeaponMapping::idOf("bfg"), -1);
+    EXPECT_EQ(WeaponMapping::idOf("railgun"), 8);
 
     // A level start resets the timers so a long delay never carries over.
     inv.own(10);
@@ -68,17 +71,12 @@ TEST_F(WeaponsTest, HitscanTakesTheNearestSolidBodyAndSkipsTriggersAndTheShooter
         FireableWeapon::hitscan(player, player->pos, player->pos + Vector(0, 300), 0.0f, 0, 1);
     EXPECT_EQ(miss.hit, nullptr);
     EXPECT_NEAR(miss.end.y, player->pos.y + 300.0f, 0.01f);
-}
 
-TEST_F(WeaponsTest, QuadScalesHitscanDamageAndKnockbackPushes)
-{
+    // Quad scales the damage and the knockback pushes what can move.
     GameBody* movable = target(-300.0f, 40.0f, 1000, 16.0f, 10.0f);
     player->giveQuad(4.0f);
-    ASSERT_TRUE(player->inventory.fire(player, player->pos, Vector(1, 0), 0.0f, 2));
-    // Aimed along y = 8 the shot misses the raised body; aim at it instead.
     const Vector d = movable->pos - player->pos;
-    const Vector aim = d * (1.0f / d.length2D());
-    ASSERT_TRUE(player->inventory.fire(player, player->pos, aim, 1000.0f, 2));
+    ASSERT_TRUE(player->inventory.fire(player, player->pos, d * (1.0f / d.length2D()), 1000.0f, 2));
     EXPECT_EQ(movable->health, 1000 - 80);
     EXPECT_GT(movable->vel.x, 10.0f);
 }
@@ -146,37 +144,7 @@ TEST_F(WeaponsTest, RadialDamageIsFullAtAnyDistanceButThePushFallsOff)
     EXPECT_EQ(player->health, 50);
 }
 
-TEST_F(WeaponsTest, GrenadesBounceOffWallsWithRateLimitedClacksAndBurstOnCreatures)
-{
-    GrenadeProjectile grenade;
-    Body wallBody;
-    wallBody.setMass(0.0f);
-    GameBody door;
-    door.type = "door";
-    door.entity = true;
-    GameBody creature;
-    creature.entity = true;
-    creature.setMass(10.0f);
-
-    TouchInfo info;
-    grenade.vel = Vector(0.0f, -20.0f);
-    info.other = &wallBody;
-    grenade.onTouch(info);
-    const float first = grenade.nextBounceSoundTime;
-    EXPECT_GT(first, 0.0f);
-    grenade.onTouch(info);
-    EXPECT_FLOAT_EQ(grenade.nextBounceSoundTime, first);  // within 250 ms: silent
-    EXPECT_FALSE(grenade.exploded);
-    info.other = &door;
-    door.setMass(0.0f);
-    grenade.onTouch(info);
-    EXPECT_FALSE(grenade.exploded);
-    info.other = &creature;
-    grenade.onTouch(info);
-    EXPECT_TRUE(grenade.exploded);
-}
-
-TEST_F(WeaponsTest, AGrenadeLeftAloneBurstsWhenItsFuseRunsOut)
+TEST_F(WeaponsTest, GrenadesBurstWhenTheFuseRunsOutOrOnCreaturesAndClackOffWalls)
 {
     GameBody* victim = target(-300.0f, 8.0f, 1000, 16.0f);
     player->inventory.own(6);
@@ -184,18 +152,34 @@ TEST_F(WeaponsTest, AGrenadeLeftAloneBurstsWhenItsFuseRunsOut)
     ASSERT_TRUE(fire(6, Vector(0.0f, 1.0f)));
     EXPECT_EQ(player->inventory.ammoOf(5), 1);
     ASSERT_EQ(count<GrenadeProjectile>(), 1);
-    auto* grenade = byType<GrenadeProjectile>();
-    ASSERT_NE(grenade, nullptr);
-    EXPECT_NEAR(grenade->vel.length2D(), 170.0f, 1.0f);
-    const float fuse = grenade->explodeTime;
+    auto* fired = byType<GrenadeProjectile>();
+    EXPECT_NEAR(fired->vel.length2D(), 170.0f, 1.0f);
+    const float fuse = fired->explodeTime;
     while (levelTime() < fuse - 50.0f)
         frame();
-    EXPECT_FALSE(grenade->exploded);
+    EXPECT_FALSE(fired->exploded);
     frames(4);
     EXPECT_EQ(count<GrenadeProjectile>(), 0);
     // The blast stayed near the player: the far target is untouched, the owner unhurt.
     EXPECT_EQ(victim->health, 1000);
     EXPECT_EQ(player->health, 100);
+
+    GrenadeProjectile grenade;
+    grenade.vel = Vector(0.0f, -20.0f);
+    Body* floor = wall(-300.0f, 100.0f, 16.0f, 16.0f);
+    touch(grenade, *floor);
+    const float first = grenade.nextBounceSoundTime;
+    EXPECT_GT(first, 0.0f);
+    touch(grenade, *floor);
+    EXPECT_FLOAT_EQ(grenade.nextBounceSoundTime, first);  // within 250 ms: silent
+    EXPECT_FALSE(grenade.exploded);
+    // A door is an entity but no creature.
+    GameBody* door = target(-300.0f, 200.0f);
+    door->type = "door";
+    touch(grenade, *door);
+    EXPECT_FALSE(grenade.exploded);
+    touch(grenade, *target(-300.0f, 300.0f, 1000, 16.0f, 10.0f));
+    EXPECT_TRUE(grenade.exploded);
 }
 
 TEST_F(WeaponsTest, RocketsHitDirectlySplashAndPassThroughInvisibleBodies)
@@ -251,6 +235,7 @@ TEST_F(WeaponsTest, TheHookAttachesPullsAndLetsGo)
 TEST_F(WeaponsTest, GibsAreCappedAndExpire)
 {
     setVar("maxgibs", "6");
+    // Bursts of two to five: the one that would pass the cap is cut short.
     int made = 0;
     for (int i = 0; i < 6; ++i)
         made += Gib::spawnGibs(Vector(-200.0f, 100.0f), 100.0f, 200.0f, 8.0f, 10.0f);
@@ -288,9 +273,8 @@ TEST_F(WeaponsTest, DefinitionsOverrideDefaultsAndBadFilesKeepThem)
     pistol.applyDefinition();
     EXPECT_FLOAT_EQ(pistol.delay, 500.0f);
 
-    write("<weapons><pistol damage=\"30\" delay=\"250\" knockback=\"5\" range=\"900\"/>"
-          "<shotgun numshots=\"6\" damage=\"7\" delay=\"700\" knockback=\"1\" range=\"800\" spread=\"50\"/>"
-          "<bfg damage=\"9999\"/></weapons>");
+    write("<weapons><pistol damage=\"30\" delay=\"250\" range=\"900\"/><shotgun numshots=\"6\"/>"
+          "<bfg damage=\"9\"/></weapons>");
     EXPECT_TRUE(WeaponDefinitions::load("weapons.xml"));
     pistol.applyDefinition();
     EXPECT_EQ(pistol.damage, 30);
@@ -301,9 +285,8 @@ TEST_F(WeaponsTest, DefinitionsOverrideDefaultsAndBadFilesKeepThem)
     EXPECT_EQ(shotgun.numShots, 6);
 
     // Bad numbers: that row keeps its previous values; the others load.
-    write("<weapons><pistol damage=\"lots\" delay=\"-1\" knockback=\"5\" range=\"900\"/>"
-          "<shotgun numshots=\"100000\" damage=\"7\" delay=\"700\" knockback=\"1\" range=\"800\" spread=\"50\"/>"
-          "<railgun damage=\"150\" delay=\"1200\" knockback=\"60\" range=\"5000\"/></weapons>");
+    write("<weapons><pistol damage=\"lots\" delay=\"-1\"/><shotgun numshots=\"100000\"/>"
+          "<railgun damage=\"150\"/></weapons>");
     EXPECT_TRUE(WeaponDefinitions::load("weapons.xml"));
     pistol.applyDefinition();
     EXPECT_EQ(pistol.damage, 30);
@@ -316,14 +299,4 @@ TEST_F(WeaponsTest, DefinitionsOverrideDefaultsAndBadFilesKeepThem)
     write("<weapons><pistol");
     EXPECT_FALSE(WeaponDefinitions::load("weapons.xml"));
     EXPECT_EQ(WeaponDefinitions::find("pistol")->damage, 30);
-}
-
-TEST(WeaponMappingTest, NamesAndAmmoTypes)
-{
-    EXPECT_EQ(WeaponMapping::idOf("rocketlauncher"), 7);
-    EXPECT_EQ(WeaponMapping::byId(7)->ammoType, 6);
-    EXPECT_EQ(WeaponMapping::displayName(11), "Magnetic Gun");
-    EXPECT_EQ(WeaponMapping::byId(0), nullptr);
-    EXPECT_EQ(WeaponMapping::byId(12), nullptr);
-    EXPECT_EQ(WeaponMapping::idOf("bfg"), -1);
 }
