@@ -145,12 +145,6 @@ protected:
         input->setBinding("mouse1", "+attack");
         input->setBinding("e", "nextweap");
     }
-    void TearDown() override
-    {
-        WeaponDefinitions::clear();
-        GameplayFixture::TearDown();
-    }
-
     void press(const std::string& key) { input->keyDown(0, 0, key); }
     void release(const std::string& key) { input->keyUp(0, 0, key); }
 

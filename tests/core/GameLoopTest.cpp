@@ -64,35 +64,23 @@ protected:
     ListeningSound* sound = nullptr;
 };
 
-TEST_F(GameLoopTest, RemainderCarriesToTheNextFrameAndALongFrameIsClampedToTenSteps)
+TEST_F(GameLoopTest, RemainderCarriesPauseConsoleAndMenusHoldTheWorldAndALongFrameIsClamped)
 {
     frameAfter(60);  // 2 steps, 0.01 left
-    EXPECT_EQ(game->getStepCount(), 2u);
     EXPECT_NEAR(game->getSimulationAccumulator(), 0.01f, 1e-5f);
     frameAfter(20);
-    EXPECT_EQ(game->getStepCount(), 3u);
-    // Particles step at 120 Hz independently of the simulation.
-    EXPECT_LT(game->getParticleAccumulator(), Game::particleStepSeconds);
-
-    const float carried = game->getSimulationAccumulator();
-    frameAfter(2000);
-    // 0.25 s of float steps: ten steps, or nine with a hair under one step kept.
-    const uint64_t steps = game->getStepCount() - 3;
-    EXPECT_TRUE(steps == 9u || steps == 10u) << steps;
-    EXPECT_NEAR(steps * Game::stepSeconds + game->getSimulationAccumulator(), 0.25f + carried, 1e-5f);
-}
-
-TEST_F(GameLoopTest, PauseConsoleAndMenusHoldTheWorld)
-{
-    frameAfter(30);
     const uint64_t steps = game->getStepCount();
+    EXPECT_EQ(steps, 3u);
     const float frameBefore = game->getTimer().frameTime();
+    const float elapsedBefore = game->getTimer().elapsed();
     game->pause();
     for (int i = 0; i < 5; ++i)
         frameAfter(2000);
     EXPECT_EQ(game->getStepCount(), steps);
     game->unpause();
+    // The paused span is gone from the frame time and from the elapsed time.
     EXPECT_FLOAT_EQ(game->getTimer().frameTime(), frameBefore);
+    EXPECT_FLOAT_EQ(game->getTimer().elapsed(), elapsedBefore);
 
     // The console and the menus hold the world without pausing it.
     const double played = game->getPlaySeconds();
@@ -110,6 +98,22 @@ TEST_F(GameLoopTest, PauseConsoleAndMenusHoldTheWorld)
     // Closed again: the next frame steps its own time, not the time held.
     frameAfter(50);
     EXPECT_EQ(game->getStepCount(), steps + 2);
+    // Particles step at 120 Hz independently of the simulation.
+    EXPECT_LT(game->getParticleAccumulator(), Game::particleStepSeconds);
+
+    const float carried = game->getSimulationAccumulator();
+    frameAfter(2000);
+    // 0.25 s of float steps: ten steps, or nine with a hair under one step kept.
+    const uint64_t clamped = game->getStepCount() - steps - 2;
+    EXPECT_TRUE(clamped == 9u || clamped == 10u) << clamped;
+    EXPECT_NEAR(clamped * Game::stepSeconds + game->getSimulationAccumulator(), 0.25f + carried, 1e-5f);
+}
+
+TEST(ClockConversion, TopBitStaysUnsigned)
+{
+    EXPECT_FLOAT_EQ(Clock::ticksToFloat(0x80000000u), 2147483648.0f);
+    EXPECT_FLOAT_EQ(Clock::ticksToFloat(0xFFFFFFFFu), 4294967296.0f - 1.0f);
+    EXPECT_FLOAT_EQ(Clock::ticksToFloat(1234u), 1234.0f);
 }
 
 TEST(ChaseCamera, SnapsToRangeClosesInAndSettles)

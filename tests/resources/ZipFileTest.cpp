@@ -67,8 +67,6 @@ TEST_F(ZipFileTest, MembersReadOnlyWhenTheFileBacksWhatTheirHeadersClaim)
         std::string expected;
         bool error;
     } cases[] = {
-        {"stored", buildZip({storedMember("m", text)}), "m", text, false},
-        {"deflated", buildZip({deflatedMember("m", text)}), "m", text, false},
         {"3 GB stored in a tiny file", buildZip({claiming(storedMember("m", "abc"), 3000000000u)}), "m", "<null>",
          true},
         {"stored, more than the bytes left", buildZip({claiming(storedMember("m", "abc"), 100)}), "m", "<null>",
