@@ -41,7 +41,7 @@ protected:
     ParticleManager manager;
 };
 
-TEST_F(ParticleManagerTest, DefinitionsParseWithDefaultsAndLaterIdsReplaceEarlierOnes)
+TEST_F(ParticleManagerTest, DefinitionsParseWithDefaultsLaterIdsReplaceEarlierOnesAndBadNumbersReadAsTheirLeadingNumber)
 {
     writeDefs(std::string("<a id='puff' flowRate='10' ") + fullAttributes + "/>" + "<b id='puff' " +
               fullAttributes + "flowRate='77' maxParticles='5' glowSteps='3' generationShape='sphere'/>" +
@@ -59,10 +59,8 @@ TEST_F(ParticleManagerTest, DefinitionsParseWithDefaultsAndLaterIdsReplaceEarlie
     EXPECT_EQ(plain->glowSteps, 1);
     EXPECT_EQ(plain->generationShape, "");
     EXPECT_NE(manager.findDefinition("default"), nullptr);
-}
 
-TEST_F(ParticleManagerTest, MalformedNumbersReadTheirLeadingNumberOrZero)
-{
+    // Malformed numbers read their leading number, or zero.
     writeDefs("<p id='odd' flowRate='12abc' initialParticles='abc' maxParticles='1e9' "
               "systemLifeTime=' 2.5s' particleLifeTime='nan' blendMode='0x10' animFPS='-' "
               "generationShapeVar1='.5e1x' generationShapeVar2='1e999' glowSteps='0' posVarLow='-3e7,2,0' "
@@ -136,11 +134,12 @@ TEST_F(ParticleManagerTest, UnknownNamesFallBackToDefaultButKeepTheirClass)
     EXPECT_EQ(manager.createSystem("rail"), nullptr) << "without default there is nothing to show";
 }
 
-TEST_F(ParticleManagerTest, DeadSystemsLeaveInTheSameUpdateAndTellObserversOnce)
+TEST_F(ParticleManagerTest, DeadSystemsLeaveInTheSameUpdateAndTellEachObserverOnce)
 {
     ParticleSystem* a = manager.createSystem("default");
     ParticleSystem* b = manager.createSystem("default");
     CountingObserver watchA, watchB;
+    a->addObserver(&watchA);
     a->addObserver(&watchA);
     b->addObserver(&watchB);
     a->stop(0.01f);
@@ -177,29 +176,20 @@ TEST_F(ParticleManagerTest, SystemsOutsideTheViewStepOnlyEveryTenthOfASecond)
     EXPECT_NE(far->getParticleCount(), before) << "an invisible system is never culled";
 }
 
-class ParticleGameTest : public GameplayFixture {
-protected:
-    void SetUp() override
-    {
-        GameplayFixture::SetUp();
-        loadLevel();
-    }
-};
+using ParticleGameTest = GameplayFixture;
 
-TEST_F(ParticleGameTest, FramesAdvanceParticlesInFixedStepsOfOneHundredAndTwentiethOfASecond)
+TEST_F(ParticleGameTest, FramesStepAt120HzBodiesCarryTheirSystemsAndShowTextAndALevelChangeClearsEverySystem)
 {
-    ParticleSystem* s = game->getParticleManager()->createSystem("default");
-    s->systemLifeTime = 0.0f;
-    frame(100);
-    // 0.1 s is twelve particle steps, give or take one for float rounding.
-    const float stepped = s->age / Game::particleStepSeconds;
-    EXPECT_NEAR(stepped, 12.0f, 1.01f);
-    EXPECT_NEAR(std::round(stepped) * Game::particleStepSeconds, s->age, 1e-4f);
-}
-
-TEST_F(ParticleGameTest, BodiesCarryTheirSystemsAndShowTextAndALevelChangeClearsEverySystem)
-{
+    loadLevel();
     ParticleManager& particles = *game->getParticleManager();
+    // 0.1 s of frames is twelve particle steps, give or take one for float rounding.
+    ParticleSystem* stepped = particles.createSystem("default");
+    frame(100);
+    const float steps = stepped->age / Game::particleStepSeconds;
+    EXPECT_NEAR(steps, 12.0f, 1.01f);
+    EXPECT_NEAR(std::round(steps) * Game::particleStepSeconds, stepped->age, 1e-4f);
+    stepped->stop(0.0f);
+
     // A body carries its system and lets it fade on its own when destroyed.
     auto body = std::make_unique<GameBody>();
     ParticleSystem* trail = particles.createSystem("default");

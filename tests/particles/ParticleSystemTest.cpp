@@ -234,16 +234,3 @@ TEST_F(ParticleSystemTest, LightningChainsFourLinkedSegmentsOverOneHundredUnitsA
     EXPECT_EQ(text.getParticleCount(), 1) << "flow emission is paused";
     EXPECT_FALSE(text.update(0.3f, false));
 }
-
-TEST_F(ParticleSystemTest, ObserversAreToldAndCanBeRemoved)
-{
-    ParticleSystem s;
-    CountingObserver a, b;
-    s.addObserver(&a);
-    s.addObserver(&a);
-    s.addObserver(&b);
-    s.removeObserver(&b);
-    s.notifyObservers();
-    EXPECT_EQ(a.calls, 1);
-    EXPECT_EQ(b.calls, 0);
-}

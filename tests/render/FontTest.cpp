@@ -92,7 +92,7 @@ protected:
     RecordingFontRenderer fonts;
 };
 
-TEST_F(ImageFontRendererTest, SelectionByNameAndSizeThenWidthsSkippingMissingCharacters)
+TEST_F(ImageFontRendererTest, SelectionByNameAndSizeThenWidthsSkippingMissingCharactersAndCentring)
 {
     EXPECT_EQ(fonts.textWidth(""), 16.0f);  // nothing selected yet
     EXPECT_EQ(fonts.textHeight("x"), 16.0f);
@@ -109,10 +109,9 @@ TEST_F(ImageFontRendererTest, SelectionByNameAndSizeThenWidthsSkippingMissingCha
     EXPECT_FLOAT_EQ(fonts.textWidth("AcZb"), 19.0f);
     fonts.setScale(2.0f);
     EXPECT_FLOAT_EQ(fonts.textWidth("Ab"), 19.0f);  // measured unscaled
-}
 
-TEST_F(ImageFontRendererTest, Centring)
-{
+    // Centring on a font whose advance is zero: the width decides.
+    fonts.setScale(1.0f);
     fonts.addFont(parseFont(R"(<font name="w" size="10"><descriptors>
         <c charcode="87" width="39" xadvance="0" /></descriptors></font>)"));
     ASSERT_TRUE(fonts.selectFont("w", 10));

@@ -18,7 +18,6 @@
 #include "particles/ParticleSystem.h"
 #include "render/BaseSky.h"
 #include "render/NullRenderer.h"
-#include "render/SimpleFadeOverlay.h"
 #include "render/SkyManager.h"
 #include "resources/ResourceManager.h"
 
@@ -74,7 +73,7 @@ void expectAt(const Vector& v, float x, float y, float z)
 
 } // namespace
 
-TEST(SkyFileTest, EveryAttributeIsRead)
+TEST(SkyFileTest, EveryAttributeIsReadWithDefaultsAndBoundsForHostileNumbers)
 {
     auto sky = parseSky(R"(<sky lensflare="true" lensflarepos="10,20,3" lensflarecolour="1,2,3,4">
       <rect pos="-100,50,2" dimension="200,80" textured="true" clamptex="true" glow="true"
@@ -112,11 +111,9 @@ TEST(SkyFileTest, EveryAttributeIsRead)
     ASSERT_EQ(sky->particlePlacements.size(), 1u);
     EXPECT_EQ(sky->particlePlacements.begin()->first, "skydust");
     expectAt(sky->particlePlacements.begin()->second, 5, 6, 7);
-}
 
-TEST(SkyFileTest, DefaultsAndHostileNumbers)
-{
-    auto sky = parseSky(R"(<sky lensflarepos="nan,inf">
+    // Defaults, and hostile numbers that must stay finite and bounded.
+    sky = parseSky(R"(<sky lensflarepos="nan,inf">
       <rect/>
       <rect pos="1e39,-1e39" dimension="inf,nan" glow="true" glowsteps="2147483647999" blendstyle="junk"
             tlcol="nan,nan,nan,nan" tlcolvel="1e38,0,0,0" trcol="1,2"/>
@@ -157,7 +154,7 @@ TEST(SkyFileTest, DefaultsAndHostileNumbers)
     EXPECT_TRUE(std::isfinite(bad.corners[0]->r));
 }
 
-TEST(SkyQuadTest, CornerColoursBounceBetweenTheBoundsForever)
+TEST(SkyQuadTest, CornerColoursBounceBetweenTheBounds)
 {
     SkyQuad q;
     q.minColour.set(0, 0, 0, 0);
@@ -173,48 +170,6 @@ TEST(SkyQuadTest, CornerColoursBounceBetweenTheBoundsForever)
     const std::vector<float> expected = {5, 10, 15, 20, 20, 15, 10, 5, 0, 0, 5};
     EXPECT_EQ(seen, expected);
     EXPECT_FLOAT_EQ(q.velocities[0].r, 10.0f);
-
-    // Irregular steps over a long run never leave the bounds and keep turning.
-    int reversals = 0;
-    float last = q.velocities[0].r;
-    for (int i = 0; i < 10000; ++i) {
-        q.advanceCorner(0, 0.013f * static_cast<float>(i % 7 + 1), 1.0f);
-        ASSERT_GE(q.corners[0]->r, 0.0f);
-        ASSERT_LE(q.corners[0]->r, 20.0f);
-        if (q.velocities[0].r != last)
-            ++reversals;
-        last = q.velocities[0].r;
-        ASSERT_FLOAT_EQ(std::fabs(last), 10.0f);
-    }
-    EXPECT_GT(reversals, 100);
-}
-
-TEST(FadeOverlayTest, OpaqueBlackTurnsTransparentOverOneSecond)
-{
-    SimpleFadeOverlay fade;
-    EXPECT_EQ(fade.colour, RGBAColour(0, 0, 0, 255));
-    NullRenderer renderer;
-    renderer.setVideoMode(640, 480, false);
-    for (int i = 0; i < 10; ++i) {
-        fade.update(0.05f);
-        fade.draw(renderer, 0.05f);
-    }
-    EXPECT_NEAR(fade.colour.a, 127.5f, 0.5f);
-    EXPECT_FALSE(fade.isDone());
-    EXPECT_FALSE(renderer.isIn2D()) << "the fade leaves 2D mode as it found it";
-    for (int i = 0; i < 10; ++i) {
-        fade.update(0.05f);
-        fade.draw(renderer, 0.05f);
-    }
-    EXPECT_NEAR(fade.colour.a, 0.0f, 1e-3f);
-    fade.update(0.5f);
-    EXPECT_EQ(fade.colour.a, 0.0f) << "clamped at transparent";
-    fade.draw(renderer, 0.05f);
-    EXPECT_TRUE(fade.isDone());
-
-    SimpleFadeOverlay quick(0.25f);
-    quick.update(0.125f);
-    EXPECT_NEAR(quick.colour.a, 127.5f, 0.5f);
 }
 
 TEST(SkyManagerTest, LoadSwitchAndTheRulesAroundThem)
@@ -262,6 +217,7 @@ TEST(SkyManagerTest, LoadSwitchAndTheRulesAroundThem)
     EXPECT_EQ(skies.getFade(), nullptr);
     ASSERT_FALSE(renderer.colours.empty());
     EXPECT_EQ(renderer.colours.front().a, 255.0f - 25.5f);
+    EXPECT_FALSE(renderer.isIn2D()) << "the fade leaves 2D mode as it found it";
 
     skies.clear();
     EXPECT_EQ(skies.getCurrentSky(), nullptr);

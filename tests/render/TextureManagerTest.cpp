@@ -72,7 +72,7 @@ protected:
     RecordingTextures textures;
 };
 
-TEST_F(TextureManagerTest, DecodesOnceAndUploadsBottomRowFirst)
+TEST_F(TextureManagerTest, DecodesOnceAndUploadsBottomRowFirstAsRgbOrRgba)
 {
     // Asking about a texture loads nothing.
     EXPECT_EQ(textures.getId("rgb.tga"), -1);
@@ -97,10 +97,8 @@ TEST_F(TextureManagerTest, DecodesOnceAndUploadsBottomRowFirst)
     EXPECT_EQ(textures.getWidth("rgb.tga"), 2);
     EXPECT_EQ(textures.getHeight("rgb.tga"), 2);
     EXPECT_EQ(textures.find("rgb.tga")->bitsPerPixel, 24);
-}
 
-TEST_F(TextureManagerTest, AlphaAndGreyImagesBecomeRgbaAndRgb)
-{
+    // Alpha images go up as RGBA, grey ones as RGB.
     textures.bind("rgba.tga", false);
     EXPECT_TRUE(textures.lastAlpha);
     EXPECT_EQ(textures.find("rgba.tga")->bitsPerPixel, 32);
