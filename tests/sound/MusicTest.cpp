@@ -7,13 +7,6 @@ namespace {
 
 class MusicTest : public LevelFixture {
 protected:
-    void SetUp() override
-    {
-        LevelFixture::SetUp();
-        dir.write("data/music/quay.ogg", "OggS quay");
-        dir.write("data/music/menu.ogg", "OggS menu");
-    }
-
     static std::string skyinfo(const std::string& track)
     {
         return body("skyinfo", "sky", "solid=\"false\"",
@@ -23,27 +16,6 @@ protected:
 
     Music& music() { return *game.getMusic(); }
 };
-
-TEST_F(MusicTest, EachLevelPlaysItsOwnTrackAndOneWithoutPlaysSilence)
-{
-    writeLevel("harbour", floor() + skyinfo("quay"));
-    writeLevel("plain", floor());
-    game.updateMusic();
-    EXPECT_EQ(music().getTrack(), "menu");
-    EXPECT_TRUE(music().isPlaying());
-
-    game.loadLevel("harbour", "");
-    ASSERT_TRUE(game.isLevelLoaded());
-    game.updateMusic();
-    EXPECT_EQ(music().getTrack(), "quay");
-    EXPECT_TRUE(music().isPlaying());
-    EXPECT_EQ(music().wantedTrack(true, true), Music::cutsceneTrack) << "a scene shown over a level";
-
-    game.loadLevel("plain", "");
-    game.updateMusic();
-    EXPECT_EQ(music().getTrack(), "") << "the last level's track does not carry over";
-    EXPECT_FALSE(music().isPlaying());
-}
 
 TEST_F(MusicTest, AMissingTrackIsReportedOnceAndPlaysSilence)
 {
