@@ -17,6 +17,8 @@ TEST_F(VariableRegistryTest, SetToggleAndLookupsIgnoreCaseKeepTheThreeFormsToget
     EXPECT_FLOAT_EQ(g->floatValue, 9.8f);
     EXPECT_EQ(g->intValue, 9);
     EXPECT_TRUE(g->changed);
+    // A variable's name alone says its value.
+    EXPECT_NE(run("GRAVITY").find("gravity = 9.8"), std::string::npos);
 
     // set creates what it does not know, untyped.
     run("set brandnew abc");

@@ -237,6 +237,11 @@ TEST_F(WidgetTest, ValueBoxCyclesBothWays)
     keys({SDLK_LEFT, SDLK_LEFT});
     EXPECT_EQ(box->getValue(), "b");
     EXPECT_EQ(actions.back(), "valuechange w");
+    // The right button and the right key go the other way round.
+    clickAt(110.0f, 290.0f, 3);
+    EXPECT_EQ(box->getValue(), "a");
+    keys({SDLK_RIGHT});
+    EXPECT_EQ(box->getValue(), "b");
     EXPECT_TRUE(box->setValue("c"));
     EXPECT_FALSE(box->setValue("d"));
     EXPECT_EQ(box->getIndex(), 2);

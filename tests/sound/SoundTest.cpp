@@ -250,6 +250,9 @@ TEST_F(SoundTest, PlaySoundAtStartsALoopAtTheListenerAndStopSoundsEndsIt)
     EXPECT_EQ(mixer->lastLoops, -1);
     sound->update(Vector(100, 100));
     EXPECT_EQ(mixer->volumes[atListener], 128);
+    run("playsoundat hum.wav 0 340 100");
+    ASSERT_TRUE(mixer->busy[atListener + 1]);
+    EXPECT_EQ(mixer->volumes[atListener + 1], 64) << "placed 240 units away";
 
     run("playsoundat");
     EXPECT_EQ(lastConsoleLine(), "usage: playsoundat <file> [loops] [x y]");

@@ -174,6 +174,7 @@ TEST_F(MoversTest, WaterSplashesOnEntryLavaBurnsEvery200msAndPainZonesHurtWhileO
     auto* zap = find<PainBody>("zap");
     auto* pulse = find<PainBody>("pulse");
     ASSERT_TRUE(pool && pit && zap && pulse);
+    EXPECT_TRUE(pool->isLiquid());
 
     GameBody* victim = addVictim(-500, 500);
     victim->inliquidlastframe = false;
