@@ -351,6 +351,11 @@ TEST_F(MenusTest, SaveGameFromTheMenusAsksBeforeWritingOverAndShowsThePicture)
     EXPECT_EQ(menu.getConfirm().getQuestion(), "Write over the save my run?");
     click(*menu.getConfirm().findComponent("confirmno"));
     EXPECT_FALSE(game.isSaveRequested());
+    // and "Yes" writes over it.
+    click(screen<Button>("savenowbutton"));
+    click(*menu.getConfirm().findComponent("confirmyes"));
+    EXPECT_TRUE(game.isSaveRequested());
+    EXPECT_EQ(game.getPendingSaveName(), "my run");
 
     // Names a save cannot have are refused on the screen.
     menu.getNameBox().setText("\"..\"");
