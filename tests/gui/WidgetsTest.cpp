@@ -218,7 +218,6 @@ TEST_F(WidgetTest, TextBoxEditsAtItsCursorWithinItsLimit)
     keys({SDLK_y, SDLK_z});
     EXPECT_EQ(box->getText(), "x1 y");
     EXPECT_EQ(sound().played.size(), sounds + 1);
-    EXPECT_TRUE(actions.empty());
     key(SDLK_RETURN);
     EXPECT_EQ(actions.size(), 1u) << "Return fires the box's command";
     box->setText("much too long");

@@ -251,7 +251,6 @@ TEST_F(SoundTest, PlaySoundAtStartsALoopAtTheListenerAndStopSoundsEndsIt)
     sound->update(Vector(100, 100));
     EXPECT_EQ(mixer->volumes[atListener], 128);
     run("playsoundat hum.wav 0 340 100");
-    ASSERT_TRUE(mixer->busy[atListener + 1]);
     EXPECT_EQ(mixer->volumes[atListener + 1], 64) << "placed 240 units away";
 
     run("playsoundat");
